@@ -1,0 +1,28 @@
+# What holds for every target: the language, the warnings, hidden symbols, and where results lie.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+
+# Installed programs and libraries find each other wherever the tree is put.
+file(RELATIVE_PATH petal_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${petal_bin_to_lib}")
+
+add_library(petal-compiling INTERFACE)
+# Coordinates are scaled operation by operation; a fused multiply-add would round differently.
+target_compile_options(petal-compiling INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror -ffp-contract=off)
+
+option(PETAL_SANITIZE "Instrument with the address and undefined-behaviour sanitizers" OFF)
+if(PETAL_SANITIZE)
+  target_compile_options(petal-compiling INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(petal-compiling INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "kiv/KivCollections.h"
+#include "kiv/KivElementType.h"
+#include "kiv/KivString.h"
+#include "kiv/KivTraversal.h"
+
+#include <cstdint>
+
+/// Root of everything a model holds.
+///
+/// Objects are plain data: the host fills the public fields, tools read them. They refer to each other by plain
+/// pointers and own nothing but their texts and collections; `KivModel::create` makes objects that live as long as the
+/// model.
+class [[gnu::visibility("default")]] KivObject
+{
+public:
+    KivObject(const KivObject&) = delete;
+    KivObject& operator=(const KivObject&) = delete;
+    virtual ~KivObject();
+
+    /// True for the object's own code and for the codes of its bases.
+    [[nodiscard]] virtual bool isInstanceOf(KivElementType code) const;
+    /// Visits this object and everything it holds, depth-first, each object once; what an object holds is visited in
+    /// a fixed order (packages: elements, sub-packages, diagrams, notes). Neither allocates nor recurses with the
+    /// depth of the package tree, so it throws only what the operation throws.
+    virtual void depthTraversal(KivTraversalOperation & operation, void* context);
+    virtual void setName(const KivString& newName);
+    [[nodiscard]] virtual const KivString& getName() const;
+
+    KivElementType elementType;
+    /// A free slot for tools; null when nobody uses it.
+    void* generalPointer = nullptr;
+    /// Documentation; the text of a note stands here too.
+    KivString description;
+
+protected:
+    explicit KivObject(KivElementType code);
+    /// Visits what the object holds.
+    virtual void _depthTraversal(KivTraversalOperation & operation, void* context);
+    /// Visits `object` unless it is null or this pass has been there.
+    static void visit(KivObject * object, KivTraversalOperation & operation, void* context);
+    template <class Element>
+    static void visitAll(const KivSequenceOf<Element>& elements, KivTraversalOperation& operation, void* context)
+    {
+        for (Element* element : elements)
+            visit(element, operation, context);
+    }
+    /// True the first time that the pass of `operation` asks.
+    [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept;
+
+    KivString name;
+
+private:
+    std::uint32_t lastPass = 0;
+};
+
+/// A note: a text attached to an element, or loose in a package.
+class [[gnu::visibility("default")]] KivNote : public KivObject
+{
+public:
+    KivNote();
+    [[nodiscard]] const KivString& getText() const
+    {
+        return description;
+    }
+};
+
+class KivClassDiagram;
+
+class [[gnu::visibility("default")]] KivPresentationElement : public KivObject
+{
+protected:
+    using KivObject::KivObject;
+};
+
+/// Where and how an element is drawn on one diagram.
+class [[gnu::visibility("default")]] KivProjection : public KivPresentationElement
+{
+public:
+    KivProjection();
+
+    KivClassDiagram* diagram = nullptr;
+    /// Centre, in model units.
+    int x = 0;
+    int y = 0;
+    /// Size, in model units.
+    int width = 0;
+    int height = 0;
+    /// Colours as Rose writes them: red + 256 x green + 65536 x blue.
+    int lineColor = 3342489;
+    int fillColor = 13434879;
+    int fontColor = 0;
+    int fontSize = 10;
+    KivString fontName = "Arial";
+
+protected:
+    explicit KivProjection(KivElementType code);
+};
+
+/// The projection of a relationship or role: a line.
+class [[gnu::visibility("default")]] KivRelationshipProjection : public KivProjection
+{
+public:
+    KivRelationshipProjection();
+
+    /// The line's points in model units, origin end first: `(x,y)` each, separated by CR LF.
+    KivString vertices;
+};
+
+/// Every object that carries a number during an export.
+class [[gnu::visibility("default")]] KivModelObject : public KivObject
+{
+public:
+    KivVector<KivNote> notes;
+    KivVector<KivProjection> projections;
+    KivString stereotype;
+    /// The number that an export gives the object; 0 outside of an export.
+    long pid = 0;
+    /// 2 marks an element that is not exported.
+    int modelLevel = 0;
+
+protected:
+    using KivObject::KivObject;
+};
+
+class [[gnu::visibility("default")]] KivModelElement : public KivModelObject
+{
+protected:
+    using KivModelObject::KivModelObject;
+};

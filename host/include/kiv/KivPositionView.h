@@ -1,0 +1,44 @@
+#pragma once
+
+#include "kiv/KivCollections.h"
+
+#include <algorithm>
+#include <vector>
+
+/// The elements of a collection in ascending `position`, equal positions in collection order.
+template <class Element>
+class KivPositionView {
+public:
+    /// Takes the elements of `collection`, null places left out. The view keeps its memory from one filling to the
+    /// next.
+    void fill(const KivSequenceOf<Element>& collection)
+    {
+        elements.clear();
+        elements.reserve(collection.count());
+        for (Element* element : collection)
+            if (element)
+                elements.push_back(element);
+        const auto before = [](const Element* a, const Element* b) { return a->position < b->position; };
+        if (!std::is_sorted(elements.begin(), elements.end(), before))
+            std::stable_sort(elements.begin(), elements.end(), before);
+    }
+    void removeAll() noexcept { std::vector<Element*>().swap(elements); }
+
+    [[nodiscard]] std::size_t count() const noexcept { return elements.size(); }
+    /// `index` must be below `count()`.
+    [[nodiscard]] Element* at(std::size_t index) const noexcept { return elements[index]; }
+    [[nodiscard]] auto begin() const noexcept { return elements.begin(); }
+    [[nodiscard]] auto end() const noexcept { return elements.end(); }
+
+private:
+    std::vector<Element*> elements;
+};
+
+class KivAttribute;
+class KivOperation;
+class KivTypeValue;
+
+using KivOperationByPosition = KivPositionView<KivOperation>;
+using KivFeatureByPosition = KivPositionView<KivAttribute>;
+using KivAttributeByPosition = KivFeatureByPosition;
+using KivTypeValueByPosition = KivPositionView<KivTypeValue>;

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+class KivObject;
+
+/// Something done to every object of a model, in one depth-first pass (`KivObject::depthTraversal`).
+class [[gnu::visibility("default")]] KivTraversalOperation
+{
+public:
+    KivTraversalOperation() = default;
+    KivTraversalOperation(const KivTraversalOperation&) = delete;
+    KivTraversalOperation& operator=(const KivTraversalOperation&) = delete;
+    virtual ~KivTraversalOperation();
+
+    /// Called on entering an object; what it leaves in `context` is handed to the object's contents.
+    virtual void pre_process(KivObject * object, void*& context);
+    /// Called on leaving an object, after everything it holds.
+    virtual void post_process(KivObject * object, void* context);
+
+private:
+    friend class KivObject;
+    friend class KivPackage;
+    std::uint32_t pass = 0;
+};

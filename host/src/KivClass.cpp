@@ -1,0 +1,19 @@
+#include "kiv/KivClass.h"
+
+KivArgument::KivArgument() : KivModelObject(KivElementType::Argument) {}
+KivOperation::KivOperation() : KivModelObject(KivElementType::Operation) {}
+KivAttribute::KivAttribute() : KivStructuralFeature(KivElementType::Attribute) {}
+KivClass::KivClass() : KivClassifier(KivElementType::Class) {}
+
+void KivOperation::_depthTraversal(KivTraversalOperation& operation, void* context)
+{
+    visitAll(arguments, operation, context);
+}
+
+void KivClass::_depthTraversal(KivTraversalOperation& operation, void* context)
+{
+    visitAll(attributes, operation, context);
+    visitAll(operations, operation, context);
+    visitAll(parameters, operation, context);
+    visitAll(keys, operation, context);
+}

@@ -1,0 +1,396 @@
+#include "kiv/KivCollections.h"
+
+#include "kiv/KivObject.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <new>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t nothing = std::numeric_limits<std::uint32_t>::max();
+
+// Up to here a look at every element is as fast as any table, and most collections of a model are smaller.
+constexpr std::size_t smallCount = 8;
+
+// Marks a slot whose element was taken out; a null pointer can be an element.
+KivObject* hole() noexcept
+{
+    static KivNote marker;
+    return &marker;
+}
+
+// The slots of each object: an open hash table from the object to its first and last slot, and for objects that stand
+// in several places a chain from slot to slot.
+class SlotTable {
+public:
+    [[nodiscard]] bool isBuilt() const noexcept { return !entries.empty(); }
+
+    void reserve(std::size_t slotCount)
+    {
+        const std::size_t wanted = std::bit_ceil(std::max<std::size_t>(slotCount * 2, 32));
+        if (wanted > entries.size()) {
+            std::vector<Entry> grown(wanted);
+            grown.swap(entries);
+            for (const Entry& entry : grown)
+                if (entry.first != nothing)
+                    entries[spotOf(entry.object)] = entry;
+        }
+        if (!next.empty())
+            next.reserve(slotCount);
+    }
+
+    // Fills the table anew; does not throw when room for that many slots was reserved and no object stands twice.
+    void build(const std::vector<KivObject*>& slots, std::size_t head)
+    {
+        reserve(slots.size());
+        std::fill(entries.begin(), entries.end(), Entry());
+        next.clear();
+        for (std::size_t slot = head; slot < slots.size(); ++slot)
+            if (slots[slot] != hole())
+                add(slots[slot], static_cast<std::uint32_t>(slot));
+    }
+
+    void prepareToAdd(const KivObject* object, std::size_t slotCount)
+    {
+        reserve(slotCount);
+        if (entries[spotOf(object)].first != nothing && next.size() < slotCount)
+            next.resize(std::max(slotCount, next.capacity()), nothing);
+    }
+
+    void add(const KivObject* object, std::uint32_t slot)
+    {
+        Entry& entry = entries[spotOf(object)];
+        if (entry.first == nothing) {
+            entry = {object, slot, slot};
+            return;
+        }
+        if (next.size() <= slot)
+            next.resize(slot + 1, nothing);
+        next[entry.last] = slot;
+        entry.last = slot;
+    }
+
+    [[nodiscard]] std::uint32_t first(const KivObject* object) const noexcept { return entries[spotOf(object)].first; }
+
+    void removeFirst(const KivObject* object) noexcept
+    {
+        const std::size_t spot = spotOf(object);
+        Entry& entry = entries[spot];
+        if (entry.first != entry.last) {
+            entry.first = std::exchange(next[entry.first], nothing);
+            return;
+        }
+        close(spot);
+    }
+
+private:
+    struct Entry {
+        const KivObject* object = nullptr;
+        std::uint32_t first = nothing;
+        std::uint32_t last = nothing;
+    };
+
+    [[nodiscard]] std::size_t home(const KivObject* object) const noexcept
+    {
+        const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(object));
+        const auto mixed = (bits >> 3) * std::uint64_t{0x9E3779B97F4A7C15};
+        return static_cast<std::size_t>(mixed >> 32) & (entries.size() - 1);
+    }
+
+    // Where `object` stands, or the free spot where it would.
+    [[nodiscard]] std::size_t spotOf(const KivObject* object) const noexcept
+    {
+        std::size_t spot = home(object);
+        while (entries[spot].first != nothing && entries[spot].object != object)
+            spot = (spot + 1) & (entries.size() - 1);
+        return spot;
+    }
+
+    // Frees a spot and moves up what was pushed past it, so that every search still ends at the first free spot.
+    void close(std::size_t spot) noexcept
+    {
+        const std::size_t mask = entries.size() - 1;
+        for (std::size_t other = (spot + 1) & mask; entries[other].first != nothing; other = (other + 1) & mask) {
+            if (((other - home(entries[other].object)) & mask) >= ((other - spot) & mask)) {
+                entries[spot] = entries[other];
+                spot = other;
+            }
+        }
+        entries[spot] = Entry();
+    }
+
+    std::vector<Entry> entries;
+    std::vector<std::uint32_t> next;
+};
+
+// How many elements stand before a slot, and which slot holds the i-th: a binary indexed tree over the slots, needed
+// only while there are holes between elements.
+class RankTree {
+public:
+    [[nodiscard]] bool isBuilt() const noexcept { return !sums.empty(); }
+    void drop() noexcept { sums.clear(); }
+    void reserve(std::size_t slotCount) { sums.reserve(slotCount + 1); }
+
+    void build(const std::vector<KivObject*>& slots, std::size_t head)
+    {
+        sums.reserve(slots.capacity() + 1);
+        sums.assign(slots.size() + 1, 0);
+        for (std::size_t i = 1; i < sums.size(); ++i) {
+            sums[i] += i - 1 >= head && slots[i - 1] != hole() ? 1U : 0U;
+            const std::size_t parent = i + (i & -i);
+            if (parent < sums.size())
+                sums[parent] += sums[i];
+        }
+    }
+
+    void append() noexcept
+    {
+        const std::size_t i = sums.size();
+        sums.push_back(static_cast<std::uint32_t>(before(i - 1) - before(i - (i & -i)) + 1));
+    }
+
+    void removeLast() noexcept { sums.pop_back(); }
+
+    void clear(std::size_t slot) noexcept
+    {
+        for (std::size_t i = slot + 1; i < sums.size(); i += i & -i)
+            --sums[i];
+    }
+
+    // Number of elements in the slots before `slot`.
+    [[nodiscard]] std::size_t before(std::size_t slot) const noexcept
+    {
+        std::size_t sum = 0;
+        for (std::size_t i = slot; i > 0; i &= i - 1)
+            sum += sums[i];
+        return sum;
+    }
+
+    [[nodiscard]] std::size_t slotOf(std::size_t index) const noexcept
+    {
+        std::size_t slot = 0;
+        for (std::size_t step = std::bit_floor(sums.size() - 1); step > 0; step >>= 1) {
+            if (slot + step < sums.size() && sums[slot + step] <= index) {
+                slot += step;
+                index -= sums[slot];
+            }
+        }
+        return slot;
+    }
+
+private:
+    std::vector<std::uint32_t> sums;
+};
+
+} // namespace
+
+// Everything but the slots themselves: made when a question is asked that the slots alone answer slowly.
+struct KivSequence::Lookup {
+    SlotTable table;
+    RankTree ranks;
+    std::set<std::pair<KivString, std::uint32_t>> names; // by name, then by slot
+    bool namesBuilt = false;
+
+    void dropNames() noexcept
+    {
+        names.clear();
+        namesBuilt = false;
+    }
+};
+
+KivSequence::Places::Places() = default;
+KivSequence::Places::~Places() = default;
+KivSequence::KivSequence() noexcept = default;
+KivSequence::KivSequence(KivSequence&&) noexcept = default;
+KivSequence& KivSequence::operator=(KivSequence&&) noexcept = default;
+KivSequence::~KivSequence() = default;
+
+KivSequence::Places& KivSequence::ensurePlaces()
+{
+    if (!places)
+        places = std::make_unique<Places>();
+    return *places;
+}
+
+KivSequence::Lookup& KivSequence::ensureLookup() const
+{
+    if (!places->lookup)
+        places->lookup = std::make_unique<Lookup>();
+    return *places->lookup;
+}
+
+void KivSequence::removeAll() noexcept
+{
+    places.reset();
+}
+
+void KivSequence::reserve(std::size_t additional)
+{
+    Places& p = ensurePlaces();
+    const std::size_t wanted = p.slots.size() + additional;
+    if (wanted >= nothing)
+        throw std::length_error("a collection holds more than four billion elements");
+    if (wanted > p.slots.capacity())
+        p.slots.reserve(std::max(wanted, p.slots.capacity() * 2));
+    if (p.live + additional > smallCount || (p.lookup && p.lookup->table.isBuilt())) {
+        SlotTable& table = ensureLookup().table;
+        const bool built = table.isBuilt();
+        table.reserve(p.slots.capacity());
+        if (!built)
+            table.build(p.slots, p.head);
+    }
+    if (p.holes > 0)
+        p.lookup->ranks.reserve(p.slots.capacity());
+}
+
+void KivSequence::append(KivObject* object)
+{
+    Places& p = ensurePlaces();
+    if (p.slots.size() == p.slots.capacity()) {
+        if (p.slots.size() - p.live > p.live) { // mostly free slots: move the elements together instead of growing
+            std::erase(p.slots, hole());
+            p.head = 0;
+            p.holes = 0;
+            if (p.lookup) {
+                p.lookup->ranks.drop();
+                p.lookup->dropNames();
+                if (p.lookup->table.isBuilt())
+                    p.lookup->table.build(p.slots, 0);
+            }
+        } else {
+            reserve(1);
+        }
+    }
+    const auto slot = static_cast<std::uint32_t>(p.slots.size());
+    if (p.lookup && p.lookup->table.isBuilt()) {
+        p.lookup->table.prepareToAdd(object, p.slots.size() + 1);
+        p.lookup->table.add(object, slot);
+    }
+    p.slots.push_back(object);
+    ++p.live;
+    if (p.holes > 0)
+        p.lookup->ranks.append();
+    if (p.lookup && p.lookup->namesBuilt) {
+        try {
+            p.lookup->names.emplace(object->getName(), slot);
+        } catch (const std::bad_alloc&) {
+            p.lookup->dropNames(); // made anew by the next search
+        }
+    }
+}
+
+bool KivSequence::appendOnce(KivObject* object)
+{
+    if (findSlot(object) != npos)
+        return false;
+    append(object);
+    return true;
+}
+
+std::size_t KivSequence::findSlot(const KivObject* object) const
+{
+    if (!places)
+        return npos;
+    const Places& p = *places;
+    const bool hasTable = p.lookup && p.lookup->table.isBuilt();
+    if (!hasTable && p.slots.size() - p.head <= smallCount) {
+        const auto begin = p.slots.begin() + static_cast<std::ptrdiff_t>(p.head);
+        const auto found = std::find(begin, p.slots.end(), object);
+        return found == p.slots.end() ? npos : static_cast<std::size_t>(found - p.slots.begin());
+    }
+    if (!hasTable) {
+        SlotTable table;
+        table.build(p.slots, p.head);
+        ensureLookup().table = std::move(table);
+    }
+    const std::uint32_t slot = p.lookup->table.first(object);
+    return slot == nothing ? npos : slot;
+}
+
+std::size_t KivSequence::indexOfObject(const KivObject* object) const
+{
+    const std::size_t slot = findSlot(object);
+    if (slot == npos)
+        return npos;
+    return places->holes > 0 ? places->lookup->ranks.before(slot) : slot - places->head;
+}
+
+KivObject* KivSequence::objectBetweenHoles(std::size_t index) const noexcept
+{
+    return places->slots[index == 0 ? places->head : places->lookup->ranks.slotOf(index)];
+}
+
+bool KivSequence::removeObject(const KivObject* object)
+{
+    const std::size_t slot = findSlot(object);
+    if (slot == npos)
+        return false;
+    Places& p = *places;
+    const bool atEdge = slot == p.head || slot + 1 == p.slots.size();
+    if (!atEdge && p.holes == 0)
+        ensureLookup().ranks.build(p.slots, p.head);
+    if (p.lookup && p.lookup->namesBuilt)
+        p.lookup->names.erase({p.slots[slot]->getName(), static_cast<std::uint32_t>(slot)});
+    if (p.lookup && p.lookup->table.isBuilt())
+        p.lookup->table.removeFirst(object);
+    if (p.holes > 0 || !atEdge)
+        p.lookup->ranks.clear(slot);
+    p.slots[slot] = hole();
+    ++p.holes;
+    --p.live;
+    for (; p.head < p.slots.size() && p.slots[p.head] == hole(); ++p.head)
+        --p.holes;
+    for (; p.head < p.slots.size() && p.slots.back() == hole(); --p.holes) {
+        p.slots.pop_back();
+        if (p.lookup && p.lookup->ranks.isBuilt())
+            p.lookup->ranks.removeLast();
+    }
+    if (p.holes == 0 && p.lookup)
+        p.lookup->ranks.drop();
+    return true;
+}
+
+KivObject* KivSequence::objectNamed(const KivString& name) const
+{
+    if (!places)
+        return nullptr;
+    const Places& p = *places;
+    if (p.slots.size() - p.head <= smallCount) {
+        for (std::size_t slot = p.head; slot < p.slots.size(); ++slot)
+            if (p.slots[slot] != hole() && p.slots[slot]->getName() == name)
+                return p.slots[slot];
+        return nullptr;
+    }
+    Lookup& lookup = ensureLookup();
+    if (!lookup.namesBuilt) {
+        lookup.names.clear();
+        for (std::size_t slot = p.head; slot < p.slots.size(); ++slot)
+            if (p.slots[slot] != hole())
+                lookup.names.emplace(p.slots[slot]->getName(), static_cast<std::uint32_t>(slot));
+        lookup.namesBuilt = true;
+    }
+    const auto found = lookup.names.lower_bound({name, 0});
+    return found != lookup.names.end() && found->first == name ? p.slots[found->second] : nullptr;
+}
+
+void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
+{
+    if (!places || !places->lookup || !places->lookup->namesBuilt)
+        return;
+    Lookup& lookup = *places->lookup;
+    try {
+        const auto slot = static_cast<std::uint32_t>(findSlot(object));
+        auto entry = lookup.names.extract({oldName, slot});
+        if (entry) {
+            entry.value().first = object->getName();
+            lookup.names.insert(std::move(entry));
+        }
+    } catch (const std::bad_alloc&) {
+        lookup.dropNames();
+    }
+}

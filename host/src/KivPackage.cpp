@@ -1,0 +1,128 @@
+#include "kiv/KivPackage.h"
+
+#include <deque>
+#include <tuple>
+
+KivPackage::KivPackage() : KivPackage(KivElementType::Package) {}
+KivPackage::KivPackage(KivElementType code) : KivModelObject(code) {}
+KivDesignPackage::KivDesignPackage() : KivPackage(KivElementType::DesignPackage) {}
+KivDiagram::KivDiagram() : KivDiagram(KivElementType::Diagram) {}
+KivDiagram::KivDiagram(KivElementType code) : KivModelObject(code) {}
+KivClassDiagram::KivClassDiagram() : KivDiagram(KivElementType::ClassDiagram) {}
+
+void KivPackage::addChildPackage(KivPackage* package)
+{
+    KivPackage* const oldParent = package->parent;
+    if (oldParent == this && childPackages.contains(package))
+        return;
+    childPackages.reserve(1);
+    if (oldParent && oldParent != this)
+        oldParent->childPackages.remove(package);
+    childPackages.add(package);
+    package->parent = this;
+}
+
+void KivPackage::removeChildPackage(KivPackage* package)
+{
+    if (childPackages.remove(package))
+        package->parent = nullptr;
+}
+
+void KivPackage::addParentPackage(KivPackage* package)
+{
+    package->addChildPackage(this);
+}
+
+void KivPackage::setName(const KivString& newName)
+{
+    const KivString oldName = name;
+    KivModelObject::setName(newName);
+    if (parent)
+        parent->childPackages.rename(this, oldName);
+}
+
+void KivPackage::traverseOwnContents(KivTraversalOperation& /*operation*/, void* /*context*/) {}
+
+void KivPackage::beginTraversal(KivTraversalOperation& operation, KivPackage* cameFrom, void* context)
+{
+    traversal = {cameFrom, context, 0};
+    traverseOwnContents(operation, context);
+    visitAll(modelElements, operation, context);
+}
+
+void KivPackage::endTraversal(KivTraversalOperation& operation)
+{
+    visitAll(diagrams, operation, traversal.context);
+    visitAll(notes, operation, traversal.context);
+}
+
+// The tree below this package, walked along the packages' own state instead of by recursion.
+void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context)
+{
+    beginTraversal(operation, nullptr, context);
+    KivPackage* current = this;
+    for (;;) {
+        if (current->traversal.nextChild < current->childPackages.count()) {
+            KivPackage* const child = current->childPackages.at(current->traversal.nextChild++);
+            if (child->enter(operation)) {
+                void* childContext = current->traversal.context;
+                operation.pre_process(child, childContext);
+                child->beginTraversal(operation, current, childContext);
+                current = child;
+            }
+            continue;
+        }
+        current->endTraversal(operation);
+        if (current == this)
+            return;
+        operation.post_process(current, current->traversal.context);
+        current = current->traversal.cameFrom;
+    }
+}
+
+// One deque for each class: addresses stay, and an object costs its own size.
+struct KivModel::Store {
+    std::tuple<std::deque<KivNote>, std::deque<KivProjection>, std::deque<KivRelationshipProjection>,
+               std::deque<KivBaseType>, std::deque<KivDerivedType>, std::deque<KivTypeValue>, std::deque<KivPackage>,
+               std::deque<KivDesignPackage>, std::deque<KivDiagram>, std::deque<KivClassDiagram>, std::deque<KivClass>,
+               std::deque<KivAttribute>, std::deque<KivOperation>, std::deque<KivArgument>, std::deque<KivCandidateKey>,
+               std::deque<KivForeignKey>, std::deque<KivAssociation>, std::deque<KivAssociationRole>,
+               std::deque<KivGeneralization>, std::deque<KivDependency>, std::deque<KivRealization>>
+        objects;
+};
+
+KivModel::KivModel() : KivPackage(KivElementType::Model), store(std::make_unique<Store>()) {}
+KivModel::~KivModel() = default;
+
+void KivModel::traverseOwnContents(KivTraversalOperation& operation, void* context)
+{
+    visitAll(types, operation, context);
+}
+
+template <class Element>
+Element* KivModel::create()
+{
+    return &std::get<std::deque<Element>>(store->objects).emplace_back();
+}
+
+template KivNote* KivModel::create();
+template KivProjection* KivModel::create();
+template KivRelationshipProjection* KivModel::create();
+template KivBaseType* KivModel::create();
+template KivDerivedType* KivModel::create();
+template KivTypeValue* KivModel::create();
+template KivPackage* KivModel::create();
+template KivDesignPackage* KivModel::create();
+template KivDiagram* KivModel::create();
+template KivClassDiagram* KivModel::create();
+template KivClass* KivModel::create();
+template KivAttribute* KivModel::create();
+template KivOperation* KivModel::create();
+template KivArgument* KivModel::create();
+template KivCandidateKey* KivModel::create();
+template KivForeignKey* KivModel::create();
+template KivAssociation* KivModel::create();
+template KivAssociationRole* KivModel::create();
+template KivGeneralization* KivModel::create();
+template KivDependency* KivModel::create();
+template KivRealization* KivModel::create();

@@ -1,0 +1,85 @@
+#include "kiv/KivType.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct DataType {
+    const char* identifier;
+    const char* oldIdentifier;
+    const char* cppName; // null: depends on length or scale
+};
+
+constexpr std::array dataTypes = {
+    DataType{"BINARY", "SQL_BINARY", "std::vector<std::byte>"},
+    DataType{"CHAR", "SQL_CHAR", nullptr},
+    DataType{"DATE", "SQL_DATE", "std::chrono::year_month_day"},
+    DataType{"DOUBLE", "SQL_DOUBLE", "double"},
+    DataType{"VARBINARY", "SQL_VARBINARY", "std::vector<std::byte>"},
+    DataType{"LONGVARBINARY", "SQL_LONGVARBINARY", "std::vector<std::byte>"},
+    DataType{"INTEGER", "SQL_INTEGER", "int"},
+    DataType{"AUTOINCREMENT", "AUTOINCREMENT", "int"},
+    DataType{"NUMERIC", "SQL_NUMERIC", nullptr},
+    DataType{"REAL", "SQL_REAL", "float"},
+    DataType{"SMALLINT", "SQL_SMALLINT", "short"},
+    DataType{"TIME", "SQL_TIME", "std::chrono::seconds"},
+    DataType{"TIMESTAMP", "SQL_TIMESTAMP", "std::chrono::system_clock::time_point"},
+    DataType{"VARCHAR", "SQL_VARCHAR", "std::string"},
+    DataType{"LONGVARCHAR", "SQL_LONGVARCHAR", "std::string"},
+    DataType{"BOOLEAN", "SQL_BOOLEAN", "bool"},
+    DataType{"TINYINT", "SQL_TINYINT", "signed char"},
+};
+
+const DataType* findDataType(std::string_view identifier)
+{
+    const auto* const found = std::find_if(dataTypes.begin(), dataTypes.end(),
+                                           [&](const DataType& entry) { return identifier == entry.identifier; });
+    return found == dataTypes.end() ? nullptr : found;
+}
+
+// The fixed names as strings of their own, so that naming a type copies no text.
+const std::array<KivString, dataTypes.size()>& cppNames()
+{
+    static const auto names = [] {
+        std::array<KivString, dataTypes.size()> result;
+        for (std::size_t i = 0; i < result.size(); ++i)
+            result[i] = KivString(dataTypes[i].cppName);
+        return result;
+    }();
+    return names;
+}
+
+} // namespace
+
+KivTypeValue::KivTypeValue() : KivModelObject(KivElementType::TypeValue) {}
+KivBaseType::KivBaseType() : KivConcreteType(KivElementType::BaseType) {}
+KivDerivedType::KivDerivedType() : KivConcreteType(KivElementType::DerivedType) {}
+
+void KivType::_depthTraversal(KivTraversalOperation& operation, void* context)
+{
+    visitAll(typeValues, operation, context);
+}
+
+const char* getOldDataType(const KivString& dataType)
+{
+    const DataType* const entry = findDataType(dataType.view());
+    return entry ? entry->oldIdentifier : "";
+}
+
+KivString buildCppTypeName(const KivType* type)
+{
+    static const KivString character = "char";
+    static const KivString text = "std::string";
+    static const KivString integer = "long";
+    static const KivString real = "double";
+
+    const DataType* const entry = findDataType(type->getDataType().view());
+    if (!entry)
+        return type->getName();
+    if (entry->cppName)
+        return cppNames()[static_cast<std::size_t>(entry - dataTypes.data())];
+    if (std::string_view(entry->identifier) == "CHAR")
+        return type->getLength() == 0 || type->getLength() == 1 ? character : text;
+    return type->getScale() <= 0 ? integer : real;
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+/// Compare two elements by position, for `qsort` over arrays of element pointers: `a` and `b` point at array slots
+/// that hold pointers to attributes (`KivAttribute*`) or arguments (`KivArgument*`), not null. The result is -1, 0
+/// or 1.
+[[gnu::visibility("default")]] int compareAttributePos(const void* a, const void* b);
+[[gnu::visibility("default")]] int compareArgumentPos(const void* a, const void* b);

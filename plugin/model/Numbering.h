@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kiv/KivPackage.h"
+
+/// Gives every model object its number (`pid`) on leaving it, so that contents come before what holds them. Some kinds
+/// reserve a block of numbers for what exists in the file only: views, labels, relationship entries.
+class KivSetPID : public KivTraversalOperation {
+public:
+    explicit KivSetPID(long first) : counter(first) {}
+    void post_process(KivObject* object, void* context) override;
+
+    /// The next number.
+    long counter;
+    /// Class diagrams met so far.
+    long diagramCount = 0;
+
+private:
+    [[nodiscard]] static long blockSize(const KivObject& object);
+};
+
+/// Sets the number of every model object back to 0.
+class KivZeroPID : public KivTraversalOperation {
+public:
+    void post_process(KivObject* object, void* context) override;
+};
+
+/// The low 32 bits of a number, read as signed: what view numbers and offsets are made of.
+[[nodiscard]] constexpr int lowBits(long number) noexcept
+{
+    return static_cast<int>(static_cast<unsigned>(static_cast<unsigned long>(number)));
+}

@@ -1,0 +1,91 @@
+#include "CommandLog.h"
+
+#include <cerrno>
+#include <sys/ioctl.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+constexpr auto progressInterval = std::chrono::milliseconds(40);
+constexpr std::size_t usualWidth = 80;
+
+std::size_t terminalWidth()
+{
+    struct winsize size = {};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usualWidth;
+}
+
+// As much of a text as fits into `width` columns, without anything that a terminal would obey.
+std::string displayable(std::string_view text, std::size_t width)
+{
+    std::string result;
+    std::size_t columns = 0;
+    for (const char byte : text) {
+        const auto code = static_cast<unsigned char>(byte);
+        const bool startsCharacter = (code & 0xC0U) != 0x80U;
+        if (startsCharacter && columns == width)
+            break;
+        columns += startsCharacter ? 1U : 0U;
+        result += code < 0x20U || code == 0x7FU ? '?' : byte;
+    }
+    return result;
+}
+
+} // namespace
+
+CommandLog::CommandLog(const std::string& path, bool showsProgress) : name(path), progress(showsProgress)
+{
+    if (path.empty())
+        return;
+    file = path == "-" ? stderr : std::fopen(path.c_str(), "we");
+    if (!file)
+        throw std::system_error(errno, std::generic_category(), path);
+}
+
+CommandLog::~CommandLog()
+{
+    if (file && file != stderr)
+        std::fclose(file);
+}
+
+void CommandLog::add(const KivLogEntry& entry)
+{
+    if (&entry.identifier == &ROS_E_VIEW_NUMBERS_WRAP)
+        wrap = true;
+    else if (!begin)
+        begin = Clock::now();
+    if (file) {
+        const KivString text = entry.getText();
+        std::fwrite(text.text(), 1, text.length(), file);
+        std::fputc('\n', file);
+    }
+    if (progress && &entry.identifier == &ROS_E_PRINTING_PACKAGE && Clock::now() - lastShown >= progressInterval)
+        show(entry.getText());
+}
+
+void CommandLog::show(const KivString& text)
+{
+    lastShown = Clock::now();
+    isShown = true;
+    std::fprintf(stderr, "\r\033[K%s", displayable(text.view(), terminalWidth() - 1).c_str());
+    std::fflush(stderr);
+}
+
+void CommandLog::clearProgress()
+{
+    if (isShown)
+        std::fputs("\r\033[K", stderr);
+    isShown = false;
+}
+
+void CommandLog::close()
+{
+    if (!file || file == stderr)
+        return;
+    const bool failed = std::ferror(file) != 0;
+    const bool unclosed = std::fclose(file) != 0;
+    file = nullptr;
+    if (failed || unclosed)
+        throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), name);
+}

@@ -1,0 +1,183 @@
+#include "Commands.h"
+
+#include "CommandLog.h"
+#include "ModelFile.h"
+#include "NearestName.h"
+#include "OutputFile.h"
+#include "Statistics.h"
+
+#include "kiv/KivIbmRationalRose98ExportDllInterface.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <new>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+using Clock = CommandLog::Clock;
+
+// The last line of every complete file. No text of a model can imitate it: a line feed in one is never followed by a
+// tab.
+constexpr std::string_view lastLine = "\r\n\tquid       \t\"38F75B630146\"))\r\n";
+
+double secondsBetween(Clock::time_point from, Clock::time_point to)
+{
+    return std::chrono::duration<double>(to - from).count();
+}
+
+KivOptionList defaultOptions()
+{
+    KivOptionList options;
+    KivIbmRationalRose98ExportDllInterface().getOptionList(options);
+    return options;
+}
+
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    std::error_code none;
+    return !a.empty() && a != "-" && !b.empty() && b != "-" &&
+           (std::filesystem::equivalent(a, b, none) ||
+            std::filesystem::weakly_canonical(a, none) == std::filesystem::weakly_canonical(b, none));
+}
+
+// Two roles for one file would cost the user one of its contents.
+std::string clashOf(const ExportRequest& request, const std::string& output)
+{
+    const std::pair<std::string, const char*> files[] = {{request.model, "the model"},
+                                                         {output, "the output"},
+                                                         {request.log, "the log"},
+                                                         {request.statisticsFile, "the statistics"}};
+    for (const auto* a = std::begin(files); a != std::end(files); ++a)
+        for (const auto* b = a + 1; b != std::end(files); ++b)
+            if (isSameFile(a->first, b->first))
+                return b->first + ": " + b->second + " would overwrite " + a->second;
+    return "";
+}
+
+// The system's error as users know it: what it happened to and why.
+std::string messageOf(const std::system_error& error)
+{
+    const std::string what = error.what();
+    const std::string reason = error.code().message();
+    return what.ends_with(reason) ? what : what + ": " + reason;
+}
+
+void proveComplete(OutputFile& output, const std::string& name)
+{
+    if (output.endsWith(lastLine))
+        return;
+    output.provokeWriteError();
+    throw std::runtime_error(name + ": the file could not be written completely");
+}
+
+void writeStatistics(const ExportRequest& request, const Statistics& statistics)
+{
+    if (request.showsStatistics && !request.isQuiet)
+        std::cerr << statistics.asText();
+    if (request.statisticsFile.empty())
+        return;
+    OutputFile file(request.statisticsFile);
+    file.write(statistics.asJson());
+    file.commit();
+}
+
+// Loads the model, exports it into a temporary file and puts that in place.
+void exportModel(const ExportRequest& request, const std::string& outputName)
+{
+    Statistics statistics;
+    const auto start = Clock::now();
+    const LoadedModel loaded = loadModel(request.model);
+    const auto loadedAt = Clock::now();
+
+    OutputFile output(outputName);
+    CommandLog log(request.log, !request.isQuiet && isatty(STDERR_FILENO) == 1);
+    KivOptionList options = defaultOptions();
+    for (const OptionValue& option : request.options)
+        options.setValue(KivString(option.name), KivString(option.value));
+    options.setValue(BP_FILE.getName(), KivString(output.temporaryPath()));
+    const auto runStart = Clock::now();
+    KivIbmRationalRose98ExportDllInterface().run(KivString(outputName), *loaded.model, options, log);
+    const auto runEnd = Clock::now();
+    log.clearProgress();
+    if (log.sawWrap() && !request.isQuiet)
+        report(std::string("warning: ") + ROS_E_VIEW_NUMBERS_WRAP.getText());
+
+    proveComplete(output, outputName);
+    log.close();
+    const auto begin = log.firstProgress().value_or(runEnd);
+    statistics.load = {secondsBetween(start, loadedAt), loaded.bytes, loaded.objects};
+    statistics.number = {secondsBetween(runStart, begin), loaded.bytes, loaded.objects};
+    statistics.write = {secondsBetween(begin, runEnd), output.size(), loaded.objects};
+    output.commit();
+    statistics.peakMemory = peakMemoryOfProcess();
+    writeStatistics(request, statistics);
+}
+
+} // namespace
+
+void report(std::string_view message)
+{
+    std::cerr << "petal: " << message << '\n';
+}
+
+std::string whyNotAnOption(std::string_view option)
+{
+    const KivOptionList options = defaultOptions();
+    if (KivString(option) == BP_FILE.getName())
+        return "BP_FILE is given by the output argument (-o)";
+    if (options.find(KivString(option)))
+        return "";
+    std::vector<std::string_view> known;
+    for (const KivOption& each : options.getOptions())
+        if (each.name != BP_FILE.getName())
+            known.push_back(each.name.view());
+    std::string reason = "there is no option '" + std::string(option) + "'";
+    if (const auto nearest = nearestName(option, known))
+        reason += "; did you mean " + std::string(*nearest) + "?";
+    reason += "\nThe options are:";
+    for (const std::string_view name : known)
+        reason += "\n  " + std::string(name);
+    return reason;
+}
+
+std::string defaultOutput(const std::string& model)
+{
+    if (model == "-")
+        return "-";
+    std::string name = std::filesystem::path(model).filename().string();
+    for (const std::string_view ending : {".json", ".model"})
+        if (name.size() > ending.size() && name.ends_with(ending))
+            name.resize(name.size() - ending.size());
+    return name + ".mdl";
+}
+
+int runExport(const ExportRequest& request)
+{
+    const std::string output = request.output.empty() ? defaultOutput(request.model) : request.output;
+    if (const std::string clash = clashOf(request, output); !clash.empty()) {
+        report(clash);
+        return wrongUsage;
+    }
+    try {
+        exportModel(request, output);
+        return done;
+    } catch (const ModelFileError& error) {
+        report(error.what());
+        return invalidModel;
+    } catch (const ModelUnreadable& error) {
+        report(messageOf(error));
+        return invalidModel;
+    } catch (const std::system_error& error) {
+        report(messageOf(error));
+    } catch (const KivException& error) {
+        report(output + ": " + error.what());
+    } catch (const std::bad_alloc&) {
+        report(request.model + ": not enough memory for this model");
+    } catch (const std::exception& error) {
+        report(error.what());
+    }
+    return exportFailed;
+}

@@ -1,0 +1,216 @@
+#include "Commands.h"
+#include "TemporaryFile.h"
+#include "Version.h"
+
+#include "kiv/KivOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <clocale>
+#include <iostream>
+#include <map>
+
+namespace {
+
+constexpr const char* mainHelp = R"(Bring software designs into IBM Rational Rose 98 model files (.mdl).
+
+Examples:
+  petal export orders.model.json
+  petal export orders.model.json -o orders.mdl --types java
+)";
+
+constexpr const char* exportHelp = R"(Write the design in a model file as a Rose 98 model file.
+
+Examples:
+  petal export orders.model.json -o orders.mdl
+  petal export orders.model.json --types "oracle" --foreign-keys --scale 150
+)";
+
+constexpr const char* optionsHelp = R"(List the options of the export, their kinds, defaults and values.
+
+Examples:
+  petal options
+  petal options --json
+)";
+
+constexpr int leastScale = 1;
+constexpr int greatestScale = 100000;
+
+// In a list of commands each is one line.
+class OneLineEach : public CLI::Formatter {
+public:
+    std::string make_subcommand(const CLI::App* command) const override
+    {
+        const std::string purpose = command->get_description();
+        std::stringstream out;
+        CLI::detail::format_help(out, command->get_name(), purpose.substr(0, purpose.find('\n')), get_column_width());
+        return out.str();
+    }
+};
+
+std::string checkOption(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos)
+        return "NAME=VALUE expected, found '" + text + "'";
+    return whyNotAnOption(std::string_view(text).substr(0, equals));
+}
+
+// Short forms and long forms set the same options; whichever comes last on the command line holds. Every occurrence is
+// noted when the command line has been read, in its order.
+class ExportOptions {
+public:
+    explicit ExportOptions(CLI::App& command) : app(command)
+    {
+        app.add_option("--option", assignments, "Set an option of the bridge by its own name (see: petal options)")
+            ->type_name("NAME=VALUE")
+            ->allow_extra_args(false)
+            ->check(CLI::Validator(checkOption, ""))
+            ->take_all();
+        app.add_option("--types", types, "Type system of type names")
+            ->type_name("as-is|c++|java|oracle")
+            ->allow_extra_args(false)
+            ->check(CLI::IsMember({"as-is", "c++", "java", "oracle"}).description(""))
+            ->take_all();
+        addFlag("--foreign-keys", BP_EXPORT_FOREIGN_KEY_ATTRIBUTES, BOOLEAN_ENUM_VALUE_TRUE,
+                "Write attributes that belong to foreign keys");
+        addFlag("--qualifiers", BP_GENERATE_QUALIFIERS, BOOLEAN_ENUM_VALUE_TRUE,
+                "Make association qualifiers from the keys behind the roles");
+        addFlag("--constraints", BP_SHOW_CONSTRAINTS_IN_DIAGRAMS, BOOLEAN_ENUM_VALUE_TRUE,
+                "Show constraints of associations and roles on diagrams");
+        addFlag("--no-geometry", BP_USE_GRAPHICAL_INFORMATION, BOOLEAN_ENUM_VALUE_FALSE,
+                "Leave places, sizes, colours and lines of the model out");
+        addScale("--scale", {&BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM, &BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM},
+                 "Scale of diagrams");
+        addScale("--x-scale", {&BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM}, "Horizontal scale of diagrams");
+        addScale("--y-scale", {&BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM}, "Vertical scale of diagrams");
+    }
+
+    [[nodiscard]] std::vector<OptionValue> values() const
+    {
+        std::vector<OptionValue> result;
+        std::map<const CLI::Option*, std::size_t> taken;
+        for (const CLI::Option* const option : app.parse_order()) {
+            const std::size_t occurrence = taken[option]++;
+            if (option->get_name() == "--option")
+                addAssignment(result, assignments[occurrence]);
+            else if (option->get_name() == "--types")
+                result.push_back(
+                    {textOf(BP_SUPPORTED_TYPES.getName()), std::string(typeSystemText(types[occurrence]))});
+            else if (const auto flag = flags.find(option->get_name()); flag != flags.end())
+                result.push_back(flag->second);
+            else if (const auto scale = scales.find(option->get_name()); scale != scales.end())
+                for (const KivBridgeOptionLiteral* const target : scale->second.targets)
+                    result.push_back({textOf(target->getName()), std::to_string(scale->second.percents[occurrence])});
+        }
+        return result;
+    }
+
+private:
+    struct Scale {
+        std::vector<const KivBridgeOptionLiteral*> targets;
+        std::vector<int> percents;
+    };
+
+    static std::string textOf(const KivString& text) { return std::string(text.view()); }
+
+    static std::string_view typeSystemText(const std::string& word)
+    {
+        if (word == "as-is")
+            return BP_SUPPORTED_TYPES_ENUM_AS_IS.getText();
+        if (word == "java")
+            return BP_SUPPORTED_TYPES_ENUM_JAVA.getText();
+        if (word == "oracle")
+            return BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8.getText();
+        return BP_SUPPORTED_TYPES_ENUM_C__.getText();
+    }
+
+    static void addAssignment(std::vector<OptionValue>& result, const std::string& text)
+    {
+        const std::size_t equals = text.find('=');
+        result.push_back({text.substr(0, equals), text.substr(equals + 1)});
+    }
+
+    void addFlag(const std::string& name, const KivBridgeOptionLiteral& option, const KivOptionEnumLiteral& value,
+                 const std::string& description)
+    {
+        flags[name] = {textOf(option.getName()), std::string(value.getText())};
+        app.add_flag(name, description);
+    }
+
+    void addScale(const std::string& name, std::vector<const KivBridgeOptionLiteral*> targets,
+                  const std::string& description)
+    {
+        Scale& scale = scales[name];
+        scale.targets = std::move(targets);
+        app.add_option(name, scale.percents, description)
+            ->type_name("PERCENT")
+            ->allow_extra_args(false)
+            ->check(CLI::Range(leastScale, greatestScale).description(""))
+            ->take_all();
+    }
+
+    CLI::App& app;
+    std::vector<std::string> assignments;
+    std::vector<std::string> types;
+    std::map<std::string, OptionValue> flags;
+    std::map<std::string, Scale> scales;
+};
+
+int runCommandLine(int argc, char** argv)
+{
+    CLI::App app(mainHelp, "petal");
+    app.formatter(std::make_shared<OneLineEach>());
+    app.set_version_flag("--version", std::string("petal ") + petalVersion);
+    app.require_subcommand(1);
+
+    ExportRequest request;
+    CLI::App* const exportCommand = app.add_subcommand("export", exportHelp);
+    exportCommand->add_option("MODEL", request.model, "The model file; - reads standard input")
+        ->required()
+        ->type_name("");
+    exportCommand
+        ->add_option("-o,--output", request.output,
+                     "The file to write; - writes to standard output (default: MODEL's name with .mdl, here)")
+        ->type_name("OUT.mdl");
+    const ExportOptions exportOptions(*exportCommand);
+    exportCommand
+        ->add_option("--log", request.log, "Write every message of the export, one a line; - is standard error")
+        ->type_name("FILE");
+    exportCommand->add_flag("-q,--quiet", request.isQuiet, "Say nothing but errors");
+    exportCommand->add_flag("--stats", request.showsStatistics, "Say what the export cost");
+    exportCommand->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON")
+        ->type_name("FILE");
+
+    bool asJson = false;
+    CLI::App* const optionsCommand = app.add_subcommand("options", optionsHelp);
+    optionsCommand->add_flag("--json", asJson, "As JSON");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& success) { // help or version
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        report(error.what());
+        std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";
+        return wrongUsage;
+    }
+    if (optionsCommand->parsed())
+        return runOptions(asJson);
+    request.options = exportOptions.values();
+    return runExport(request);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Of the user's locale only the encoding matters: file names are in it.
+    std::setlocale(LC_CTYPE, "");
+    handleSignals();
+    try {
+        return runCommandLine(argc, argv);
+    } catch (const std::exception& error) {
+        report(error.what());
+        return exportFailed;
+    }
+}
