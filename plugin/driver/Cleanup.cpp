@@ -1,5 +1,6 @@
 #include "driver/Cleanup.h"
 
+#include "diagrams/ClassDiagrams.h"
 #include "model/ExportState.h"
 #include "model/Numbering.h"
 #include "model/PositionOrder.h"
@@ -44,4 +45,5 @@ void cleanup()
     movePackagesBack();
     resetNumbers();
     releasePositionOrders();
+    releaseDiagrams();
 }

@@ -73,6 +73,7 @@ void numberModel()
     KivSetPID numbering(firstNumber);
     theTrueModel->depthTraversal(numbering, nullptr);
     multiplier = lowBits(numbering.counter);
+    nextFreeViewNumber = numbering.diagramCount * numbering.counter;
     if (numbering.diagramCount > viewNumberLimit / numbering.counter)
         ROS_E_VIEW_NUMBERS_WRAP.log(*localLog);
 }

@@ -2,6 +2,7 @@
 
 #include "model/ExportState.h"
 #include "model/PositionOrder.h"
+#include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
 #include "petal/RoseKeywords.h"
 #include "types/TypeNames.h"
@@ -13,12 +14,7 @@ namespace {
 // In the numbers of generated qualifiers, the distance between those of an attribute's first key and of its second.
 constexpr long keyStride = 1000000;
 
-bool isWritten(const KivAssociationRole* role)
-{
-    return role && role->participant;
-}
-
-// What is asked of the roles of an association as a whole. A role without a participant is none of them.
+// What is asked of the roles of an association as a whole.
 struct Ends {
     std::size_t count = 0;
     const KivAssociationRole* first = nullptr;
@@ -38,14 +34,6 @@ Ends endsOf(const KivAssociation& association)
         ++ends.count;
     }
     return ends;
-}
-
-bool isHidden(const KivAssociation& association)
-{
-    return association.modelLevel == hiddenLevel ||
-           std::any_of(association.roles.begin(), association.roles.end(), [](const KivAssociationRole* role) {
-               return isWritten(role) && role->participant->modelLevel == hiddenLevel;
-           });
 }
 
 //     (object ClassAttribute "number"
@@ -106,14 +94,6 @@ void printQualifiers(const KivAssociationRole& role, const Ends& ends)
         printGeneratedQualifiers(role, ends);
 }
 
-KivString cardinalityOf(const KivAssociationRole& role)
-{
-    int lower = 0;
-    int upper = 0;
-    decodeMultiplicity(role.multiplicity, &lower, &upper);
-    return buildMultiplicity(lower, upper);
-}
-
 // Hosts give the roles that nobody named a name with this mark.
 bool isUnnamed(const KivAssociationRole& role)
 {
@@ -142,7 +122,7 @@ void printRole(const KivAssociationRole& role, const KivAssociation& association
     printQualifiers(role, ends);
     line("exportControl\t", keyword(visibilityKeywords, role.visibility));
     const KivString cardinality = cardinalityOf(role);
-    if (!cardinality.isEmpty() && cardinality != "0")
+    if (isShown(cardinality))
         line("client_cardinality \t(value cardinality ", quoted(cardinality), ")");
     if (!role.constraint.isEmpty())
         line("Constraints\t", makeRoseDesc(role.constraint));

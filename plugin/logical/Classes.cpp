@@ -2,6 +2,7 @@
 
 #include "model/ExportState.h"
 #include "model/PositionOrder.h"
+#include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
 #include "petal/RoseKeywords.h"
 #include "types/TypeNames.h"
@@ -40,7 +41,7 @@ void printSuperclass(const KivGeneralization& generalization, long number, const
 // its view on a diagram refers to.
 void printSuperclasses(const KivGeneralization& generalization, const KivClass& theClass)
 {
-    if (generalization.modelLevel == hiddenLevel)
+    if (isHidden(generalization))
         return;
     const std::size_t subtypeCount = generalization.subtypes.count();
     const std::size_t subtype = std::min(generalization.subtypes.indexOf(&theClass), subtypeCount);
@@ -159,7 +160,7 @@ bool isInForeignKey(const KivAttribute& attribute)
 
 bool isWritten(const KivAttribute& attribute)
 {
-    return attribute.modelLevel != hiddenLevel && (exportFKattr || !isInForeignKey(attribute));
+    return !isHidden(attribute) && (exportFKattr || !isInForeignKey(attribute));
 }
 
 void printAttributeList(const KivClass& theClass)
@@ -186,7 +187,7 @@ void printAttributeList(const KivClass& theClass)
 //     language    "C++")
 int printClasses(KivClass* theClass)
 {
-    if (theClass->modelLevel == hiddenLevel)
+    if (isHidden(*theClass))
         return 1;
     const bool typed = theClass->classType != dataClassType;
     line("(object ", keyword(classKinds, theClass->classType), " ", quoted(theClass->getName()));

@@ -1,5 +1,6 @@
 #include "logical/LogicalView.h"
 
+#include "diagrams/ClassDiagrams.h"
 #include "model/ExportState.h"
 #include "petal/PetalWriter.h"
 
@@ -80,6 +81,13 @@ void printChildPackages(int* diagramCounter, KivModel* model, const KivDesignPac
             printPackages(0, diagramCounter, model, static_cast<KivDesignPackage*>(child));
 }
 
+void printDiagrams(int* diagramCounter, const KivDesignPackage& package)
+{
+    for (KivDiagram* const diagram : package.diagrams)
+        if (diagram && diagram->elementType == KivElementType::ClassDiagram)
+            printClassDiagrams(static_cast<KivClassDiagram*>(diagram), (*diagramCounter)++);
+}
+
 } // namespace
 
 // The level is raised once and lowered twice, so every package leaves what follows one level further left; readers go
@@ -103,6 +111,7 @@ int printPackages(int root, int* diagramCounter, KivModel* model, KivDesignPacka
     YScale = YLog;
     ROS_E_PRINTING_DIAGRAM.log(*localLog);
     line("logical_presentations \t(list unit_reference_list");
+    printDiagrams(diagramCounter, *package);
     append(")");
     decreaseIndent();
     append(")");

@@ -15,5 +15,6 @@ float XScale = 0.0F;
 float YScale = 0.0F;
 
 int multiplier = 0;
+long nextFreeViewNumber = 0;
 
 KivDesignPackage* theTmpPackage = nullptr;

@@ -29,9 +29,9 @@ extern float YScale;
 
 /// The numbering counter after numbering: the distance between the view numbers of two diagrams.
 extern int multiplier;
+/// The next number that no view of the file can have otherwise, for diagrams that run out of numbers. Starts at the
+/// number of class diagrams in the model times the counter.
+extern long nextFreeViewNumber;
 
 /// The "Logical View" package that `run` made, if it had to make one.
 extern KivDesignPackage* theTmpPackage;
-
-/// The level code of elements that are not exported.
-constexpr int hiddenLevel = 2;

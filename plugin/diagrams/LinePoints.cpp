@@ -1,0 +1,153 @@
+#include "diagrams/LinePoints.h"
+
+#include "kiv/KivIbmRationalRose98ExportVertices.h"
+#include "petal/PetalWriter.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace {
+
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+
+// Takes a decimal int from the front of `text`, white space before it allowed; nothing when there is none.
+std::optional<Coordinate> takeInt(std::string_view& text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+'))
+        text.remove_prefix(1);
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits == 0)
+        return std::nullopt;
+    Coordinate value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + digits, value);
+    if (result.ec == std::errc::result_out_of_range)
+        value = std::numeric_limits<Coordinate>::max();
+    text.remove_prefix(digits);
+    return clamped(isNegative ? -value : value);
+}
+
+// `text` is what stands from an opening to a closing parenthesis, both left out.
+std::optional<Point> parsePoint(std::string_view text)
+{
+    const std::optional<Coordinate> x = takeInt(text);
+    if (!x || !text.starts_with(','))
+        return std::nullopt;
+    text.remove_prefix(1);
+    const std::optional<Coordinate> y = takeInt(text);
+    if (!y || !text.empty())
+        return std::nullopt;
+    return Point{*x, *y};
+}
+
+void addNumber(KivString& text, Coordinate number)
+{
+    std::array<char, 24> digits;
+    const auto* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    text.add(std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data())));
+}
+
+KivString textOf(const Point& point)
+{
+    KivString text = "(";
+    addNumber(text, clamped(point.x));
+    text.add(std::string_view(","));
+    addNumber(text, clamped(point.y));
+    text.add(std::string_view(")"));
+    return text;
+}
+
+} // namespace
+
+std::optional<Point> PointReader::next()
+{
+    const std::size_t closing = rest.find(')');
+    if (closing == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view text = rest.substr(0, closing);
+    rest.remove_prefix(closing + 1);
+    const std::size_t opening = text.rfind('(');
+    if (opening == std::string_view::npos)
+        return Point();
+    return parsePoint(text.substr(opening + 1)).value_or(Point());
+}
+
+void LineShape::add(const Point& point)
+{
+    if (isEmpty)
+        first = point;
+    else if (point.x != last.x && point.y != last.y)
+        rectilinear = false;
+    last = point;
+    isEmpty = false;
+}
+
+Point LineShape::origin() const
+{
+    return scaled(first);
+}
+
+Point LineShape::terminal() const
+{
+    return scaled(last);
+}
+
+Point scaled(const Point& point)
+{
+    return {scaledX(point.x), scaledY(point.y)};
+}
+
+void printLine(const KivString& vertices)
+{
+    if (vertices.isEmpty()) {
+        line("line_style\t0");
+        return;
+    }
+    LineShape shape;
+    {
+        const List points("vertices\t(list Points");
+        PointReader reader(vertices.view());
+        while (const auto point = reader.next()) {
+            line(scaled(*point));
+            shape.add(*point);
+        }
+    }
+    if (shape.isRectilinear()) {
+        line("line_style\t3");
+        line("origin_attachment     ", shape.origin());
+        line("terminal_attachment   ", shape.terminal());
+    } else {
+        line("line_style\t0");
+    }
+}
+
+const KivString* verticesOf(const KivProjection* projection)
+{
+    if (!projection || projection->elementType != KivElementType::RelationshipProjection)
+        return nullptr;
+    return &static_cast<const KivRelationshipProjection*>(projection)->vertices;
+}
+
+KivIbmRationalRose98ExportVertices::KivIbmRationalRose98ExportVertices(const KivString& theVertices)
+    : vertices(theVertices)
+{
+    LineShape shape;
+    PointReader reader(vertices.view());
+    while (const auto point = reader.next())
+        shape.add(*point);
+    originPoint = textOf(shape.origin());
+    terminalPoint = textOf(shape.terminal());
+    rectilinear = shape.isRectilinear();
+}
+
+KivString& KivIbmRationalRose98ExportVertices::getLinePoints()
+{
+    increaseIndent();
+    PointReader reader(vertices.view());
+    while (const auto point = reader.next())
+        linePoints.add(indent.text.view()).add(textOf(scaled(*point)).view());
+    decreaseIndent();
+    return linePoints;
+}
