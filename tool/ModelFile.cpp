@@ -223,18 +223,28 @@ public:
         return result;
     }
 
-    // The place of `text` among the texts that may stand here.
+    template <std::size_t Count>
+    static std::string alternatives(const std::array<std::string_view, Count>& choices)
+    {
+        std::string result;
+        for (std::size_t i = 0; i < Count; ++i) {
+            if (i > 0)
+                result += i + 1 == Count ? " or " : ", ";
+            result += jsonQuoted(choices[i]);
+        }
+        return result;
+    }
+
+    // The place of a text among those that may stand here.
     template <std::size_t Count>
     static std::size_t readChoice(Value& value, const std::array<std::string_view, Count>& choices)
     {
-        std::string expected;
-        for (std::size_t i = 0; i < Count; ++i)
-            expected += (i == 0 ? "" : i + 1 == Count ? " or " : ", ") + jsonQuoted(choices[i]);
         const std::string_view token = tokenOf(value);
-        const std::string_view text = readText(value, expected.c_str());
-        const auto found = std::find(choices.begin(), choices.end(), text);
+        if (token.empty() || token.front() != '"')
+            failValue(value, alternatives(choices));
+        const auto found = std::find(choices.begin(), choices.end(), readText(value));
         if (found == choices.end())
-            fail(token.data(), expected, describe(token));
+            fail(token.data(), alternatives(choices), describe(token));
         return static_cast<std::size_t>(found - choices.begin());
     }
 
@@ -314,28 +324,45 @@ public:
     }
 
     // Reads every key of an object. Files list the keys of like objects in one order, so the search for a key starts
-    // behind the one before.
+    // behind the one before, and most are recognised at once.
     template <class Target, std::size_t Count>
     void readFields(Object& object, Target& target, const std::array<Field<Target>, Count>& fields)
     {
         static_assert(Count <= 64);
         std::uint64_t seen = 0;
         std::size_t next = 0;
-        forEachField(object, [&](std::string_view key, const char* at, Value value) {
-            std::size_t tried = 0;
-            while (tried < Count && fields[next].key != key) {
-                next = next + 1 == Count ? 0 : next + 1;
-                ++tried;
-            }
-            if (tried == Count)
-                failUnknownKey(key, at, fields);
+        for (auto result : object) {
+            simdjson::ondemand::field field;
+            if (const auto error = std::move(result).get(field); error != simdjson::SUCCESS)
+                throwSyntaxError(error, nullptr);
+            const char* at = field.key().raw() - 1;
+            if (!isKey(at, fields[next].key))
+                next = findKey(readKey(field, at), at, fields, next);
             if ((seen >> next & 1U) != 0)
-                fail(at, "each key once in an object", "the key " + jsonQuoted(key) + " again");
+                fail(at, "each key once in an object", "the key " + jsonQuoted(fields[next].key) + " again");
             seen |= std::uint64_t{1} << next;
-            fields[next].read(*this, target, value);
+            fields[next].read(*this, target, field.value());
             next = next + 1 == Count ? 0 : next + 1;
-            return true;
-        });
+        }
+    }
+
+    // Whether the key whose opening quote is at `at` is written as `key`.
+    static bool isKey(const char* at, std::string_view key)
+    {
+        return std::memcmp(at + 1, key.data(), key.size()) == 0 && at[1 + key.size()] == '"';
+    }
+
+    // Place of a key in the table, looked for from `start` on.
+    template <class Target, std::size_t Count>
+    std::size_t findKey(std::string_view key, const char* at, const std::array<Field<Target>, Count>& fields,
+                        std::size_t start)
+    {
+        for (std::size_t tried = 0; tried < Count; ++tried) {
+            const std::size_t place = (start + tried) % Count;
+            if (fields[place].key == key)
+                return place;
+        }
+        failUnknownKey(key, at, fields);
     }
 
     template <class Target, std::size_t Count>

@@ -2,7 +2,7 @@
 
 #include "model/ExportState.h"
 #include "model/Numbering.h"
-#include "petal/PetalWriter.h"
+#include "petal/Pieces.h"
 
 #include <algorithm>
 #include <functional>
@@ -41,9 +41,14 @@ void rememberProjections(const KivModelObject& object)
 
 } // namespace
 
-void put(Point point)
+char* copy(char* to, const Point& point)
 {
-    append("(", clamped(point.x), ",", clamped(point.y), ")");
+    *to++ = '(';
+    to = copy(to, clamped(point.x));
+    *to++ = ',';
+    to = copy(to, clamped(point.y));
+    *to++ = ')';
+    return to;
 }
 
 int clamped(Coordinate coordinate)

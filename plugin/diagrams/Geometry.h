@@ -2,6 +2,7 @@
 
 #include "kiv/KivPackage.h"
 
+#include <cstddef>
 #include <cstdint>
 
 /// Places on diagrams. Model coordinates are ints; Rose coordinates are those times the scale. Sums and differences
@@ -15,7 +16,13 @@ struct Point {
 
     friend bool operator==(const Point&, const Point&) = default;
 };
-void put(Point point);
+inline constexpr std::size_t pointBound = 25; // two ints, parentheses and comma
+
+constexpr std::size_t bound(const Point& /*point*/)
+{
+    return pointBound;
+}
+char* copy(char* to, const Point& point);
 
 [[nodiscard]] int clamped(Coordinate coordinate);
 

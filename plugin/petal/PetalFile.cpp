@@ -31,13 +31,26 @@ void PetalFile::close()
     area.reset();
 }
 
-void PetalFile::appendSlowly(std::string_view text)
+void PetalFile::append(std::string_view text)
 {
-    if (!good() || text.empty())
-        return;
     const auto size = static_cast<std::streamsize>(text.size());
-    if (buffer.sputn(text.data(), size) != size) {
-        setstate(badbit);
-        buffer.poison();
+    if (good() && buffer.sputn(text.data(), size) != size)
+        giveUp();
+}
+
+char* PetalFile::makeRoom(std::size_t size)
+{
+    if (!good() || size >= areaSize)
+        return nullptr;
+    if (!buffer.empty()) {
+        giveUp();
+        return nullptr;
     }
+    return buffer.room(size);
+}
+
+void PetalFile::giveUp()
+{
+    setstate(badbit);
+    buffer.poison();
 }

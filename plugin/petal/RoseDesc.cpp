@@ -1,6 +1,6 @@
 #include "petal/RoseDesc.h"
 
-#include "petal/PetalWriter.h"
+#include "petal/Pieces.h"
 
 #include <algorithm>
 
@@ -34,27 +34,45 @@ std::size_t escapedLength(std::string_view text)
     return text.size() + static_cast<std::size_t>(escaped);
 }
 
-void putTextBlock(RoseDesc desc)
+// Calls `visit` for each run of bytes of a text block, in order.
+template <class Visit>
+void forEachBlockRun(RoseDesc desc, Visit visit)
 {
     std::string_view before = desc.before;
-    forEachLine(desc.text, [&](std::string_view text) {
-        append("\n|", before, text);
+    forEachLine(desc.text, [&](std::string_view line) {
+        visit(std::string_view("\n|"));
+        visit(before);
+        visit(line);
         before = {};
     });
-    append(desc.after, "\n");
+    visit(desc.after);
+    visit(std::string_view("\n"));
 }
 
 } // namespace
 
+char* copy(char* to, RoseDesc desc)
+{
+    if (isBlock(desc)) {
+        forEachBlockRun(desc, [&](std::string_view run) { to = copy(to, run); });
+        return to;
+    }
+    to = copy(copy(to, "\""), desc.before);
+    to = copyEscaped(to, desc.text);
+    return copy(copy(to, desc.after), "\"");
+}
+
 void put(RoseDesc desc)
 {
     if (isBlock(desc)) {
-        putTextBlock(desc);
+        forEachBlockRun(desc, [](std::string_view run) { put(run); });
         return;
     }
-    append("\"", desc.before);
+    put(std::string_view("\""));
+    put(desc.before);
     putEscaped(desc.text);
-    append(desc.after, "\"");
+    put(desc.after);
+    put(std::string_view("\""));
 }
 
 std::size_t writtenLength(RoseDesc desc)

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "petal/PetalFile.h"
+#include "petal/Quid.h"
+#include "petal/RoseDesc.h"
+
+#include <charconv>
+#include <concepts>
+#include <cstring>
+#include <tuple>
+
+/// What lines are made of. For every kind of piece there are
+///
+///     std::size_t bound(piece)     the most bytes that it takes in the file
+///     char* copy(char* to, piece)  writes it to `to`, which has room for that many; returns where it ends
+///     void put(piece)              writes it to the file, whatever its size
+///
+/// so that a line goes straight into the stream's buffer in one go, and only what is larger than the buffer takes the
+/// way through the stream.
+
+/// A name between quotes that other pieces write; guarded so that it cannot end them.
+struct Guarded {
+    std::string_view name;
+};
+
+/// Pieces between double quotes.
+template <class... Pieces>
+struct Quoted {
+    std::tuple<Pieces...> pieces;
+};
+
+// Texts that stand as they are.
+
+template <std::size_t Size>
+constexpr std::size_t bound(const char (&/*literal*/)[Size])
+{
+    return Size - 1;
+}
+template <std::size_t Size>
+char* copy(char* to, const char (&literal)[Size])
+{
+    std::memcpy(to, literal, Size - 1);
+    return to + Size - 1;
+}
+inline std::size_t bound(std::string_view text)
+{
+    return text.size();
+}
+inline char* copy(char* to, std::string_view text)
+{
+    std::memcpy(to, text.data(), text.size());
+    return to + text.size();
+}
+inline void put(std::string_view text)
+{
+    theFile.append(text);
+}
+inline void put(const char* literal)
+{
+    theFile.append(literal);
+}
+
+// Texts in which some bytes are escaped.
+
+char* copyEscaped(char* to, std::string_view text);
+void putEscaped(std::string_view text);
+
+inline std::size_t bound(Guarded guarded)
+{
+    return 2 * guarded.name.size();
+}
+inline char* copy(char* to, Guarded guarded)
+{
+    return isSafeBetweenQuotes(guarded.name) ? copy(to, guarded.name) : copyEscaped(to, guarded.name);
+}
+inline void put(Guarded guarded)
+{
+    if (isSafeBetweenQuotes(guarded.name))
+        put(guarded.name);
+    else
+        putEscaped(guarded.name);
+}
+
+inline std::size_t bound(RoseDesc desc)
+{
+    return 2 * desc.text.size() + desc.before.size() + desc.after.size() + 3;
+}
+char* copy(char* to, RoseDesc desc);
+void put(RoseDesc desc);
+
+// Numbers and quids.
+
+inline constexpr std::size_t mostDigits = 20;
+
+template <std::integral Number>
+constexpr std::size_t bound(Number /*number*/)
+{
+    return mostDigits;
+}
+template <std::integral Number>
+char* copy(char* to, Number number)
+{
+    return std::to_chars(to, to + mostDigits, number).ptr;
+}
+inline std::size_t bound(const Quid& quid)
+{
+    return quid.view().size();
+}
+inline char* copy(char* to, const Quid& quid)
+{
+    return copy(to, quid.view());
+}
+
+// Pieces between quotes.
+
+template <class... Pieces>
+std::size_t bound(const Quoted<Pieces...>& quoted)
+{
+    return 2 + std::apply([](const auto&... piece) { return (bound(piece) + ...); }, quoted.pieces);
+}
+template <class... Pieces>
+char* copy(char* to, const Quoted<Pieces...>& quoted)
+{
+    *to++ = '"';
+    std::apply([&](const auto&... piece) { ((to = copy(to, piece)), ...); }, quoted.pieces);
+    *to++ = '"';
+    return to;
+}
+template <class... Pieces>
+void put(const Quoted<Pieces...>& quoted)
+{
+    put(std::string_view("\""));
+    std::apply([](const auto&... piece) { (put(piece), ...); }, quoted.pieces);
+    put(std::string_view("\""));
+}
+
+/// Everything else is small.
+template <class Piece>
+void put(const Piece& piece)
+{
+    constexpr std::size_t size = 256;
+    char text[size];
+    put(std::string_view(text, static_cast<std::size_t>(copy(text, piece) - text)));
+}
