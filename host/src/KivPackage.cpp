@@ -1,7 +1,8 @@
 #include "kiv/KivPackage.h"
 
-#include <deque>
+#include <array>
 #include <tuple>
+#include <vector>
 
 KivPackage::KivPackage() : KivPackage(KivElementType::Package) {}
 KivPackage::KivPackage(KivElementType code) : KivModelObject(code) {}
@@ -80,14 +81,37 @@ void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context
     }
 }
 
-// One deque for each class: addresses stay, and an object costs its own size.
+namespace {
+
+// Objects of one class, made a block at a time: addresses stay, and an object costs its own size.
+template <class Element>
+class Pool {
+public:
+    Element* create()
+    {
+        if (used == blockSize) {
+            blocks.push_back(std::make_unique<Block>());
+            used = 0;
+        }
+        return &(*blocks.back())[used++];
+    }
+
+private:
+    static constexpr std::size_t blockSize = 32;
+    using Block = std::array<Element, blockSize>;
+
+    std::vector<std::unique_ptr<Block>> blocks;
+    std::size_t used = blockSize;
+};
+
+} // namespace
+
 struct KivModel::Store {
-    std::tuple<std::deque<KivNote>, std::deque<KivProjection>, std::deque<KivRelationshipProjection>,
-               std::deque<KivBaseType>, std::deque<KivDerivedType>, std::deque<KivTypeValue>, std::deque<KivPackage>,
-               std::deque<KivDesignPackage>, std::deque<KivDiagram>, std::deque<KivClassDiagram>, std::deque<KivClass>,
-               std::deque<KivAttribute>, std::deque<KivOperation>, std::deque<KivArgument>, std::deque<KivCandidateKey>,
-               std::deque<KivForeignKey>, std::deque<KivAssociation>, std::deque<KivAssociationRole>,
-               std::deque<KivGeneralization>, std::deque<KivDependency>, std::deque<KivRealization>>
+    std::tuple<Pool<KivNote>, Pool<KivProjection>, Pool<KivRelationshipProjection>, Pool<KivBaseType>,
+               Pool<KivDerivedType>, Pool<KivTypeValue>, Pool<KivPackage>, Pool<KivDesignPackage>, Pool<KivDiagram>,
+               Pool<KivClassDiagram>, Pool<KivClass>, Pool<KivAttribute>, Pool<KivOperation>, Pool<KivArgument>,
+               Pool<KivCandidateKey>, Pool<KivForeignKey>, Pool<KivAssociation>, Pool<KivAssociationRole>,
+               Pool<KivGeneralization>, Pool<KivDependency>, Pool<KivRealization>>
         objects;
 };
 
@@ -102,7 +126,7 @@ void KivModel::traverseOwnContents(KivTraversalOperation& operation, void* conte
 template <class Element>
 Element* KivModel::create()
 {
-    return &std::get<std::deque<Element>>(store->objects).emplace_back();
+    return std::get<Pool<Element>>(store->objects).create();
 }
 
 template KivNote* KivModel::create();

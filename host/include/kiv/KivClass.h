@@ -13,9 +13,9 @@ class [[gnu::visibility("default")]] KivArgument : public KivModelObject
 public:
     KivArgument();
 
+    std::int16_t position = 0;
     KivType* type = nullptr; ///< null: no type
     KivString initialValue;
-    std::int16_t position = 0;
 };
 
 class [[gnu::visibility("default")]] KivOperation : public KivModelObject
@@ -23,12 +23,12 @@ class [[gnu::visibility("default")]] KivOperation : public KivModelObject
 public:
     KivOperation();
 
+    int visibility = 0; ///< 0 public, 1 protected, 2 private, other implementation
     KivString semantics;
     KivString preCondition;
     KivString postCondition;
     KivType* returnType = nullptr; ///< null: no result
     KivLinkTree<KivArgument> arguments;
-    int visibility = 0;  ///< 0 public, 1 protected, 2 private, other implementation
     int concurrency = 0; ///< 0 sequential, 1 guarded, 2 active, other synchronous
     std::int16_t position = 0;
     bool isAbstract = false;
@@ -58,11 +58,11 @@ class [[gnu::visibility("default")]] KivAttribute : public KivStructuralFeature
 public:
     KivAttribute();
 
+    int visibility = 0;      ///< 0 public, 1 protected, 2 private, other implementation
     KivType* type = nullptr; ///< null: no type
     KivString initialValue;
     KivVector<KivKey> keys; ///< the candidate and foreign keys that the attribute belongs to
     KivKeyMappings keyMappings;
-    int visibility = 0;  ///< 0 public, 1 protected, 2 private, other implementation
     int containment = 2; ///< 0 by value, 1 by reference, other unspecified
     std::int16_t position = 0;
     bool isStatic = false;

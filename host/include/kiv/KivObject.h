@@ -28,7 +28,13 @@ public:
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const;
 
+    // Fields are ordered by size, so that an object of a large model has no gaps.
     KivElementType elementType;
+
+private:
+    std::uint32_t lastPass = 0;
+
+public:
     /// A free slot for tools; null when nobody uses it.
     void* generalPointer = nullptr;
     /// Documentation; the text of a note stands here too.
@@ -50,9 +56,6 @@ protected:
     [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept;
 
     KivString name;
-
-private:
-    std::uint32_t lastPass = 0;
 };
 
 /// A note: a text attached to an element, or loose in a package.
