@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <system_error>
 #include <unistd.h>
 
@@ -54,6 +55,8 @@ std::string clashOf(const ExportRequest& request, const std::string& output)
         for (const auto* b = a + 1; b != std::end(files); ++b)
             if (isSameFile(a->first, b->first))
                 return b->first + ": " + b->second + " would overwrite " + a->second;
+    if (output == "-" && request.statisticsFile == "-")
+        return "standard output cannot take the output and the statistics both";
     return "";
 }
 
@@ -73,16 +76,6 @@ void proveComplete(OutputFile& output, const std::string& name)
     throw std::runtime_error(name + ": the file could not be written completely");
 }
 
-void writeStatistics(const ExportRequest& request, const Statistics& statistics)
-{
-    if (request.showsStatistics && !request.isQuiet)
-        std::cerr << statistics.asText();
-    if (request.statisticsFile.empty())
-        return;
-    OutputFile file(request.statisticsFile);
-    file.write(statistics.asJson());
-    file.commit();
-}
 
 // Loads the model, exports it into a temporary file and puts that in place.
 void exportModel(const ExportRequest& request, const std::string& outputName)
@@ -111,9 +104,15 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
     statistics.load = {secondsBetween(start, loadedAt), loaded.bytes, loaded.objects};
     statistics.number = {secondsBetween(runStart, begin), loaded.bytes, loaded.objects};
     statistics.write = {secondsBetween(begin, runEnd), output.size(), loaded.objects};
-    output.commit();
     statistics.peakMemory = peakMemoryOfProcess();
-    writeStatistics(request, statistics);
+    std::optional<OutputFile> statisticsFile;
+    if (!request.statisticsFile.empty())
+        statisticsFile.emplace(request.statisticsFile).write(statistics.asJson());
+    output.commit();
+    if (statisticsFile)
+        statisticsFile->commit();
+    if (request.showsStatistics && !request.isQuiet)
+        std::cerr << statistics.asText();
     // The process ends next; to take the model apart object by object would only cost time.
     [[maybe_unused]] static const KivModel* const left = loaded.model.release();
 }

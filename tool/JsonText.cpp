@@ -120,6 +120,24 @@ std::size_t firstStrayByte(std::string_view text)
     return valid;
 }
 
+std::size_t firstUnmatchedBracket(std::string_view text)
+{
+    std::vector<bool> areObjects; // the brackets open
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char byte = text[at];
+        if (byte == '"') {
+            at = stringEnd(text, at);
+        } else if (byte == '{' || byte == '[') {
+            areObjects.push_back(byte == '{');
+        } else if (byte == '}' || byte == ']') {
+            if (areObjects.empty() || areObjects.back() != (byte == '}'))
+                return at;
+            areObjects.pop_back();
+        }
+    }
+    return text.size();
+}
+
 bool isJsonNumber(std::string_view token)
 {
     std::size_t at = 0;

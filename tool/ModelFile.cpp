@@ -170,7 +170,7 @@ public:
     {
         const std::string_view token = tokenOf(value);
         if (!isJsonToken(token))
-            throw SyntaxError{token.data(), std::move(expected)};
+            throw SyntaxError{token.data(), "something that is no JSON value"};
         fail(token.data(), std::move(expected), describe(token));
     }
 
@@ -272,6 +272,8 @@ public:
 
     [[noreturn]] void throwSyntaxError(simdjson::error_code error, const char* fallback) const
     {
+        if (error == simdjson::INCOMPLETE_ARRAY_OR_OBJECT)
+            throw SyntaxError{text.data() + firstUnmatchedBracket(text), "a bracket without its counterpart"};
         const char* const at = locate();
         throw SyntaxError{at ? at : fallback, simdjson::error_message(error)};
     }
@@ -1045,7 +1047,9 @@ void Builder::resolveReferences()
         KivObject* target = nullptr;
         if (reference.id.data()) {
             const auto found = objects.find(reference.id);
-            const std::string expected = "the id of " + std::string(nameOf(reference.expected)) + " or null";
+            const bool mayBeNull = reference.expected != KivElementType::ClassDiagram; // of a projection
+            const std::string expected =
+                "the id of " + std::string(nameOf(reference.expected)) + (mayBeNull ? " or null" : "");
             if (found == objects.end())
                 fail(reference.at, expected, jsonQuoted(reference.id) + ", which is no id in the file");
             target = found->second;

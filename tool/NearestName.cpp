@@ -8,7 +8,7 @@
 
 namespace {
 
-// Names longer than this are no slip of the keyboard.
+// No known name is nearly as long; what a longer one has behind this makes no difference.
 constexpr std::size_t longestName = 100;
 
 char folded(char byte)
@@ -36,12 +36,10 @@ std::size_t editDistance(std::string_view a, std::string_view b)
 std::optional<std::string_view> nearestName(std::string_view name, std::span<const std::string_view> known)
 {
     std::optional<std::string_view> nearest;
-    std::size_t least = std::max<std::size_t>(2, name.size() / 2) + 1;
-    if (name.size() > longestName)
-        return nearest;
+    std::size_t least = 0;
     for (const std::string_view candidate : known) {
-        const std::size_t distance = editDistance(name, candidate);
-        if (distance < least) {
+        const std::size_t distance = editDistance(name.substr(0, longestName), candidate);
+        if (!nearest || distance < least) {
             least = distance;
             nearest = candidate;
         }

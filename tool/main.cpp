@@ -62,12 +62,12 @@ public:
     explicit ExportOptions(CLI::App& command) : app(command)
     {
         app.add_option("--option", assignments, "Set an option of the bridge by its own name (see: petal options)")
-            ->type_name("NAME=VALUE")
+            ->option_text("NAME=VALUE")
             ->allow_extra_args(false)
             ->check(CLI::Validator(checkOption, ""))
             ->take_all();
         app.add_option("--types", types, "Type system of type names")
-            ->type_name("as-is|c++|java|oracle")
+            ->option_text("as-is|c++|java|oracle")
             ->allow_extra_args(false)
             ->check(CLI::IsMember({"as-is", "c++", "java", "oracle"}).description(""))
             ->take_all();
@@ -143,7 +143,7 @@ private:
         Scale& scale = scales[name];
         scale.targets = std::move(targets);
         app.add_option(name, scale.percents, description)
-            ->type_name("PERCENT")
+            ->option_text("PERCENT")
             ->allow_extra_args(false)
             ->check(CLI::Range(leastScale, greatestScale).description(""))
             ->take_all();
@@ -155,6 +155,12 @@ private:
     std::map<std::string, OptionValue> flags;
     std::map<std::string, Scale> scales;
 };
+
+bool isCommand(const CLI::App& app, const std::string& name)
+{
+    const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
+    return !app.get_subcommands(isNamed).empty();
+}
 
 int runCommandLine(int argc, char** argv)
 {
@@ -178,13 +184,17 @@ int runCommandLine(int argc, char** argv)
         ->type_name("FILE");
     exportCommand->add_flag("-q,--quiet", request.isQuiet, "Say nothing but errors");
     exportCommand->add_flag("--stats", request.showsStatistics, "Say what the export cost");
-    exportCommand->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON")
+    exportCommand->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON; - is standard output")
         ->type_name("FILE");
 
     bool asJson = false;
     CLI::App* const optionsCommand = app.add_subcommand("options", optionsHelp);
     optionsCommand->add_flag("--json", asJson, "As JSON");
 
+    if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1])) {
+        report("there is no command '" + std::string(argv[1]) + "'; see petal --help");
+        return wrongUsage;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) { // help or version

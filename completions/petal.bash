@@ -1,0 +1,129 @@
+# Completion of the petal command for bash.
+
+_petal_booleans=(
+    BP_EXPORT_FOREIGN_KEY_ATTRIBUTES
+    BP_GENERATE_QUALIFIERS
+    BP_SHOW_CONSTRAINTS_IN_DIAGRAMS
+    BP_USE_GRAPHICAL_INFORMATION
+)
+_petal_percentages=(
+    BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM
+    BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM
+)
+
+# Offers the words behind the first that begin with the first.
+_petal_words() {
+    local current=$1 word
+    shift
+    for word; do
+        [[ $word == "$current"* ]] && COMPREPLY+=("$word")
+    done
+}
+
+# Offers the files that begin with $1, but none that match the pattern $2, and folders.
+_petal_files() {
+    local current=${1//\\/} file
+    current=${current#[\"\']}
+    while IFS= read -r file; do
+        COMPREPLY+=("$file")
+    done < <({ compgen -d -- "$current"; compgen -f -X "$2" -- "$current"; } | sort -u)
+    compopt -o filenames 2>/dev/null
+}
+
+# Offers NAME=, or the values of the option when its name is there.
+_petal_assignments() {
+    local name
+    case $1 in
+        BP_SUPPORTED_TYPES=*) _petal_words "$1" BP_SUPPORTED_TYPES={As\\\ is,C++,Java,Oracle\\\ 7.x/8} ;;
+        *=*)
+            for name in "${_petal_booleans[@]}"; do
+                _petal_words "$1" "$name="{True,False}
+            done
+            ;;
+        *)
+            for name in BP_SUPPORTED_TYPES "${_petal_booleans[@]}" "${_petal_percentages[@]}"; do
+                _petal_words "$1" "$name="
+            done
+            compopt -o nospace 2>/dev/null
+            ;;
+    esac
+}
+
+# Offers the argument $2 of the option $1.
+_petal_argument() {
+    case $1 in
+        --option) _petal_assignments "$2" ;;
+        --types) _petal_words "$2" as-is c++ java oracle ;;
+        -o | --output | --log | --stats-json) _petal_files "$2" '' ;;
+    esac
+}
+
+_petal_takes_argument() {
+    case $1 in
+        -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json) return 0 ;;
+        *) return 1 ;;
+    esac
+}
+
+_petal_export() {
+    local current=$1 option='' models=0 all_models='' word
+    shift
+    for word; do
+        if [[ $option ]]; then
+            option=''
+        elif [[ ! $all_models && $word == -- ]]; then
+            all_models=1
+        elif [[ $all_models || $word != -?* ]]; then
+            models=$((models + 1))
+        elif _petal_takes_argument "$word"; then
+            option=$word
+        fi
+    done
+    if [[ $option ]]; then
+        _petal_argument "$option" "$current"
+    elif [[ ! $all_models && $current == --*=* ]]; then
+        lead=${current%%=*}=
+        _petal_argument "${current%%=*}" "${current#*=}"
+    elif [[ ! $all_models && $current == -* ]]; then
+        _petal_words "$current" -h --help -o --output --option --types --foreign-keys --qualifiers --constraints \
+            --no-geometry --scale --x-scale --y-scale --log -q --quiet --stats --stats-json
+    elif [[ $models == 0 ]]; then
+        _petal_files "$current" '!*.json'
+    fi
+}
+
+_petal() {
+    local words=() last=-1 lead='' i word
+    COMPREPLY=()
+    # Where the shell splits words at =, they are put together again.
+    for ((i = 1; i <= COMP_CWORD; i++)); do
+        word=${COMP_WORDS[i]}
+        if [[ $last -ge 0 && ( $word == = || ( ${COMP_WORDS[i - 1]} == = && ${words[last]} == *= ) ) ]]; then
+            words[last]+=$word
+        else
+            words+=("$word")
+            last=$((last + 1))
+        fi
+    done
+    local current=${words[last]} before=("${words[@]:0:last}")
+
+    case ${before[0]} in
+        '')
+            if [[ $current == -* ]]; then
+                _petal_words "$current" -h --help --version
+            else
+                _petal_words "$current" export options
+            fi
+            ;;
+        export) _petal_export "$current" "${before[@]:1}" ;;
+        options) _petal_words "$current" -h --help --json ;;
+    esac
+
+    # The shell replaces only what stands behind the last = where it splits words there.
+    COMPREPLY=("${COMPREPLY[@]/#/$lead}")
+    if [[ $COMP_WORDBREAKS == *=* && $current == *=* ]]; then
+        COMPREPLY=("${COMPREPLY[@]#"${current%=*}="}")
+    fi
+}
+
+complete -F _petal petal
