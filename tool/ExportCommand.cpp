@@ -76,7 +76,6 @@ void proveComplete(OutputFile& output, const std::string& name)
     throw std::runtime_error(name + ": the file could not be written completely");
 }
 
-
 // Loads the model, exports it into a temporary file and puts that in place.
 void exportModel(const ExportRequest& request, const std::string& outputName)
 {

@@ -354,6 +354,14 @@ public:
         return std::memcmp(at + 1, key.data(), key.size()) == 0 && at[1 + key.size()] == '"';
     }
 
+    static bool isEscaped(const char* at)
+    {
+        const char* end = at + 1;
+        while (*end != '"' && *end != '\\')
+            ++end;
+        return *end == '\\';
+    }
+
     // Place of a key in the table, looked for from `start` on.
     template <class Target, std::size_t Count>
     std::size_t findKey(std::string_view key, const char* at, const std::array<Field<Target>, Count>& fields,
@@ -387,12 +395,17 @@ public:
     bool findField(Object& object, std::string_view wanted, Read read)
     {
         bool found = false;
-        forEachField(object, [&](std::string_view key, const char* /*at*/, Value value) {
-            found = key == wanted;
-            if (found)
-                read(value);
-            return !found;
-        });
+        for (auto result : object) {
+            simdjson::ondemand::field field;
+            if (const auto error = std::move(result).get(field); error != simdjson::SUCCESS)
+                throwSyntaxError(error, nullptr);
+            const char* at = field.key().raw() - 1;
+            found = isKey(at, wanted) || (isEscaped(at) && readKey(field, at) == wanted);
+            if (found) {
+                read(field.value());
+                break;
+            }
+        }
         rewind(object);
         return found;
     }

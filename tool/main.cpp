@@ -184,7 +184,8 @@ int runCommandLine(int argc, char** argv)
         ->type_name("FILE");
     exportCommand->add_flag("-q,--quiet", request.isQuiet, "Say nothing but errors");
     exportCommand->add_flag("--stats", request.showsStatistics, "Say what the export cost");
-    exportCommand->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON; - is standard output")
+    exportCommand
+        ->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON; - is standard output")
         ->type_name("FILE");
 
     bool asJson = false;

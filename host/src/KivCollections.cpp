@@ -17,6 +17,9 @@ constexpr std::uint32_t nothing = std::numeric_limits<std::uint32_t>::max();
 // Up to here a look at every element is as fast as any table, and most collections of a model are smaller.
 constexpr std::size_t smallCount = 8;
 
+// The smallest block of memory holds this many pointers.
+constexpr std::size_t leastCapacity = 3;
+
 // Marks a slot whose element was taken out; a null pointer can be an element.
 KivObject* hole() noexcept
 {
@@ -251,6 +254,13 @@ void KivSequence::reserve(std::size_t additional)
 void KivSequence::append(KivObject* object)
 {
     Places& p = ensurePlaces();
+    if (!p.lookup && p.slots.size() - p.live <= p.live) { // nothing to keep up, no room worth winning back
+        if (p.slots.capacity() == 0)
+            p.slots.reserve(leastCapacity);
+        p.slots.push_back(object);
+        ++p.live;
+        return;
+    }
     if (p.slots.size() == p.slots.capacity()) {
         if (p.slots.size() - p.live > p.live) { // mostly free slots: move the elements together instead of growing
             std::erase(p.slots, hole());

@@ -1,6 +1,20 @@
 #include "kiv/KivObject.h"
 
+#include <array>
 #include <atomic>
+
+namespace {
+
+constexpr std::size_t codeCount = static_cast<std::size_t>(KivElementType::Package) + 1;
+
+constexpr std::array<bool, codeCount> modelObjects = [] {
+    std::array<bool, codeCount> result = {};
+    for (std::size_t code = 0; code < codeCount; ++code)
+        result[code] = isInstance(static_cast<KivElementType>(code), KivElementType::ModelObject);
+    return result;
+}();
+
+} // namespace
 
 KivTraversalOperation::~KivTraversalOperation() = default;
 void KivTraversalOperation::pre_process(KivObject* /*object*/, void*& /*context*/) {}
@@ -11,10 +25,9 @@ KivObject::~KivObject() = default;
 
 bool KivObject::isInstanceOf(KivElementType code) const
 {
-    for (KivElementType own = elementType; own != code; own = baseOf(own))
-        if (own == KivElementType::Object)
-            return false;
-    return true;
+    if (code == KivElementType::ModelObject) // what passes over a whole model ask of every object
+        return modelObjects[static_cast<std::size_t>(elementType)];
+    return isInstance(elementType, code);
 }
 
 void KivObject::setName(const KivString& newName)
@@ -35,14 +48,6 @@ void KivObject::depthTraversal(KivTraversalOperation& operation, void* context)
 }
 
 void KivObject::_depthTraversal(KivTraversalOperation& /*operation*/, void* /*context*/) {}
-
-bool KivObject::enter(const KivTraversalOperation& operation) noexcept
-{
-    if (lastPass == operation.pass)
-        return false;
-    lastPass = operation.pass;
-    return true;
-}
 
 void KivObject::visit(KivObject* object, KivTraversalOperation& operation, void* context)
 {

@@ -1,18 +1,11 @@
 #include "kiv/KivString.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <stdexcept>
 #include <utility>
-
-namespace {
-
-using Count = std::atomic_ref<unsigned>;
-
-} // namespace
 
 // The header and the bytes lie in one block, so that a name costs one allocation and a string one pointer.
 KivString::Storage* KivString::allocate(std::size_t capacity)
@@ -25,10 +18,9 @@ KivString::Storage* KivString::allocate(std::size_t capacity)
     return storage;
 }
 
-void KivString::release(Storage* storage) noexcept
+void KivString::destroy(Storage* storage) noexcept
 {
-    if (storage && Count(storage->references).fetch_sub(1, std::memory_order_acq_rel) == 1)
-        ::operator delete(storage);
+    ::operator delete(storage);
 }
 
 KivString::KivString(const char* text)
@@ -40,32 +32,6 @@ KivString::KivString(const char* text)
 KivString::KivString(std::string_view text)
 {
     assign(text);
-}
-
-KivString::KivString(const KivString& other) noexcept : storage(other.storage)
-{
-    if (storage)
-        Count(storage->references).fetch_add(1, std::memory_order_relaxed);
-}
-
-KivString::KivString(KivString&& other) noexcept : storage(std::exchange(other.storage, nullptr)) {}
-
-KivString& KivString::operator=(const KivString& other) noexcept
-{
-    KivString copy(other);
-    std::swap(storage, copy.storage);
-    return *this;
-}
-
-KivString& KivString::operator=(KivString&& other) noexcept
-{
-    std::swap(storage, other.storage);
-    return *this;
-}
-
-KivString::~KivString()
-{
-    release(storage);
 }
 
 void KivString::assign(std::string_view text)
@@ -102,8 +68,7 @@ KivString& KivString::add(std::string_view text)
     if (text.empty())
         return *this;
     const std::size_t old = length();
-    const bool fits = storage && Count(storage->references).load(std::memory_order_acquire) == 1 &&
-                      storage->capacity - old >= text.size();
+    const bool fits = storage && !storage->isShared() && storage->capacity - old >= text.size();
     if (!fits) {
         Storage* const grown = allocate(std::max(old + text.size(), std::min<std::size_t>(old * 2, 1U << 31)));
         std::memcpy(grown->bytes(), this->text(), old);
@@ -121,7 +86,7 @@ void KivString::truncate(std::size_t count)
 {
     if (count >= length())
         return;
-    if (Count(storage->references).load(std::memory_order_acquire) != 1) {
+    if (storage->isShared()) {
         *this = left(count);
         return;
     }

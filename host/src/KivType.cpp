@@ -6,7 +6,7 @@
 namespace {
 
 struct DataType {
-    const char* identifier;
+    std::string_view identifier;
     const char* oldIdentifier;
     const char* cppName; // null: depends on length or scale
 };
@@ -79,7 +79,7 @@ KivString buildCppTypeName(const KivType* type)
         return type->getName();
     if (entry->cppName)
         return cppNames()[static_cast<std::size_t>(entry - dataTypes.data())];
-    if (std::string_view(entry->identifier) == "CHAR")
+    if (entry->identifier == "CHAR")
         return type->getLength() == 0 || type->getLength() == 1 ? character : text;
     return type->getScale() <= 0 ? integer : real;
 }

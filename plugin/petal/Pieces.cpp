@@ -2,17 +2,17 @@
 
 namespace {
 
-// Calls `visit` for each run of bytes that stay, and for each sequence that stands for an escaped byte.
-template <class Visit>
-void forEachRun(std::string_view text, Visit visit)
+// Calls `plain` for each run of bytes that stay, and `escaped` with what stands for a byte between two runs.
+template <class Plain, class Escaped>
+void forEachRun(std::string_view text, Plain plain, Escaped escaped)
 {
     for (;;) {
-        const std::size_t plain = plainLength(text);
-        visit(text.substr(0, plain));
-        if (plain == text.size())
+        const std::size_t length = plainLength(text);
+        plain(text.substr(0, length));
+        if (length == text.size())
             return;
-        visit(std::string_view(escapeSequence(text[plain])));
-        text.remove_prefix(plain + 1);
+        escaped(escapeSequence(text[length]));
+        text.remove_prefix(length + 1);
     }
 }
 
@@ -20,11 +20,17 @@ void forEachRun(std::string_view text, Visit visit)
 
 char* copyEscaped(char* to, std::string_view text)
 {
-    forEachRun(text, [&](std::string_view run) { to = copy(to, run); });
+    const auto plain = [&](std::string_view run) { to = copy(to, run); };
+    const auto escaped = [&](const char* sequence) {
+        *to++ = sequence[0];
+        *to++ = sequence[1];
+    };
+    forEachRun(text, plain, escaped);
     return to;
 }
 
 void putEscaped(std::string_view text)
 {
-    forEachRun(text, [](std::string_view run) { put(run); });
+    forEachRun(
+        text, [](std::string_view run) { put(run); }, [](const char* sequence) { put(sequence); });
 }

@@ -3,13 +3,14 @@
 #include "kiv/KivKey.h"
 #include "kiv/KivType.h"
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivDependency;
 class KivGeneralization;
 class KivRealization;
 
 /// An argument of an operation, or a template parameter of a class.
-class [[gnu::visibility("default")]] KivArgument : public KivModelObject
-{
+class KivArgument : public KivModelObject {
 public:
     KivArgument();
 
@@ -18,8 +19,7 @@ public:
     KivString initialValue;
 };
 
-class [[gnu::visibility("default")]] KivOperation : public KivModelObject
-{
+class KivOperation : public KivModelObject {
 public:
     KivOperation();
 
@@ -37,24 +37,21 @@ public:
     bool isVirtual = false;
 
 protected:
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class [[gnu::visibility("default")]] KivFeature : public KivModelObject
-{
+class KivFeature : public KivModelObject {
 protected:
     using KivModelObject::KivModelObject;
 };
 
-class [[gnu::visibility("default")]] KivStructuralFeature : public KivFeature
-{
+class KivStructuralFeature : public KivFeature {
 protected:
     using KivFeature::KivFeature;
 };
 
 /// An attribute of a class, or a qualifier of an association role.
-class [[gnu::visibility("default")]] KivAttribute : public KivStructuralFeature
-{
+class KivAttribute : public KivStructuralFeature {
 public:
     KivAttribute();
 
@@ -69,31 +66,20 @@ public:
     bool isDerived = false;
 };
 
-class [[gnu::visibility("default")]] KivClassifier : public KivModelElement
-{
+class KivClassifier : public KivModelElement {
 protected:
     using KivModelElement::KivModelElement;
 };
 
-class [[gnu::visibility("default")]] KivClass : public KivClassifier
-{
+class KivClass : public KivClassifier {
 public:
     KivClass();
 
-    [[nodiscard]] std::size_t getAttributeCount() const noexcept
-    {
-        return attributes.count();
-    }
+    [[nodiscard]] std::size_t getAttributeCount() const noexcept { return attributes.count(); }
     /// `index` must be below `getAttributeCount()`.
-    [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept
-    {
-        return attributes.at(index);
-    }
+    [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept { return attributes.at(index); }
     /// Fills `view` with the operations in ascending position.
-    void getOperationByPosition(KivOperationByPosition & view) const
-    {
-        view.fill(operations);
-    }
+    void getOperationByPosition(KivOperationByPosition& view) const { view.fill(operations); }
 
     KivVector<KivAttribute> attributes;
     KivVector<KivOperation> operations;
@@ -114,5 +100,7 @@ public:
     bool isPersistent = false;
 
 protected:
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivObject;
 
 /// What the three container kinds of the model share: objects in the order in which they were added.
@@ -15,26 +17,19 @@ class KivObject;
 /// Element at index i is the i-th added of those still there. Count and element at index take constant time;
 /// membership, index and removal take constant time on average, logarithmic time where elements were removed from the
 /// middle. A removal keeps the order of the rest. A collection never owns its elements. An empty one is one pointer.
-class [[gnu::visibility("default")]] KivSequence
-{
+class KivSequence {
 public:
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
     KivSequence() noexcept;
-    KivSequence(KivSequence &&) noexcept;
+    KivSequence(KivSequence&&) noexcept;
     KivSequence& operator=(KivSequence&&) noexcept;
     KivSequence(const KivSequence&) = delete;
     KivSequence& operator=(const KivSequence&) = delete;
     ~KivSequence();
 
-    [[nodiscard]] std::size_t count() const noexcept
-    {
-        return places ? places->live : 0;
-    }
-    [[nodiscard]] bool isEmpty() const noexcept
-    {
-        return count() == 0;
-    }
+    [[nodiscard]] std::size_t count() const noexcept { return places ? places->live : 0; }
+    [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
     void removeAll() noexcept;
     /// Makes room: the next `additional` additions neither allocate nor throw.
     void reserve(std::size_t additional);
@@ -47,16 +42,16 @@ protected:
     }
     /// Index of the first place that holds `object`, or `npos`.
     [[nodiscard]] std::size_t indexOfObject(const KivObject* object) const;
-    void append(KivObject * object);
+    void append(KivObject* object);
     /// Returns false, and changes nothing, when `object` is already there.
-    bool appendOnce(KivObject * object);
+    bool appendOnce(KivObject* object);
     /// Takes out the first place that holds `object`; returns false when there is none. When it throws, nothing has
     /// changed; it does not throw for the first or the last element of a collection of up to eight or a reserved one.
     bool removeObject(const KivObject* object);
     /// The first element of that exact name, or null.
     [[nodiscard]] KivObject* objectNamed(const KivString& name) const;
     /// Must be called after the name of `object` changed from `oldName`.
-    void renamed(KivObject * object, const KivString& oldName) noexcept;
+    void renamed(KivObject* object, const KivString& oldName) noexcept;
 
 private:
     struct Lookup;
@@ -142,3 +137,5 @@ public:
     /// Must be called when an element has got another name, with the name it had before.
     void rename(Element* element, const KivString& oldName) noexcept { this->renamed(element, oldName); }
 };
+
+#pragma GCC visibility pop

@@ -105,3 +105,12 @@ enum class KivElementType : int {
     }
     return Object;
 }
+
+/// Whether an object with the code `own` is an instance of `code`: of its own code, or of one further up the tree.
+[[nodiscard]] constexpr bool isInstance(KivElementType own, KivElementType code) noexcept
+{
+    for (; own != code; own = baseOf(own))
+        if (own == KivElementType::Object)
+            return false;
+    return true;
+}

@@ -2,11 +2,12 @@
 
 #include "kiv/KivObject.h"
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivAttribute;
 
 /// A key of a class: the attributes that identify an object of it, or one of another class.
-class [[gnu::visibility("default")]] KivKey : public KivModelObject
-{
+class KivKey : public KivModelObject {
 public:
     KivLinkTree<KivAttribute> attributes;
 
@@ -14,14 +15,12 @@ protected:
     using KivModelObject::KivModelObject;
 };
 
-class [[gnu::visibility("default")]] KivCandidateKey : public KivKey
-{
+class KivCandidateKey : public KivKey {
 public:
     KivCandidateKey();
 };
 
-class [[gnu::visibility("default")]] KivForeignKey : public KivKey
-{
+class KivForeignKey : public KivKey {
 public:
     KivForeignKey();
 };
@@ -33,8 +32,7 @@ struct KivKeyMapping {
 };
 
 /// The key mappings of an attribute, in the order in which they were added; of several with one key the first holds.
-class [[gnu::visibility("default")]] KivKeyMappings
-{
+class KivKeyMappings {
 public:
     KivKeyMappings() noexcept;
     ~KivKeyMappings();
@@ -42,10 +40,7 @@ public:
     KivKeyMappings& operator=(const KivKeyMappings&) = delete;
 
     void add(const KivKeyMapping& mapping);
-    [[nodiscard]] std::size_t count() const noexcept
-    {
-        return keys.count();
-    }
+    [[nodiscard]] std::size_t count() const noexcept { return keys.count(); }
     /// `index` must be below `count()`.
     [[nodiscard]] KivKeyMapping at(std::size_t index) const;
     /// The counterpart in the first mapping with `key`, or null; constant time on average.
@@ -55,3 +50,5 @@ private:
     KivVector<KivKey> keys;
     KivVector<KivModelObject> counterparts;
 };
+
+#pragma GCC visibility pop

@@ -4,28 +4,23 @@
 
 #include <exception>
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivLog;
 
 /// A named message of the host's catalogue. In its text `%1` stands for the argument.
-class [[gnu::visibility("default")]] KivMessageIdentifier
-{
+class KivMessageIdentifier {
 public:
     /// Both texts must outlive the identifier; the catalogue uses literals.
     constexpr KivMessageIdentifier(const char* theName, const char* theText) noexcept : name(theName), text(theText) {}
 
-    [[nodiscard]] constexpr const char* getName() const noexcept
-    {
-        return name;
-    }
-    [[nodiscard]] constexpr const char* getText() const noexcept
-    {
-        return text;
-    }
+    [[nodiscard]] constexpr const char* getName() const noexcept { return name; }
+    [[nodiscard]] constexpr const char* getText() const noexcept { return text; }
     /// The finished text: the argument stands in it as a name does in a file, so that it never breaks the line.
     [[nodiscard]] KivString format(const KivString& argument) const;
 
-    void log(KivLog & log) const;
-    void log(KivLog & log, const KivString& argument) const;
+    void log(KivLog& log) const;
+    void log(KivLog& log, const KivString& argument) const;
     /// Throws a `KivException` with this identifier.
     [[noreturn]] void throwException(const KivString& argument) const;
 
@@ -35,8 +30,7 @@ private:
 };
 
 /// The host's exception type.
-class [[gnu::visibility("default")]] KivException : public std::exception
-{
+class KivException : public std::exception {
 public:
     KivException(const KivMessageIdentifier& theIdentifier, const KivString& theArgument) noexcept;
     ~KivException() override;
@@ -44,15 +38,9 @@ public:
     KivException& operator=(const KivException&) noexcept = default;
 
     /// Which failure this is; compare its address or its name.
-    [[nodiscard]] const KivMessageIdentifier& getIdentifier() const noexcept
-    {
-        return *identifier;
-    }
+    [[nodiscard]] const KivMessageIdentifier& getIdentifier() const noexcept { return *identifier; }
     /// The argument as it was given.
-    [[nodiscard]] const KivString& getArgument() const noexcept
-    {
-        return argument;
-    }
+    [[nodiscard]] const KivString& getArgument() const noexcept { return argument; }
     /// The finished text. Without memory to build it, the catalogue's text with its `%1`.
     [[nodiscard]] const char* what() const noexcept override
     {
@@ -66,21 +54,16 @@ private:
 };
 
 /// One message on its way to the log. It refers to the argument, so it is to be used before the call returns.
-struct [[gnu::visibility("default")]] KivLogEntry
-{
+struct KivLogEntry {
     const KivMessageIdentifier& identifier;
     const KivString& argument;
 
     /// The finished text.
-    [[nodiscard]] KivString getText() const
-    {
-        return identifier.format(argument);
-    }
+    [[nodiscard]] KivString getText() const { return identifier.format(argument); }
 };
 
 /// The host's log. What an implementation throws ends the operation that logged.
-class [[gnu::visibility("default")]] KivLog
-{
+class KivLog {
 public:
     KivLog() = default;
     KivLog(const KivLog&) = delete;
@@ -91,22 +74,24 @@ public:
 
 /// The catalogue. The argument of each is given in parentheses.
 /// Thrown: the output file cannot be opened (the path in the locale's encoding).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE;
+extern const KivMessageIdentifier ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE;
 /// Thrown in place of an exception that is not the host's (the name of the bridge).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier BRIDGE_UNEXPECTED_ERROR;
+extern const KivMessageIdentifier BRIDGE_UNEXPECTED_ERROR;
 /// Thrown: a text has characters that the locale's encoding lacks (the text).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier BRIDGE_UNCONVERTIBLE_TEXT;
+extern const KivMessageIdentifier BRIDGE_UNCONVERTIBLE_TEXT;
 /// Thrown: the package tree is deeper than an export follows (name of the package).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_PACKAGES_NESTED_TOO_DEEP;
+extern const KivMessageIdentifier ROS_E_PACKAGES_NESTED_TOO_DEEP;
 /// Thrown: `run` was called from inside `run` (empty).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_EXPORT_RUNNING;
+extern const KivMessageIdentifier ROS_E_EXPORT_RUNNING;
 /// Logged: the view numbers of the file repeat (none).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_VIEW_NUMBERS_WRAP;
+extern const KivMessageIdentifier ROS_E_VIEW_NUMBERS_WRAP;
 /// Logged: a package begins (its name).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_PRINTING_PACKAGE;
+extern const KivMessageIdentifier ROS_E_PRINTING_PACKAGE;
 /// Logged: the classes of a package begin (none).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_PRINTING_CLASSES;
+extern const KivMessageIdentifier ROS_E_PRINTING_CLASSES;
 /// Logged: the associations of a package begin (none).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_PRINTING_ASSOCIATIONS;
+extern const KivMessageIdentifier ROS_E_PRINTING_ASSOCIATIONS;
 /// Logged: the diagrams of a package begin (none).
-[[gnu::visibility("default")]] extern const KivMessageIdentifier ROS_E_PRINTING_DIAGRAM;
+extern const KivMessageIdentifier ROS_E_PRINTING_DIAGRAM;
+
+#pragma GCC visibility pop

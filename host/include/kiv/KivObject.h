@@ -7,13 +7,14 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default) // what the library exports
+
 /// Root of everything a model holds.
 ///
 /// Objects are plain data: the host fills the public fields, tools read them. They refer to each other by plain
 /// pointers and own nothing but their texts and collections; `KivModel::create` makes objects that live as long as the
 /// model.
-class [[gnu::visibility("default")]] KivObject
-{
+class KivObject {
 public:
     KivObject(const KivObject&) = delete;
     KivObject& operator=(const KivObject&) = delete;
@@ -24,7 +25,7 @@ public:
     /// Visits this object and everything it holds, depth-first, each object once; what an object holds is visited in
     /// a fixed order (packages: elements, sub-packages, diagrams, notes). Neither allocates nor recurses with the
     /// depth of the package tree, so it throws only what the operation throws.
-    virtual void depthTraversal(KivTraversalOperation & operation, void* context);
+    virtual void depthTraversal(KivTraversalOperation& operation, void* context);
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const;
 
@@ -43,9 +44,9 @@ public:
 protected:
     explicit KivObject(KivElementType code);
     /// Visits what the object holds.
-    virtual void _depthTraversal(KivTraversalOperation & operation, void* context);
+    virtual void _depthTraversal(KivTraversalOperation& operation, void* context);
     /// Visits `object` unless it is null or this pass has been there.
-    static void visit(KivObject * object, KivTraversalOperation & operation, void* context);
+    static void visit(KivObject* object, KivTraversalOperation& operation, void* context);
     template <class Element>
     static void visitAll(const KivSequenceOf<Element>& elements, KivTraversalOperation& operation, void* context)
     {
@@ -53,33 +54,33 @@ protected:
             visit(element, operation, context);
     }
     /// True the first time that the pass of `operation` asks.
-    [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept;
+    [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept
+    {
+        if (lastPass == operation.pass)
+            return false;
+        lastPass = operation.pass;
+        return true;
+    }
 
     KivString name;
 };
 
 /// A note: a text attached to an element, or loose in a package.
-class [[gnu::visibility("default")]] KivNote : public KivObject
-{
+class KivNote : public KivObject {
 public:
     KivNote();
-    [[nodiscard]] const KivString& getText() const
-    {
-        return description;
-    }
+    [[nodiscard]] const KivString& getText() const { return description; }
 };
 
 class KivClassDiagram;
 
-class [[gnu::visibility("default")]] KivPresentationElement : public KivObject
-{
+class KivPresentationElement : public KivObject {
 protected:
     using KivObject::KivObject;
 };
 
 /// Where and how an element is drawn on one diagram.
-class [[gnu::visibility("default")]] KivProjection : public KivPresentationElement
-{
+class KivProjection : public KivPresentationElement {
 public:
     KivProjection();
 
@@ -102,8 +103,7 @@ protected:
 };
 
 /// The projection of a relationship or role: a line.
-class [[gnu::visibility("default")]] KivRelationshipProjection : public KivProjection
-{
+class KivRelationshipProjection : public KivProjection {
 public:
     KivRelationshipProjection();
 
@@ -112,8 +112,7 @@ public:
 };
 
 /// Every object that carries a number during an export.
-class [[gnu::visibility("default")]] KivModelObject : public KivObject
-{
+class KivModelObject : public KivObject {
 public:
     KivVector<KivNote> notes;
     KivVector<KivProjection> projections;
@@ -127,8 +126,9 @@ protected:
     using KivObject::KivObject;
 };
 
-class [[gnu::visibility("default")]] KivModelElement : public KivModelObject
-{
+class KivModelElement : public KivModelObject {
 protected:
     using KivModelObject::KivModelObject;
 };
+
+#pragma GCC visibility pop

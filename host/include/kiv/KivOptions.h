@@ -5,27 +5,24 @@
 #include <cstdint>
 #include <vector>
 
+#pragma GCC visibility push(default) // what the library exports
+
 /// What kind of value an option takes; values are texts all the same.
 enum class KivOptionKind { OutputFile, Enumeration, Boolean, IntegerPercent };
 
 /// A value that an enumeration or boolean option can have.
-class [[gnu::visibility("default")]] KivOptionEnumLiteral
-{
+class KivOptionEnumLiteral {
 public:
     constexpr explicit KivOptionEnumLiteral(const char* theText) noexcept : text(theText) {}
     /// The text under which the value stands in an option list; compared byte for byte.
-    [[nodiscard]] constexpr std::string_view getText() const noexcept
-    {
-        return text;
-    }
+    [[nodiscard]] constexpr std::string_view getText() const noexcept { return text; }
 
 private:
     const char* text;
 };
 
 /// An option with its value.
-struct [[gnu::visibility("default")]] KivOption
-{
+struct KivOption {
     KivString name;
     KivString description;
     KivOptionKind kind = KivOptionKind::OutputFile;
@@ -36,16 +33,12 @@ struct [[gnu::visibility("default")]] KivOption
 };
 
 /// The options of a bridge, in the order in which they are shown.
-class [[gnu::visibility("default")]] KivOptionList
-{
+class KivOptionList {
 public:
     void removeAll() noexcept;
     /// Adds an option at the end.
     void append(KivOption option);
-    [[nodiscard]] const std::vector<KivOption>& getOptions() const noexcept
-    {
-        return options;
-    }
+    [[nodiscard]] const std::vector<KivOption>& getOptions() const noexcept { return options; }
     /// The first option of that exact name, or null; valid until the list changes.
     [[nodiscard]] const KivOption* find(const KivString& name) const noexcept;
     /// The value of the first option of that name; empty when there is none.
@@ -53,10 +46,7 @@ public:
     /// Sets the value of the first option of that name; returns false when there is none.
     bool setValue(const KivString& name, const KivString& value) noexcept;
     /// Names the content: two lists with one revision have the same options and values.
-    [[nodiscard]] std::uint64_t getRevision() const noexcept
-    {
-        return revision;
-    }
+    [[nodiscard]] std::uint64_t getRevision() const noexcept { return revision; }
 
 private:
     std::vector<KivOption> options;
@@ -64,8 +54,7 @@ private:
 };
 
 /// An option identifier of the host's catalogue: makes the record that a bridge puts into its option list.
-class [[gnu::visibility("default")]] KivBridgeOptionLiteral
-{
+class KivBridgeOptionLiteral {
 public:
     struct Declaration {
         const char* name;
@@ -78,10 +67,7 @@ public:
     {
     }
 
-    [[nodiscard]] KivString getName() const
-    {
-        return {declaration.name};
-    }
+    [[nodiscard]] KivString getName() const { return {declaration.name}; }
     /// A record with the default value. This host shows every option alike, so the flag changes nothing.
     [[nodiscard]] KivOption generateOption(bool isHidden) const;
     /// The same for a file, with the extensions it can have (a list that ends with null). This host makes nothing of
@@ -93,18 +79,20 @@ private:
     Declaration declaration;
 };
 
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_TRUE;
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_FALSE;
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_AS_IS;
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_C__;
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_JAVA;
-[[gnu::visibility("default")]] extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8;
+extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_TRUE;
+extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_FALSE;
+extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_AS_IS;
+extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_C__;
+extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_JAVA;
+extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8;
 
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_FILE;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_SUPPORTED_TYPES;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_EXPORT_FOREIGN_KEY_ATTRIBUTES;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_GENERATE_QUALIFIERS;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_SHOW_CONSTRAINTS_IN_DIAGRAMS;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_USE_GRAPHICAL_INFORMATION;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
-[[gnu::visibility("default")]] extern const KivBridgeOptionLiteral BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
+extern const KivBridgeOptionLiteral BP_FILE;
+extern const KivBridgeOptionLiteral BP_SUPPORTED_TYPES;
+extern const KivBridgeOptionLiteral BP_EXPORT_FOREIGN_KEY_ATTRIBUTES;
+extern const KivBridgeOptionLiteral BP_GENERATE_QUALIFIERS;
+extern const KivBridgeOptionLiteral BP_SHOW_CONSTRAINTS_IN_DIAGRAMS;
+extern const KivBridgeOptionLiteral BP_USE_GRAPHICAL_INFORMATION;
+extern const KivBridgeOptionLiteral BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
+extern const KivBridgeOptionLiteral BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
+
+#pragma GCC visibility pop

@@ -4,27 +4,25 @@
 
 #include <memory>
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivDesignPackage;
 class KivDiagram;
 
 /// A package. A package has one parent; `childPackages` is read by anyone and changed through the operations here.
-class [[gnu::visibility("default")]] KivPackage : public KivModelObject
-{
+class KivPackage : public KivModelObject {
 public:
     KivPackage();
 
     /// Makes `package` the last child of this one; it leaves the parent it had. Throws `std::bad_alloc` and changes
     /// nothing when there is no memory for it (see `KivSequence::reserve`).
-    void addChildPackage(KivPackage * package);
+    void addChildPackage(KivPackage* package);
     /// Takes `package` out of this one's children; nothing happens when it is not among them.
-    void removeChildPackage(KivPackage * package);
+    void removeChildPackage(KivPackage* package);
     /// The same as `package->addChildPackage` of this one.
-    void addParentPackage(KivPackage * package);
+    void addParentPackage(KivPackage* package);
     /// The package that this one is a child of, or null.
-    [[nodiscard]] KivPackage* getParent() const noexcept
-    {
-        return parent;
-    }
+    [[nodiscard]] KivPackage* getParent() const noexcept { return parent; }
     void setName(const KivString& newName) override;
 
     KivNameLinkTree<KivPackage> childPackages;
@@ -34,9 +32,9 @@ public:
 
 protected:
     explicit KivPackage(KivElementType code);
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
     /// Visits what the package holds besides and before what every package holds.
-    virtual void traverseOwnContents(KivTraversalOperation & operation, void* context);
+    virtual void traverseOwnContents(KivTraversalOperation& operation, void* context);
 
 private:
     KivPackage* parent = nullptr;
@@ -47,18 +45,16 @@ private:
         void* context = nullptr;
         std::size_t nextChild = 0;
     } traversal;
-    void beginTraversal(KivTraversalOperation & operation, KivPackage * cameFrom, void* context);
-    void endTraversal(KivTraversalOperation & operation);
+    void beginTraversal(KivTraversalOperation& operation, KivPackage* cameFrom, void* context);
+    void endTraversal(KivTraversalOperation& operation);
 };
 
-class [[gnu::visibility("default")]] KivDesignPackage : public KivPackage
-{
+class KivDesignPackage : public KivPackage {
 public:
     KivDesignPackage();
 };
 
-class [[gnu::visibility("default")]] KivDiagram : public KivModelObject
-{
+class KivDiagram : public KivModelObject {
 public:
     KivDiagram();
 
@@ -66,8 +62,7 @@ protected:
     explicit KivDiagram(KivElementType code);
 };
 
-class [[gnu::visibility("default")]] KivClassDiagram : public KivDiagram
-{
+class KivClassDiagram : public KivDiagram {
 public:
     KivClassDiagram();
 
@@ -76,8 +71,7 @@ public:
 };
 
 /// A design, and the owner of the objects it is made of.
-class [[gnu::visibility("default")]] KivModel : public KivPackage
-{
+class KivModel : public KivPackage {
 public:
     KivModel();
     ~KivModel() override;
@@ -90,9 +84,11 @@ public:
     KivVector<KivType> types;
 
 protected:
-    void traverseOwnContents(KivTraversalOperation & operation, void* context) override;
+    void traverseOwnContents(KivTraversalOperation& operation, void* context) override;
 
 private:
     struct Store;
     std::unique_ptr<Store> store;
 };
+
+#pragma GCC visibility pop

@@ -2,6 +2,8 @@
 
 #include "kiv/KivClass.h"
 
+#pragma GCC visibility push(default) // what the library exports
+
 /// How many objects stand at an end of an association; may be absent.
 struct KivMultiplicity {
     int lower = 0;
@@ -10,29 +12,24 @@ struct KivMultiplicity {
 };
 
 /// Gives the bounds of a multiplicity; -1 means unlimited. An absent multiplicity gives 0 and 0.
-[[gnu::visibility("default")]] void decodeMultiplicity(const KivMultiplicity& multiplicity, int* lower, int* upper);
+void decodeMultiplicity(const KivMultiplicity& multiplicity, int* lower, int* upper);
 
 /// The cardinality text of two bounds: `n` when both are unlimited (-1), one number when they are equal, else lower,
 /// two dots, upper, with `n` for unlimited.
-[[nodiscard, gnu::visibility("default")]] KivString buildMultiplicity(int lower, int upper);
+[[nodiscard]] KivString buildMultiplicity(int lower, int upper);
 
-class [[gnu::visibility("default")]] KivRelationship : public KivModelElement
-{
+class KivRelationship : public KivModelElement {
 protected:
     using KivModelElement::KivModelElement;
 };
 
 /// One end of an association.
-class [[gnu::visibility("default")]] KivAssociationRole : public KivModelObject
-{
+class KivAssociationRole : public KivModelObject {
 public:
     KivAssociationRole();
 
     /// Fills `view` with the role's own qualifier attributes in ascending position.
-    void getQualifierAttributeByPosition(KivAttributeByPosition & view) const
-    {
-        view.fill(qualifiers);
-    }
+    void getQualifierAttributeByPosition(KivAttributeByPosition& view) const { view.fill(qualifiers); }
 
     KivClass* participant = nullptr; ///< the class at this end; a role without one is not exported
     KivKey* key = nullptr;           ///< the key behind the role, or null
@@ -47,11 +44,10 @@ public:
     bool isFriend = false;
 
 protected:
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class [[gnu::visibility("default")]] KivAssociation : public KivRelationship
-{
+class KivAssociation : public KivRelationship {
 public:
     KivAssociation();
 
@@ -61,11 +57,10 @@ public:
     bool isAggregation = false;
 
 protected:
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class [[gnu::visibility("default")]] KivGeneralization : public KivRelationship
-{
+class KivGeneralization : public KivRelationship {
 public:
     KivGeneralization();
 
@@ -77,8 +72,7 @@ public:
     bool isFriend = false;
 };
 
-class [[gnu::visibility("default")]] KivDependency : public KivRelationship
-{
+class KivDependency : public KivRelationship {
 public:
     KivDependency();
 
@@ -86,11 +80,12 @@ public:
     KivClass* supplier = nullptr; ///< the used class
 };
 
-class [[gnu::visibility("default")]] KivRealization : public KivRelationship
-{
+class KivRealization : public KivRelationship {
 public:
     KivRealization();
 
     KivClass* client = nullptr;   ///< the realizing class
     KivClass* supplier = nullptr; ///< the realized interface
 };
+
+#pragma GCC visibility pop

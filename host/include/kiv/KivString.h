@@ -1,47 +1,52 @@
 #pragma once
 
+#include <atomic>
 #include <compare>
 #include <cstddef>
 #include <string_view>
+#include <sys/single_threaded.h>
+#include <utility>
+
+#pragma GCC visibility push(default) // what the library exports
 
 /// The host's string type: a sequence of bytes, UTF-8 in a model, without an opinion about their meaning.
 ///
 /// A value like any other: copies are independent of each other and cost no allocation, because equal copies share
 /// their bytes until one of them changes. An empty string owns nothing. Copying and moving never throw; whatever makes
 /// a longer text throws `std::bad_alloc`, or `std::length_error` past 4 GiB, and then leaves the string as it was.
-class [[gnu::visibility("default")]] KivString
-{
+class KivString {
 public:
     KivString() noexcept = default;
     /// Copies a null-terminated text; a null pointer gives the empty string.
     KivString(const char* text);
     /// Copies `text`, which may hold any bytes.
     explicit KivString(std::string_view text);
-    KivString(const KivString& other) noexcept;
-    KivString(KivString && other) noexcept;
-    KivString& operator=(const KivString& other) noexcept;
-    KivString& operator=(KivString&& other) noexcept;
-    ~KivString();
+    KivString(const KivString& other) noexcept : storage(other.storage)
+    {
+        if (storage)
+            storage->addReference();
+    }
+    KivString(KivString&& other) noexcept : storage(std::exchange(other.storage, nullptr)) {}
+    KivString& operator=(const KivString& other) noexcept
+    {
+        KivString copy(other);
+        std::swap(storage, copy.storage);
+        return *this;
+    }
+    KivString& operator=(KivString&& other) noexcept
+    {
+        std::swap(storage, other.storage);
+        return *this;
+    }
+    ~KivString() { release(storage); }
 
     /// Length in bytes, the terminating zero not counted.
-    [[nodiscard]] std::size_t length() const noexcept
-    {
-        return storage ? storage->length : 0;
-    }
-    [[nodiscard]] bool isEmpty() const noexcept
-    {
-        return length() == 0;
-    }
+    [[nodiscard]] std::size_t length() const noexcept { return storage ? storage->length : 0; }
+    [[nodiscard]] bool isEmpty() const noexcept { return length() == 0; }
     /// The bytes, null-terminated; valid until the string changes or ends. Never null.
-    [[nodiscard]] const char* text() const noexcept
-    {
-        return storage ? storage->bytes() : "";
-    }
+    [[nodiscard]] const char* text() const noexcept { return storage ? storage->bytes() : ""; }
     /// The bytes as a view; valid as long as `text()` is.
-    [[nodiscard]] std::string_view view() const noexcept
-    {
-        return {text(), length()};
-    }
+    [[nodiscard]] std::string_view view() const noexcept { return {text(), length()}; }
 
     /// The first `count` bytes, or the whole string when it is shorter.
     [[nodiscard]] KivString left(std::size_t count) const;
@@ -68,28 +73,46 @@ public:
     {
         return a.view() <=> b.view();
     }
-    friend bool operator==(const KivString& a, std::string_view b) noexcept
-    {
-        return a.view() == b;
-    }
-    friend bool operator==(const KivString& a, const char* b) noexcept
-    {
-        return a.view() == b;
-    }
+    friend bool operator==(const KivString& a, std::string_view b) noexcept { return a.view() == b; }
+    friend bool operator==(const KivString& a, const char* b) noexcept { return a.view() == b; }
 
 private:
-    struct Storage;
-    Storage* storage = nullptr;
-
+    // The header of a shared text; the bytes follow it in the same block.
     struct Storage {
         unsigned references;
         unsigned length;
         unsigned capacity;
+
         [[nodiscard]] char* bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
+        // As long as the process has one thread, counting needs no atomic operations.
+        void addReference() noexcept
+        {
+            if (__libc_single_threaded)
+                ++references;
+            else
+                std::atomic_ref(references).fetch_add(1, std::memory_order_relaxed);
+        }
+        [[nodiscard]] bool removeReference() noexcept
+        {
+            if (__libc_single_threaded)
+                return --references == 0;
+            return std::atomic_ref(references).fetch_sub(1, std::memory_order_acq_rel) == 1;
+        }
+        [[nodiscard]] bool isShared() noexcept
+        {
+            return std::atomic_ref(references).load(std::memory_order_acquire) != 1;
+        }
     };
     static Storage* allocate(std::size_t capacity);
-    static void release(Storage * storage) noexcept;
+    static void destroy(Storage* storage) noexcept;
+    static void release(Storage* storage) noexcept
+    {
+        if (storage && storage->removeReference())
+            destroy(storage);
+    }
     void assign(std::string_view text);
+
+    Storage* storage = nullptr;
 };
 
 /// What `escapeChars` writes for one byte, or null when the byte stays as it is.
@@ -130,4 +153,6 @@ private:
 }
 
 /// `name` as it stands between double quotes: itself when that is safe, else through `escapeChars`.
-[[nodiscard, gnu::visibility("default")]] KivString guardedName(const KivString& name);
+[[nodiscard]] KivString guardedName(const KivString& name);
+
+#pragma GCC visibility pop

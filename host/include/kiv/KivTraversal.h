@@ -2,11 +2,12 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default) // what the library exports
+
 class KivObject;
 
 /// Something done to every object of a model, in one depth-first pass (`KivObject::depthTraversal`).
-class [[gnu::visibility("default")]] KivTraversalOperation
-{
+class KivTraversalOperation {
 public:
     KivTraversalOperation() = default;
     KivTraversalOperation(const KivTraversalOperation&) = delete;
@@ -14,12 +15,14 @@ public:
     virtual ~KivTraversalOperation();
 
     /// Called on entering an object; what it leaves in `context` is handed to the object's contents.
-    virtual void pre_process(KivObject * object, void*& context);
+    virtual void pre_process(KivObject* object, void*& context);
     /// Called on leaving an object, after everything it holds.
-    virtual void post_process(KivObject * object, void* context);
+    virtual void post_process(KivObject* object, void* context);
 
 private:
     friend class KivObject;
     friend class KivPackage;
     std::uint32_t pass = 0;
 };
+
+#pragma GCC visibility pop

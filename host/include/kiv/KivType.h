@@ -3,9 +3,10 @@
 #include "kiv/KivObject.h"
 #include "kiv/KivPositionView.h"
 
+#pragma GCC visibility push(default) // what the library exports
+
 /// One literal of an enumeration type.
-class [[gnu::visibility("default")]] KivTypeValue : public KivModelObject
-{
+class KivTypeValue : public KivModelObject {
 public:
     KivTypeValue();
 
@@ -14,32 +15,16 @@ public:
 };
 
 /// A data type. One or more literals make it an enumeration.
-class [[gnu::visibility("default")]] KivType : public KivModelObject
-{
+class KivType : public KivModelObject {
 public:
     /// The host's identifier of the data type, such as `INTEGER`; any other text for a type without one.
-    [[nodiscard]] virtual const KivString& getDataType() const
-    {
-        return dataType;
-    }
+    [[nodiscard]] virtual const KivString& getDataType() const { return dataType; }
     /// Length or precision; 0 when there is none.
-    [[nodiscard]] virtual int getLength() const
-    {
-        return length;
-    }
-    [[nodiscard]] virtual int getScale() const
-    {
-        return scale;
-    }
-    [[nodiscard]] virtual std::size_t getTypeValueCount() const
-    {
-        return typeValues.count();
-    }
+    [[nodiscard]] virtual int getLength() const { return length; }
+    [[nodiscard]] virtual int getScale() const { return scale; }
+    [[nodiscard]] virtual std::size_t getTypeValueCount() const { return typeValues.count(); }
     /// Fills `view` with the literals in ascending position.
-    virtual void getTypeValueByPosition(KivTypeValueByPosition & view) const
-    {
-        view.fill(typeValues);
-    }
+    virtual void getTypeValueByPosition(KivTypeValueByPosition& view) const { view.fill(typeValues); }
 
     KivString dataType;
     int length = 0;
@@ -48,30 +33,29 @@ public:
 
 protected:
     using KivModelObject::KivModelObject;
-    void _depthTraversal(KivTraversalOperation & operation, void* context) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class [[gnu::visibility("default")]] KivConcreteType : public KivType
-{
+class KivConcreteType : public KivType {
 protected:
     using KivType::KivType;
 };
 
-class [[gnu::visibility("default")]] KivBaseType : public KivConcreteType
-{
+class KivBaseType : public KivConcreteType {
 public:
     KivBaseType();
 };
 
-class [[gnu::visibility("default")]] KivDerivedType : public KivConcreteType
-{
+class KivDerivedType : public KivConcreteType {
 public:
     KivDerivedType();
 };
 
 /// The older, ODBC-style identifier of a data type identifier (`INTEGER` gives `SQL_INTEGER`), or the empty text when
 /// it has none.
-[[nodiscard, gnu::visibility("default")]] const char* getOldDataType(const KivString& dataType);
+[[nodiscard]] const char* getOldDataType(const KivString& dataType);
 
 /// The C++ name of a type; the type's own name when its data type identifier is unknown.
-[[nodiscard, gnu::visibility("default")]] KivString buildCppTypeName(const KivType* type);
+[[nodiscard]] KivString buildCppTypeName(const KivType* type);
+
+#pragma GCC visibility pop

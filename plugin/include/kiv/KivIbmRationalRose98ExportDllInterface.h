@@ -4,12 +4,13 @@
 #include "kiv/KivOptions.h"
 #include "kiv/KivPackage.h"
 
+#pragma GCC visibility push(default) // what the library exports
+
 /// The plug-in: writes a model as an IBM Rational Rose 98 model file (petal notation, extension "mdl").
 ///
 /// Works on the calling thread and keeps its state in the process, so there is one export at a time. The object itself
 /// has no state.
-class [[gnu::visibility("default")]] KivIbmRationalRose98ExportDllInterface
-{
+class KivIbmRationalRose98ExportDllInterface {
 public:
     /// Writes `model` to the file that the option `BP_FILE` names (UTF-8; converted to the locale's encoding) and
     /// returns 1. An existing file is truncated. `name` is not used.
@@ -28,8 +29,10 @@ public:
     int run(const KivString& name, KivModel& model, KivOptionList& options, KivLog& log);
 
     /// Replaces the content of `options` by the eight options that `run` reads, with their default values.
-    void getOptionList(KivOptionList & options);
+    void getOptionList(KivOptionList& options);
 
     /// Name of the bridge's mapping description, which the host resolves.
     KivString getMappingSpecificationXmlFile();
 };
+
+#pragma GCC visibility pop
