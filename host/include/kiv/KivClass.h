@@ -3,14 +3,12 @@
 #include "kiv/KivKey.h"
 #include "kiv/KivType.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivDependency;
 class KivGeneralization;
 class KivRealization;
 
 /// An argument of an operation, or a template parameter of a class.
-class KivArgument : public KivModelObject {
+class __attribute__((visibility("default"))) KivArgument : public KivModelObject {
 public:
     KivArgument();
 
@@ -19,7 +17,7 @@ public:
     KivString initialValue;
 };
 
-class KivOperation : public KivModelObject {
+class __attribute__((visibility("default"))) KivOperation : public KivModelObject {
 public:
     KivOperation();
 
@@ -40,18 +38,18 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class KivFeature : public KivModelObject {
+class __attribute__((visibility("default"))) KivFeature : public KivModelObject {
 protected:
     using KivModelObject::KivModelObject;
 };
 
-class KivStructuralFeature : public KivFeature {
+class __attribute__((visibility("default"))) KivStructuralFeature : public KivFeature {
 protected:
     using KivFeature::KivFeature;
 };
 
 /// An attribute of a class, or a qualifier of an association role.
-class KivAttribute : public KivStructuralFeature {
+class __attribute__((visibility("default"))) KivAttribute : public KivStructuralFeature {
 public:
     KivAttribute();
 
@@ -66,12 +64,12 @@ public:
     bool isDerived = false;
 };
 
-class KivClassifier : public KivModelElement {
+class __attribute__((visibility("default"))) KivClassifier : public KivModelElement {
 protected:
     using KivModelElement::KivModelElement;
 };
 
-class KivClass : public KivClassifier {
+class __attribute__((visibility("default"))) KivClass : public KivClassifier {
 public:
     KivClass();
 
@@ -102,5 +100,3 @@ public:
 protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
-
-#pragma GCC visibility pop

@@ -8,8 +8,6 @@
 #include <memory>
 #include <vector>
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivObject;
 
 /// What the three container kinds of the model share: objects in the order in which they were added.
@@ -17,7 +15,7 @@ class KivObject;
 /// Element at index i is the i-th added of those still there. Count and element at index take constant time;
 /// membership, index and removal take constant time on average, logarithmic time where elements were removed from the
 /// middle. A removal keeps the order of the rest. A collection never owns its elements. An empty one is one pointer.
-class KivSequence {
+class __attribute__((visibility("default"))) KivSequence {
 public:
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
@@ -137,5 +135,3 @@ public:
     /// Must be called when an element has got another name, with the name it had before.
     void rename(Element* element, const KivString& oldName) noexcept { this->renamed(element, oldName); }
 };
-
-#pragma GCC visibility pop

@@ -2,12 +2,10 @@
 
 #include "kiv/KivObject.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivAttribute;
 
 /// A key of a class: the attributes that identify an object of it, or one of another class.
-class KivKey : public KivModelObject {
+class __attribute__((visibility("default"))) KivKey : public KivModelObject {
 public:
     KivLinkTree<KivAttribute> attributes;
 
@@ -15,24 +13,24 @@ protected:
     using KivModelObject::KivModelObject;
 };
 
-class KivCandidateKey : public KivKey {
+class __attribute__((visibility("default"))) KivCandidateKey : public KivKey {
 public:
     KivCandidateKey();
 };
 
-class KivForeignKey : public KivKey {
+class __attribute__((visibility("default"))) KivForeignKey : public KivKey {
 public:
     KivForeignKey();
 };
 
 /// What stands for an attribute on the other side of a key.
-struct KivKeyMapping {
+struct __attribute__((visibility("default"))) KivKeyMapping {
     KivKey* key = nullptr;                 ///< null matches no key
     KivModelObject* counterpart = nullptr; ///< null: nothing stands for it
 };
 
 /// The key mappings of an attribute, in the order in which they were added; of several with one key the first holds.
-class KivKeyMappings {
+class __attribute__((visibility("default"))) KivKeyMappings {
 public:
     KivKeyMappings() noexcept;
     ~KivKeyMappings();
@@ -50,5 +48,3 @@ private:
     KivVector<KivKey> keys;
     KivVector<KivModelObject> counterparts;
 };
-
-#pragma GCC visibility pop

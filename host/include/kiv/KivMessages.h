@@ -4,12 +4,10 @@
 
 #include <exception>
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivLog;
 
 /// A named message of the host's catalogue. In its text `%1` stands for the argument.
-class KivMessageIdentifier {
+class __attribute__((visibility("default"))) KivMessageIdentifier {
 public:
     /// Both texts must outlive the identifier; the catalogue uses literals.
     constexpr KivMessageIdentifier(const char* theName, const char* theText) noexcept : name(theName), text(theText) {}
@@ -30,7 +28,7 @@ private:
 };
 
 /// The host's exception type.
-class KivException : public std::exception {
+class __attribute__((visibility("default"))) KivException : public std::exception {
 public:
     KivException(const KivMessageIdentifier& theIdentifier, const KivString& theArgument) noexcept;
     ~KivException() override;
@@ -54,7 +52,7 @@ private:
 };
 
 /// One message on its way to the log. It refers to the argument, so it is to be used before the call returns.
-struct KivLogEntry {
+struct __attribute__((visibility("default"))) KivLogEntry {
     const KivMessageIdentifier& identifier;
     const KivString& argument;
 
@@ -63,7 +61,7 @@ struct KivLogEntry {
 };
 
 /// The host's log. What an implementation throws ends the operation that logged.
-class KivLog {
+class __attribute__((visibility("default"))) KivLog {
 public:
     KivLog() = default;
     KivLog(const KivLog&) = delete;
@@ -74,24 +72,22 @@ public:
 
 /// The catalogue. The argument of each is given in parentheses.
 /// Thrown: the output file cannot be opened (the path in the locale's encoding).
-extern const KivMessageIdentifier ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE;
 /// Thrown in place of an exception that is not the host's (the name of the bridge).
-extern const KivMessageIdentifier BRIDGE_UNEXPECTED_ERROR;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier BRIDGE_UNEXPECTED_ERROR;
 /// Thrown: a text has characters that the locale's encoding lacks (the text).
-extern const KivMessageIdentifier BRIDGE_UNCONVERTIBLE_TEXT;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier BRIDGE_UNCONVERTIBLE_TEXT;
 /// Thrown: the package tree is deeper than an export follows (name of the package).
-extern const KivMessageIdentifier ROS_E_PACKAGES_NESTED_TOO_DEEP;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_PACKAGES_NESTED_TOO_DEEP;
 /// Thrown: `run` was called from inside `run` (empty).
-extern const KivMessageIdentifier ROS_E_EXPORT_RUNNING;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_EXPORT_RUNNING;
 /// Logged: the view numbers of the file repeat (none).
-extern const KivMessageIdentifier ROS_E_VIEW_NUMBERS_WRAP;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_VIEW_NUMBERS_WRAP;
 /// Logged: a package begins (its name).
-extern const KivMessageIdentifier ROS_E_PRINTING_PACKAGE;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_PRINTING_PACKAGE;
 /// Logged: the classes of a package begin (none).
-extern const KivMessageIdentifier ROS_E_PRINTING_CLASSES;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_PRINTING_CLASSES;
 /// Logged: the associations of a package begin (none).
-extern const KivMessageIdentifier ROS_E_PRINTING_ASSOCIATIONS;
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_PRINTING_ASSOCIATIONS;
 /// Logged: the diagrams of a package begin (none).
-extern const KivMessageIdentifier ROS_E_PRINTING_DIAGRAM;
-
-#pragma GCC visibility pop
+__attribute__((visibility("default"))) extern const KivMessageIdentifier ROS_E_PRINTING_DIAGRAM;

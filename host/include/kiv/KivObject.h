@@ -7,14 +7,12 @@
 
 #include <cstdint>
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// Root of everything a model holds.
 ///
 /// Objects are plain data: the host fills the public fields, tools read them. They refer to each other by plain
 /// pointers and own nothing but their texts and collections; `KivModel::create` makes objects that live as long as the
 /// model.
-class KivObject {
+class __attribute__((visibility("default"))) KivObject {
 public:
     KivObject(const KivObject&) = delete;
     KivObject& operator=(const KivObject&) = delete;
@@ -66,7 +64,7 @@ protected:
 };
 
 /// A note: a text attached to an element, or loose in a package.
-class KivNote : public KivObject {
+class __attribute__((visibility("default"))) KivNote : public KivObject {
 public:
     KivNote();
     [[nodiscard]] const KivString& getText() const { return description; }
@@ -74,13 +72,13 @@ public:
 
 class KivClassDiagram;
 
-class KivPresentationElement : public KivObject {
+class __attribute__((visibility("default"))) KivPresentationElement : public KivObject {
 protected:
     using KivObject::KivObject;
 };
 
 /// Where and how an element is drawn on one diagram.
-class KivProjection : public KivPresentationElement {
+class __attribute__((visibility("default"))) KivProjection : public KivPresentationElement {
 public:
     KivProjection();
 
@@ -103,7 +101,7 @@ protected:
 };
 
 /// The projection of a relationship or role: a line.
-class KivRelationshipProjection : public KivProjection {
+class __attribute__((visibility("default"))) KivRelationshipProjection : public KivProjection {
 public:
     KivRelationshipProjection();
 
@@ -112,7 +110,7 @@ public:
 };
 
 /// Every object that carries a number during an export.
-class KivModelObject : public KivObject {
+class __attribute__((visibility("default"))) KivModelObject : public KivObject {
 public:
     KivVector<KivNote> notes;
     KivVector<KivProjection> projections;
@@ -126,9 +124,7 @@ protected:
     using KivObject::KivObject;
 };
 
-class KivModelElement : public KivModelObject {
+class __attribute__((visibility("default"))) KivModelElement : public KivModelObject {
 protected:
     using KivModelObject::KivModelObject;
 };
-
-#pragma GCC visibility pop

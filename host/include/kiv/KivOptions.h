@@ -5,13 +5,11 @@
 #include <cstdint>
 #include <vector>
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// What kind of value an option takes; values are texts all the same.
 enum class KivOptionKind { OutputFile, Enumeration, Boolean, IntegerPercent };
 
 /// A value that an enumeration or boolean option can have.
-class KivOptionEnumLiteral {
+class __attribute__((visibility("default"))) KivOptionEnumLiteral {
 public:
     constexpr explicit KivOptionEnumLiteral(const char* theText) noexcept : text(theText) {}
     /// The text under which the value stands in an option list; compared byte for byte.
@@ -22,7 +20,7 @@ private:
 };
 
 /// An option with its value.
-struct KivOption {
+struct __attribute__((visibility("default"))) KivOption {
     KivString name;
     KivString description;
     KivOptionKind kind = KivOptionKind::OutputFile;
@@ -33,7 +31,7 @@ struct KivOption {
 };
 
 /// The options of a bridge, in the order in which they are shown.
-class KivOptionList {
+class __attribute__((visibility("default"))) KivOptionList {
 public:
     void removeAll() noexcept;
     /// Adds an option at the end.
@@ -54,7 +52,7 @@ private:
 };
 
 /// An option identifier of the host's catalogue: makes the record that a bridge puts into its option list.
-class KivBridgeOptionLiteral {
+class __attribute__((visibility("default"))) KivBridgeOptionLiteral {
 public:
     struct Declaration {
         const char* name;
@@ -79,20 +77,18 @@ private:
     Declaration declaration;
 };
 
-extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_TRUE;
-extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_FALSE;
-extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_AS_IS;
-extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_C__;
-extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_JAVA;
-extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_TRUE;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BOOLEAN_ENUM_VALUE_FALSE;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_AS_IS;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_C__;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_JAVA;
+__attribute__((visibility("default"))) extern const KivOptionEnumLiteral BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8;
 
-extern const KivBridgeOptionLiteral BP_FILE;
-extern const KivBridgeOptionLiteral BP_SUPPORTED_TYPES;
-extern const KivBridgeOptionLiteral BP_EXPORT_FOREIGN_KEY_ATTRIBUTES;
-extern const KivBridgeOptionLiteral BP_GENERATE_QUALIFIERS;
-extern const KivBridgeOptionLiteral BP_SHOW_CONSTRAINTS_IN_DIAGRAMS;
-extern const KivBridgeOptionLiteral BP_USE_GRAPHICAL_INFORMATION;
-extern const KivBridgeOptionLiteral BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
-extern const KivBridgeOptionLiteral BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
-
-#pragma GCC visibility pop
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_FILE;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_SUPPORTED_TYPES;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_EXPORT_FOREIGN_KEY_ATTRIBUTES;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_GENERATE_QUALIFIERS;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_SHOW_CONSTRAINTS_IN_DIAGRAMS;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_USE_GRAPHICAL_INFORMATION;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;
+__attribute__((visibility("default"))) extern const KivBridgeOptionLiteral BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM;

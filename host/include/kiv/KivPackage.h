@@ -4,13 +4,11 @@
 
 #include <memory>
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivDesignPackage;
 class KivDiagram;
 
 /// A package. A package has one parent; `childPackages` is read by anyone and changed through the operations here.
-class KivPackage : public KivModelObject {
+class __attribute__((visibility("default"))) KivPackage : public KivModelObject {
 public:
     KivPackage();
 
@@ -49,12 +47,12 @@ private:
     void endTraversal(KivTraversalOperation& operation);
 };
 
-class KivDesignPackage : public KivPackage {
+class __attribute__((visibility("default"))) KivDesignPackage : public KivPackage {
 public:
     KivDesignPackage();
 };
 
-class KivDiagram : public KivModelObject {
+class __attribute__((visibility("default"))) KivDiagram : public KivModelObject {
 public:
     KivDiagram();
 
@@ -62,7 +60,7 @@ protected:
     explicit KivDiagram(KivElementType code);
 };
 
-class KivClassDiagram : public KivDiagram {
+class __attribute__((visibility("default"))) KivClassDiagram : public KivDiagram {
 public:
     KivClassDiagram();
 
@@ -71,7 +69,7 @@ public:
 };
 
 /// A design, and the owner of the objects it is made of.
-class KivModel : public KivPackage {
+class __attribute__((visibility("default"))) KivModel : public KivPackage {
 public:
     KivModel();
     ~KivModel() override;
@@ -90,5 +88,3 @@ private:
     struct Store;
     std::unique_ptr<Store> store;
 };
-
-#pragma GCC visibility pop

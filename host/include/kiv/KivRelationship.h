@@ -2,29 +2,28 @@
 
 #include "kiv/KivClass.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// How many objects stand at an end of an association; may be absent.
-struct KivMultiplicity {
+struct __attribute__((visibility("default"))) KivMultiplicity {
     int lower = 0;
     int upper = 0;
     bool isPresent = false;
 };
 
 /// Gives the bounds of a multiplicity; -1 means unlimited. An absent multiplicity gives 0 and 0.
-void decodeMultiplicity(const KivMultiplicity& multiplicity, int* lower, int* upper);
+__attribute__((visibility("default"))) void decodeMultiplicity(const KivMultiplicity& multiplicity, int* lower,
+                                                               int* upper);
 
 /// The cardinality text of two bounds: `n` when both are unlimited (-1), one number when they are equal, else lower,
 /// two dots, upper, with `n` for unlimited.
-[[nodiscard]] KivString buildMultiplicity(int lower, int upper);
+[[nodiscard]] __attribute__((visibility("default"))) KivString buildMultiplicity(int lower, int upper);
 
-class KivRelationship : public KivModelElement {
+class __attribute__((visibility("default"))) KivRelationship : public KivModelElement {
 protected:
     using KivModelElement::KivModelElement;
 };
 
 /// One end of an association.
-class KivAssociationRole : public KivModelObject {
+class __attribute__((visibility("default"))) KivAssociationRole : public KivModelObject {
 public:
     KivAssociationRole();
 
@@ -47,7 +46,7 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class KivAssociation : public KivRelationship {
+class __attribute__((visibility("default"))) KivAssociation : public KivRelationship {
 public:
     KivAssociation();
 
@@ -60,7 +59,7 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class KivGeneralization : public KivRelationship {
+class __attribute__((visibility("default"))) KivGeneralization : public KivRelationship {
 public:
     KivGeneralization();
 
@@ -72,7 +71,7 @@ public:
     bool isFriend = false;
 };
 
-class KivDependency : public KivRelationship {
+class __attribute__((visibility("default"))) KivDependency : public KivRelationship {
 public:
     KivDependency();
 
@@ -80,12 +79,10 @@ public:
     KivClass* supplier = nullptr; ///< the used class
 };
 
-class KivRealization : public KivRelationship {
+class __attribute__((visibility("default"))) KivRealization : public KivRelationship {
 public:
     KivRealization();
 
     KivClass* client = nullptr;   ///< the realizing class
     KivClass* supplier = nullptr; ///< the realized interface
 };
-
-#pragma GCC visibility pop

@@ -7,14 +7,12 @@
 #include <sys/single_threaded.h>
 #include <utility>
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// The host's string type: a sequence of bytes, UTF-8 in a model, without an opinion about their meaning.
 ///
 /// A value like any other: copies are independent of each other and cost no allocation, because equal copies share
 /// their bytes until one of them changes. An empty string owns nothing. Copying and moving never throw; whatever makes
 /// a longer text throws `std::bad_alloc`, or `std::length_error` past 4 GiB, and then leaves the string as it was.
-class KivString {
+class __attribute__((visibility("default"))) KivString {
 public:
     KivString() noexcept = default;
     /// Copies a null-terminated text; a null pointer gives the empty string.
@@ -153,6 +151,4 @@ private:
 }
 
 /// `name` as it stands between double quotes: itself when that is safe, else through `escapeChars`.
-[[nodiscard]] KivString guardedName(const KivString& name);
-
-#pragma GCC visibility pop
+[[nodiscard]] __attribute__((visibility("default"))) KivString guardedName(const KivString& name);

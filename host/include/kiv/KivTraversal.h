@@ -2,12 +2,10 @@
 
 #include <cstdint>
 
-#pragma GCC visibility push(default) // what the library exports
-
 class KivObject;
 
 /// Something done to every object of a model, in one depth-first pass (`KivObject::depthTraversal`).
-class KivTraversalOperation {
+class __attribute__((visibility("default"))) KivTraversalOperation {
 public:
     KivTraversalOperation() = default;
     KivTraversalOperation(const KivTraversalOperation&) = delete;
@@ -24,5 +22,3 @@ private:
     friend class KivPackage;
     std::uint32_t pass = 0;
 };
-
-#pragma GCC visibility pop

@@ -3,10 +3,8 @@
 #include "kiv/KivObject.h"
 #include "kiv/KivPositionView.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// One literal of an enumeration type.
-class KivTypeValue : public KivModelObject {
+class __attribute__((visibility("default"))) KivTypeValue : public KivModelObject {
 public:
     KivTypeValue();
 
@@ -15,7 +13,7 @@ public:
 };
 
 /// A data type. One or more literals make it an enumeration.
-class KivType : public KivModelObject {
+class __attribute__((visibility("default"))) KivType : public KivModelObject {
 public:
     /// The host's identifier of the data type, such as `INTEGER`; any other text for a type without one.
     [[nodiscard]] virtual const KivString& getDataType() const { return dataType; }
@@ -36,26 +34,24 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class KivConcreteType : public KivType {
+class __attribute__((visibility("default"))) KivConcreteType : public KivType {
 protected:
     using KivType::KivType;
 };
 
-class KivBaseType : public KivConcreteType {
+class __attribute__((visibility("default"))) KivBaseType : public KivConcreteType {
 public:
     KivBaseType();
 };
 
-class KivDerivedType : public KivConcreteType {
+class __attribute__((visibility("default"))) KivDerivedType : public KivConcreteType {
 public:
     KivDerivedType();
 };
 
 /// The older, ODBC-style identifier of a data type identifier (`INTEGER` gives `SQL_INTEGER`), or the empty text when
 /// it has none.
-[[nodiscard]] const char* getOldDataType(const KivString& dataType);
+[[nodiscard]] __attribute__((visibility("default"))) const char* getOldDataType(const KivString& dataType);
 
 /// The C++ name of a type; the type's own name when its data type identifier is unknown.
-[[nodiscard]] KivString buildCppTypeName(const KivType* type);
-
-#pragma GCC visibility pop
+[[nodiscard]] __attribute__((visibility("default"))) KivString buildCppTypeName(const KivType* type);

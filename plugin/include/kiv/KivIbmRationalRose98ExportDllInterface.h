@@ -4,13 +4,11 @@
 #include "kiv/KivOptions.h"
 #include "kiv/KivPackage.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// The plug-in: writes a model as an IBM Rational Rose 98 model file (petal notation, extension "mdl").
 ///
 /// Works on the calling thread and keeps its state in the process, so there is one export at a time. The object itself
 /// has no state.
-class KivIbmRationalRose98ExportDllInterface {
+class __attribute__((visibility("default"))) KivIbmRationalRose98ExportDllInterface {
 public:
     /// Writes `model` to the file that the option `BP_FILE` names (UTF-8; converted to the locale's encoding) and
     /// returns 1. An existing file is truncated. `name` is not used.
@@ -34,5 +32,3 @@ public:
     /// Name of the bridge's mapping description, which the host resolves.
     KivString getMappingSpecificationXmlFile();
 };
-
-#pragma GCC visibility pop

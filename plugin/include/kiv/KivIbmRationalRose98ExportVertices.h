@@ -2,15 +2,13 @@
 
 #include "kiv/KivString.h"
 
-#pragma GCC visibility push(default) // what the library exports
-
 /// A relationship's line points, parsed and scaled for a view of the relationship.
 ///
 /// The text holds the points in model units, origin end first: `(10,20)` CR LF `(10,80)`. Every closing parenthesis
 /// ends a point, which begins at the last opening parenthesis before it; what is no point there counts as (0,0), and
 /// text between points is ignored. Points in Rose units are those times the diagram's scale, truncated toward zero.
 /// Coordinates past the int range are clamped to it, before scaling and after.
-class KivIbmRationalRose98ExportVertices {
+class __attribute__((visibility("default"))) KivIbmRationalRose98ExportVertices {
 public:
     explicit KivIbmRationalRose98ExportVertices(const KivString& vertices);
 
@@ -27,5 +25,3 @@ public:
     KivString terminalPoint; ///< the last point in Rose units, (0,0) without points
     bool rectilinear;        ///< no two consecutive points differ in both coordinates (model units)
 };
-
-#pragma GCC visibility pop
