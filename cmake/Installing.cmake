@@ -1,0 +1,31 @@
+# What `cmake --install` puts where. The installed tree finds its own parts, so it may be moved as a whole.
+
+include(CMakePackageConfigHelpers)
+
+install(TARGETS KivHost KivIbmRationalRose98Export EXPORT petal-bridge)
+install(DIRECTORY host/include/kiv plugin/include/kiv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/petal-bridge)
+
+set(petal_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/petal-bridge)
+install(EXPORT petal-bridge NAMESPACE petal-bridge:: FILE petal-bridge-config.cmake DESTINATION ${petal_package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/petal-bridge-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/petal-bridge-config-version.cmake DESTINATION ${petal_package_dir})
+
+set(petal_pkgconfig_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${petal_pkgconfig_dir} OUTPUT_VARIABLE petal_prefix)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE petal_libdir)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
+           OUTPUT_VARIABLE petal_includedir)
+configure_file(cmake/petal-bridge.pc.in petal-bridge.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/petal-bridge.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+set(petal_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/petal-bridge)
+install(FILES docs/model-file.md docs/model-file.schema.json DESTINATION ${petal_doc_dir})
+install(DIRECTORY examples DESTINATION ${petal_doc_dir} FILES_MATCHING PATTERN "*.model.json")
+
+if(PETAL_BUILD_TOOL)
+  install(TARGETS petal)
+  install(FILES docs/petal.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES completions/petal.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME petal)
+  install(FILES completions/_petal DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES completions/petal.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()

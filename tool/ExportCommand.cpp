@@ -36,12 +36,17 @@ KivOptionList defaultOptions()
     return options;
 }
 
+std::filesystem::path realPath(const std::string& path)
+{
+    std::error_code none;
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path, none), none);
+}
+
 bool isSameFile(const std::string& a, const std::string& b)
 {
     std::error_code none;
     return !a.empty() && a != "-" && !b.empty() && b != "-" &&
-           (std::filesystem::equivalent(a, b, none) ||
-            std::filesystem::weakly_canonical(a, none) == std::filesystem::weakly_canonical(b, none));
+           (std::filesystem::equivalent(a, b, none) || realPath(a) == realPath(b));
 }
 
 // Two roles for one file would cost the user one of its contents.

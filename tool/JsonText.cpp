@@ -33,6 +33,16 @@ std::size_t stringEnd(std::string_view text, std::size_t quote)
     return std::min(end, text.size());
 }
 
+// A text without its quotes and escapes; as it stands when it cannot be read.
+std::string unescaped(std::string_view quoted)
+{
+    simdjson::dom::parser parser;
+    std::string_view text;
+    if (parser.parse(quoted.data(), quoted.size()).get(text) == simdjson::SUCCESS)
+        return std::string(text);
+    return std::string(quoted.substr(1, quoted.size() - 2));
+}
+
 std::size_t characterLength(char lead)
 {
     const auto byte = static_cast<unsigned char>(lead);
@@ -82,7 +92,7 @@ std::string pointerAt(std::string_view text, std::size_t offset)
         if (byte == '"') {
             const std::size_t end = stringEnd(text, at);
             if (!levels.empty() && levels.back().keyIsNext) {
-                levels.back().key = text.substr(at + 1, end - at - 1);
+                levels.back().key = unescaped(text.substr(at, end + 1 - at));
                 levels.back().keyIsNext = false;
             }
             if (end >= offset)
@@ -120,7 +130,7 @@ std::size_t firstStrayByte(std::string_view text)
     return valid;
 }
 
-std::size_t firstUnmatchedBracket(std::string_view text)
+std::size_t firstMisplacedByte(std::string_view text)
 {
     std::vector<bool> areObjects; // the brackets open
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -133,6 +143,8 @@ std::size_t firstUnmatchedBracket(std::string_view text)
             if (areObjects.empty() || areObjects.back() != (byte == '}'))
                 return at;
             areObjects.pop_back();
+            if (areObjects.empty())
+                return std::min(text.find_first_not_of(" \t\r\n", at + 1), text.size());
         }
     }
     return text.size();

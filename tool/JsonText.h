@@ -22,9 +22,9 @@ struct LineAndColumn {
 /// in a string, or the start of a string that never ends. Past the end when there is none.
 [[nodiscard]] std::size_t firstStrayByte(std::string_view text);
 
-/// Offset of the first closing bracket that closes nothing or something else, or the end of the text when it is only
-/// that brackets stay open.
-[[nodiscard]] std::size_t firstUnmatchedBracket(std::string_view text);
+/// Offset of the first closing bracket that closes nothing or something else, or of what follows the outermost closing
+/// bracket; the end of the text when it is only that brackets stay open.
+[[nodiscard]] std::size_t firstMisplacedByte(std::string_view text);
 
 /// Whether `token` is a number in JSON's notation.
 [[nodiscard]] bool isJsonNumber(std::string_view token);

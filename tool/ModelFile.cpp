@@ -43,6 +43,15 @@ struct SyntaxError {
     std::string reason;
 };
 
+// The beginning of a text, in whole characters.
+std::string_view shortened(std::string_view text)
+{
+    std::size_t cut = std::min(longestQuotation, text.size());
+    while (cut > 0 && cut < text.size() && (static_cast<unsigned char>(text[cut]) & 0xC0U) == 0x80U)
+        --cut;
+    return text.substr(0, cut);
+}
+
 // What a token that starts like this can be.
 std::string describe(std::string_view token)
 {
@@ -61,12 +70,7 @@ std::string describe(std::string_view token)
         return "the number " + std::string(token.substr(0, longestQuotation)) +
                (token.size() > longestQuotation ? "..." : "");
     }
-    if (token.size() <= longestQuotation)
-        return "the text " + std::string(token);
-    std::size_t cut = longestQuotation;
-    while (cut > 0 && (static_cast<unsigned char>(token[cut]) & 0xC0U) == 0x80U)
-        --cut;
-    return "the text " + std::string(token.substr(0, cut)) + "...\"";
+    return "the text " + std::string(shortened(token)) + (token.size() > longestQuotation ? "...\"" : "");
 }
 
 bool isJsonToken(std::string_view token)
@@ -142,7 +146,10 @@ std::string_view nameOf(KivElementType code)
 
 class Builder {
 public:
-    Builder(KivModel& theModel, std::string_view theText) : model(theModel), text(theText) {}
+    Builder(KivModel& theModel, std::string_view theText, const simdjson::ondemand::parser& theParser)
+        : model(theModel), text(theText), parser(theParser)
+    {
+    }
 
     void readModel(simdjson::ondemand::document& document);
     void resolveReferences();
@@ -182,24 +189,41 @@ public:
 
     static bool isNull(Value& value) { return tokenOf(value) == "null"; }
 
-    // The bytes of a text; valid as long as the file's text.
-    static std::string_view readText(Value& value, const char* expected = "a text")
+    // The bytes of a text; valid until the next text is read.
+    std::string_view readText(Value& value, const char* expected = "a text")
     {
         const std::string_view token = tokenOf(value);
         if (token.empty() || token.front() != '"')
             failValue(value, expected);
-        if (token.find('\\') == std::string_view::npos) {
-            simdjson::ondemand::raw_json_string raw;
-            check(value.get_raw_json_string().get(raw), value, expected);
+        simdjson::ondemand::raw_json_string raw;
+        check(value.get_raw_json_string().get(raw), value, expected);
+        if (token.find('\\') == std::string_view::npos)
             return token.substr(1, token.size() - 2);
-        }
-        std::string_view text;
-        const auto error = value.get_string().get(text);
-        if (error != simdjson::SUCCESS || !simdjson::validate_utf8(text.data(), text.size()))
+        const std::optional<std::string_view> text = unescape(raw, token.size());
+        if (!text)
             fail(token.data(), "a text with valid escapes", describe(token));
-        if (text.find('\0') != std::string_view::npos)
+        if (text->find('\0') != std::string_view::npos)
             fail(token.data(), "a text without U+0000", describe(token));
+        return *text;
+    }
+
+    // The parser's own room for texts without escapes is meant for each text once, and some are looked at twice here.
+    std::optional<std::string_view> unescape(simdjson::ondemand::raw_json_string raw, std::size_t length)
+    {
+        scratch.resize(length + simdjson::SIMDJSON_PADDING);
+        std::uint8_t* to = scratch.data();
+        std::string_view text;
+        if (parser.unescape(raw, to).get(text) != simdjson::SUCCESS ||
+            !simdjson::validate_utf8(text.data(), text.size()))
+            return std::nullopt;
         return text;
+    }
+
+    // A text that stays until the whole file is read.
+    std::string_view keep(std::string_view read)
+    {
+        const bool isInFile = read.data() >= text.data() && read.data() < text.data() + text.size();
+        return isInFile ? read : kept.emplace_back(read);
     }
 
     template <class Integer>
@@ -237,7 +261,7 @@ public:
 
     // The place of a text among those that may stand here.
     template <std::size_t Count>
-    static std::size_t readChoice(Value& value, const std::array<std::string_view, Count>& choices)
+    std::size_t readChoice(Value& value, const std::array<std::string_view, Count>& choices)
     {
         const std::string_view token = tokenOf(value);
         if (token.empty() || token.front() != '"')
@@ -272,8 +296,11 @@ public:
 
     [[noreturn]] void throwSyntaxError(simdjson::error_code error, const char* fallback) const
     {
-        if (error == simdjson::INCOMPLETE_ARRAY_OR_OBJECT)
-            throw SyntaxError{text.data() + firstUnmatchedBracket(text), "a bracket without its counterpart"};
+        if (error == simdjson::INCOMPLETE_ARRAY_OR_OBJECT) {
+            const std::size_t offset = firstMisplacedByte(text);
+            throw SyntaxError{text.data() + offset,
+                              offset == text.size() ? "the end of the text" : "something that has no place there"};
+        }
         const char* const at = locate();
         throw SyntaxError{at ? at : fallback, simdjson::error_message(error)};
     }
@@ -295,19 +322,21 @@ public:
 
     // --- objects ---
 
-    static std::string_view readKey(simdjson::ondemand::field& field, const char*& at)
+    std::string_view readKey(simdjson::ondemand::field& field, const char*& at)
     {
         const char* const raw = field.key().raw();
         at = raw - 1;
         const char* end = raw;
-        while (*end != '"' && *end != '\\')
-            ++end;
-        if (*end == '"')
-            return {raw, static_cast<std::size_t>(end - raw)};
-        std::string_view key;
-        if (field.unescaped_key().get(key) != simdjson::SUCCESS)
-            fail(at, "a key with valid escapes", "something else");
-        return key;
+        bool isEscaped = false;
+        for (; *end != '"'; end += *end == '\\' ? 2 : 1)
+            isEscaped = isEscaped || *end == '\\';
+        const auto length = static_cast<std::size_t>(end - raw);
+        if (!isEscaped)
+            return {raw, length};
+        const std::optional<std::string_view> key = unescape(field.key(), length + 2);
+        if (!key)
+            fail(at, "a key with valid escapes", describe({at, length + 2}));
+        return *key;
     }
 
     // Calls `read(key, place of the key, value)` for each key in order until it returns false.
@@ -354,14 +383,6 @@ public:
         return std::memcmp(at + 1, key.data(), key.size()) == 0 && at[1 + key.size()] == '"';
     }
 
-    static bool isEscaped(const char* at)
-    {
-        const char* end = at + 1;
-        while (*end != '"' && *end != '\\')
-            ++end;
-        return *end == '\\';
-    }
-
     // Place of a key in the table, looked for from `start` on.
     template <class Target, std::size_t Count>
     std::size_t findKey(std::string_view key, const char* at, const std::array<Field<Target>, Count>& fields,
@@ -382,7 +403,7 @@ public:
         std::vector<std::string_view> known;
         for (const auto& field : fields)
             known.push_back(field.key);
-        std::string found = "the unknown key " + jsonQuoted(key.substr(0, longestQuotation));
+        const std::string found = "the unknown key " + jsonQuoted(shortened(key));
         const std::optional<std::string_view> nearest = nearestName(key, known);
         std::string expected = "a known key";
         if (nearest)
@@ -400,7 +421,7 @@ public:
             if (const auto error = std::move(result).get(field); error != simdjson::SUCCESS)
                 throwSyntaxError(error, nullptr);
             const char* at = field.key().raw() - 1;
-            found = isKey(at, wanted) || (isEscaped(at) && readKey(field, at) == wanted);
+            found = isKey(at, wanted) || readKey(field, at) == wanted;
             if (found) {
                 read(field.value());
                 break;
@@ -420,7 +441,7 @@ public:
     KivObject** reserveId(Value& value)
     {
         const char* const at = tokenOf(value).data();
-        const std::string_view id = readText(value);
+        const std::string_view id = keep(readText(value));
         const auto [entry, isNew] = objects.emplace(id, nullptr);
         if (!isNew)
             fail(at, "an id that is used once", "the id " + jsonQuoted(id) + " again");
@@ -436,9 +457,7 @@ public:
             references.push_back({{}, at, expected, assign, owner});
             return;
         }
-        std::string_view id = readText(value, "an id (a text) or null");
-        if (!id.data())
-            id = "";
+        const std::string_view id = keep(readText(value, "an id (a text) or null"));
         references.push_back({id, at, expected, assign, owner});
     }
 
@@ -476,7 +495,10 @@ public:
 private:
     KivModel& model;
     std::string_view text;
+    const simdjson::ondemand::parser& parser;
     simdjson::ondemand::document* document = nullptr;
+    std::vector<std::uint8_t> scratch;
+    std::deque<std::string> kept;
     std::unordered_map<std::string_view, KivObject*> objects;
     std::vector<Reference> references;
     std::deque<PendingKeyMapping> keyMappings;
@@ -486,14 +508,14 @@ private:
 // --- the tables: which keys an object has ---
 
 template <auto Member, class Target>
-void readMember(Builder& /*builder*/, Target& target, Value& value)
+void readMember(Builder& builder, Target& target, Value& value)
 {
     auto& member = target.*Member;
     using Type = std::remove_reference_t<decltype(member)>;
     if constexpr (std::is_same_v<Type, bool>)
         member = Builder::readBool(value);
     else if constexpr (std::is_same_v<Type, KivString>)
-        member = KivString(Builder::readText(value));
+        member = KivString(builder.readText(value));
     else
         member = Builder::readInteger<Type>(value);
 }
@@ -556,7 +578,7 @@ constexpr auto reference(std::string_view key)
 template <class Target>
 constexpr Field<Target> knownKind()
 {
-    return {"kind", [](Builder& /*builder*/, Target& /*target*/, Value& value) { (void)Builder::readText(value); }};
+    return {"kind", [](Builder& builder, Target& /*target*/, Value& value) { (void)builder.readText(value); }};
 }
 
 template <class First, class... Rest>
@@ -574,7 +596,7 @@ void readNotes(Builder& builder, KivVector<KivNote>& notes, Value& value)
 {
     builder.readList(value, [&](Value& item, std::size_t /*index*/) {
         auto* const note = builder.create<KivNote>();
-        note->description = KivString(Builder::readText(item));
+        note->description = KivString(builder.readText(item));
         notes.add(note);
     });
 }
@@ -585,9 +607,9 @@ constexpr auto projectionFields =
                member<&KivProjection::height>("height"), member<&KivProjection::lineColor>("lineColor"),
                member<&KivProjection::fillColor>("fillColor"), member<&KivProjection::fontColor>("fontColor"),
                member<&KivProjection::fontName>("fontName"), member<&KivProjection::fontSize>("fontSize"),
-               Field<KivProjection>{"vertices", [](Builder& /*builder*/, KivProjection& projection, Value& value) {
+               Field<KivProjection>{"vertices", [](Builder& builder, KivProjection& projection, Value& value) {
                                         static_cast<KivRelationshipProjection&>(projection).vertices =
-                                            KivString(Builder::readText(value));
+                                            KivString(builder.readText(value));
                                     }});
 
 void readProjection(Builder& builder, KivVector<KivProjection>& projections, Value& value)
@@ -613,8 +635,8 @@ constexpr auto withCommonFields(const std::array<Field<Target>, Own>& own)
     constexpr std::size_t commonCount = 7;
     std::array<Field<Target>, commonCount + Own> fields = {
         Field<Target>{"id", [](Builder& builder, Target& target, Value& value) { builder.identify(value, target); }},
-        Field<Target>{"name", [](Builder& /*builder*/, Target& target,
-                                 Value& value) { target.setName(KivString(Builder::readText(value))); }},
+        Field<Target>{"name", [](Builder& builder, Target& target,
+                                 Value& value) { target.setName(KivString(builder.readText(value))); }},
         Field<Target>{"description", readMember<&KivObject::description, Target>},
         Field<Target>{"stereotype", readMember<&KivModelObject::stereotype, Target>},
         Field<Target>{"modelLevel", readMember<&KivModelObject::modelLevel, Target>},
@@ -666,7 +688,7 @@ void readType(Builder& builder, KivModel& model, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"baseType", "derivedType"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = Builder::readChoice(text, kinds); });
+    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
     KivType* const type =
         kind == 0 ? static_cast<KivType*>(builder.create<KivBaseType>()) : builder.create<KivDerivedType>();
     builder.readFields(object, *type, typeFields);
@@ -735,7 +757,7 @@ void readKey(Builder& builder, KivClass& owner, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"candidateKey", "foreignKey"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = Builder::readChoice(text, kinds); });
+    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
     KivKey* const key =
         kind == 0 ? static_cast<KivKey*>(builder.create<KivCandidateKey>()) : builder.create<KivForeignKey>();
     builder.readFields(object, *key, keyFields);
@@ -847,7 +869,7 @@ void readModelElement(Builder& builder, KivPackage& package, Value& value)
     std::size_t kind = elementKinds.size();
     builder.findField(object, "kind", [&](Value& text) {
         if (!Builder::isNull(text))
-            kind = Builder::readChoice(text, elementKinds);
+            kind = builder.readChoice(text, elementKinds);
     });
     switch (kind) {
     case 0:
@@ -899,7 +921,7 @@ KivDiagram* readDiagram(Builder& builder, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"classDiagram", "diagram"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = Builder::readChoice(text, kinds); });
+    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
     return kind == 0 ? readDiagramAs<KivClassDiagram>(builder, object) : readDiagramAs<KivDiagram>(builder, object);
 }
 
@@ -925,8 +947,8 @@ constexpr std::array<std::string_view, 2> packageKinds = {"designPackage", "pack
 
 constexpr auto packageFields = withCommonFields(fieldTable(
     Field<PackageParts>{"kind",
-                        [](Builder& /*builder*/, PackageParts& parts, Value& value) {
-                            parts.isDesignPackage = Builder::readChoice(value, packageKinds) == 0;
+                        [](Builder& builder, PackageParts& parts, Value& value) {
+                            parts.isDesignPackage = builder.readChoice(value, packageKinds) == 0;
                         }},
     Field<PackageParts>{"modelElements", [](Builder& builder, PackageParts& parts,
                                             Value& value) { readModelElements(builder, parts, value); }},
@@ -944,7 +966,7 @@ constexpr auto packageFields = withCommonFields(fieldTable(
     const char* const at = Builder::tokenOf(value).data();
     Object object = builder.readObject(value);
     std::string name;
-    builder.findField(object, "name", [&](Value& text) { name = Builder::readText(text); });
+    builder.findField(object, "name", [&](Value& text) { name = builder.readText(text); });
     Builder::fail(at, "packages nested at most " + std::to_string(deepestPackageLevel) + " levels deep",
                   "one more: " + jsonQuoted(name));
 }
@@ -986,11 +1008,11 @@ struct ModelTarget {
 };
 
 constexpr auto modelFields = fieldTable(
-    Field<ModelTarget>{
-        "$schema", [](Builder& /*builder*/, ModelTarget& /*target*/, Value& value) { (void)Builder::readText(value); }},
+    Field<ModelTarget>{"$schema",
+                       [](Builder& builder, ModelTarget& /*target*/, Value& value) { (void)builder.readText(value); }},
     Field<ModelTarget>{"format",
-                       [](Builder& /*builder*/, ModelTarget& target, Value& value) {
-                           (void)Builder::readChoice(value, std::array<std::string_view, 1>{"kiv-model"});
+                       [](Builder& builder, ModelTarget& target, Value& value) {
+                           (void)builder.readChoice(value, std::array<std::string_view, 1>{"kiv-model"});
                            target.hasFormat = true;
                        }},
     Field<ModelTarget>{"version",
@@ -1000,15 +1022,15 @@ constexpr auto modelFields = fieldTable(
                                Builder::failValue(value, "the version 1");
                            target.hasVersion = Builder::readInteger<int>(value) == 1;
                        }},
-    Field<ModelTarget>{"name", [](Builder& /*builder*/, ModelTarget& target,
-                                  Value& value) { target.model->setName(KivString(Builder::readText(value))); }},
+    Field<ModelTarget>{"name", [](Builder& builder, ModelTarget& target,
+                                  Value& value) { target.model->setName(KivString(builder.readText(value))); }},
     Field<ModelTarget>{"description",
-                       [](Builder& /*builder*/, ModelTarget& target, Value& value) {
-                           target.model->description = KivString(Builder::readText(value));
+                       [](Builder& builder, ModelTarget& target, Value& value) {
+                           target.model->description = KivString(builder.readText(value));
                        }},
     Field<ModelTarget>{"stereotype",
-                       [](Builder& /*builder*/, ModelTarget& target, Value& value) {
-                           target.model->stereotype = KivString(Builder::readText(value));
+                       [](Builder& builder, ModelTarget& target, Value& value) {
+                           target.model->stereotype = KivString(builder.readText(value));
                        }},
     Field<ModelTarget>{"types",
                        [](Builder& builder, ModelTarget& target, Value& value) {
@@ -1147,7 +1169,7 @@ LoadedModel parsePadded(const char* data, std::size_t size, std::size_t capacity
         if (error != simdjson::SUCCESS)
             throw SyntaxError{text.data() + std::min(firstStrayByte(text), text.size()),
                               simdjson::error_message(error)};
-        Builder builder(*result.model, text);
+        Builder builder(*result.model, text, parser);
         builder.readModel(document);
         builder.resolveReferences();
         result.objects = builder.getObjectCount();

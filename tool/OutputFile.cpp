@@ -22,12 +22,21 @@ constexpr int mostLinks = 40;
     throw std::system_error(errno, std::generic_category(), name);
 }
 
-// The path behind a chain of symbolic links, whether or not anything exists there.
+bool isOpenFile(const fs::path& path)
+{
+    const fs::path folder = path.parent_path();
+    std::error_code none;
+    const fs::path real = fs::canonical(folder.empty() ? "." : folder, none);
+    return real.string().starts_with("/proc/") && real.filename() == "fd";
+}
+
+// The path behind a chain of symbolic links, whether or not anything exists there. Links of the system to open files
+// are not followed: what they name is the open file, whatever path it once had.
 std::string followLinks(const std::string& name)
 {
     fs::path path = name;
     std::error_code none;
-    for (int links = 0; fs::is_symlink(path, none); ++links) {
+    for (int links = 0; fs::is_symlink(path, none) && !isOpenFile(path); ++links) {
         if (links == mostLinks) {
             errno = ELOOP;
             fail(name);
@@ -73,7 +82,7 @@ OutputFile::OutputFile(const std::string& theTarget) : name(theTarget)
         }
         if (exists && access(target.c_str(), W_OK) != 0)
             fail(name);
-        isReplaceable = !exists || S_ISREG(status.st_mode);
+        isReplaceable = (!exists || S_ISREG(status.st_mode)) && !isOpenFile(target);
     }
     try {
         temporary =

@@ -84,6 +84,15 @@ void TemporaryFile::renameTo(const std::string& target)
     name.clear();
 }
 
+void occupyStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        const int wrongDirection = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", wrongDirection) != stream)
+            std::abort();
+    }
+}
+
 void handleSignals()
 {
     struct sigaction remove = {};

@@ -22,6 +22,10 @@ private:
     int fd = -1;
 };
 
+/// Occupies the standard streams that are closed, so that no file of ours becomes one of them. Reading and writing
+/// them fails all the same. To be called first of all.
+void occupyStandardStreams();
+
 /// Makes signals that end the process remove its temporary files first, and makes writes past a limit or to a closed
 /// pipe fail instead of ending the process. To be called once, before the first temporary file.
 void handleSignals();

@@ -4,6 +4,7 @@
 
 #include "kiv/KivOptions.h"
 
+#include <charconv>
 #include <CLI/CLI.hpp>
 #include <clocale>
 #include <iostream>
@@ -55,6 +56,18 @@ std::string checkOption(const std::string& text)
     return whyNotAnOption(std::string_view(text).substr(0, equals));
 }
 
+// A percentage in decimal digits.
+std::string checkScale(const std::string& text)
+{
+    int percent = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), percent);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    if (isNumber && percent >= leastScale && percent <= greatestScale)
+        return "";
+    return "a percentage from " + std::to_string(leastScale) + " to " + std::to_string(greatestScale) +
+           " expected, found '" + text + "'";
+}
+
 // Short forms and long forms set the same options; whichever comes last on the command line holds. Every occurrence is
 // noted when the command line has been read, in its order.
 class ExportOptions {
@@ -100,7 +113,7 @@ public:
                 result.push_back(flag->second);
             else if (const auto scale = scales.find(option->get_name()); scale != scales.end())
                 for (const KivBridgeOptionLiteral* const target : scale->second.targets)
-                    result.push_back({textOf(target->getName()), std::to_string(scale->second.percents[occurrence])});
+                    result.push_back({textOf(target->getName()), scale->second.percents[occurrence]});
         }
         return result;
     }
@@ -108,7 +121,7 @@ public:
 private:
     struct Scale {
         std::vector<const KivBridgeOptionLiteral*> targets;
-        std::vector<int> percents;
+        std::vector<std::string> percents;
     };
 
     static std::string textOf(const KivString& text) { return std::string(text.view()); }
@@ -134,7 +147,7 @@ private:
                  const std::string& description)
     {
         flags[name] = {textOf(option.getName()), std::string(value.getText())};
-        app.add_flag(name, description);
+        app.add_flag(name, description)->disable_flag_override();
     }
 
     void addScale(const std::string& name, std::vector<const KivBridgeOptionLiteral*> targets,
@@ -145,7 +158,7 @@ private:
         app.add_option(name, scale.percents, description)
             ->option_text("PERCENT")
             ->allow_extra_args(false)
-            ->check(CLI::Range(leastScale, greatestScale).description(""))
+            ->check(CLI::Validator(checkScale, ""))
             ->take_all();
     }
 
@@ -160,6 +173,20 @@ bool isCommand(const CLI::App& app, const std::string& name)
 {
     const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
     return !app.get_subcommands(isNamed).empty();
+}
+
+// The first argument that gives an empty value to a flag of `command`, which the parser would take for none; or null.
+const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (!argument.starts_with("--") || !argument.ends_with('='))
+            continue;
+        const CLI::Option* const option = command.get_option_no_throw(argument.substr(0, argument.size() - 1));
+        if (option && option->get_items_expected_max() == 0)
+            return argv[i];
+    }
+    return nullptr;
 }
 
 int runCommandLine(int argc, char** argv)
@@ -196,6 +223,10 @@ int runCommandLine(int argc, char** argv)
         report("there is no command '" + std::string(argv[1]) + "'; see petal --help");
         return wrongUsage;
     }
+    if (const char* const flag = flagWithEmptyValue(*exportCommand, argc, argv)) {
+        report(std::string(flag) + ": this option takes no value");
+        return wrongUsage;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) { // help or version
@@ -215,8 +246,8 @@ int runCommandLine(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    // Of the user's locale only the encoding matters: file names are in it.
-    std::setlocale(LC_CTYPE, "");
+    occupyStandardStreams();
+    std::setlocale(LC_CTYPE, ""); // of the user's locale only the encoding matters: file names are in it
     handleSignals();
     try {
         return runCommandLine(argc, argv);

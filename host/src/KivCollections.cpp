@@ -47,6 +47,9 @@ public:
             next.reserve(slotCount);
     }
 
+    // The same for objects that stand there already.
+    void reserveRepeats(std::size_t slotCount) { next.reserve(slotCount); }
+
     // Fills the table anew; does not throw when room for that many slots was reserved and no object stands twice.
     void build(const std::vector<KivObject*>& slots, std::size_t head)
     {
@@ -244,6 +247,7 @@ void KivSequence::reserve(std::size_t additional)
         SlotTable& table = ensureLookup().table;
         const bool built = table.isBuilt();
         table.reserve(p.slots.capacity());
+        table.reserveRepeats(p.slots.capacity());
         if (!built)
             table.build(p.slots, p.head);
     }

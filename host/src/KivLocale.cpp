@@ -52,6 +52,22 @@ private:
     iconv_t handle;
 };
 
+// The library converts more than there is: code points past U+10FFFF.
+bool isPastUnicode(const KivString& text)
+{
+    constexpr unsigned lastLead = 0xF4;
+    constexpr unsigned firstPast = 0x90;
+    const std::string_view bytes = text.view();
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const auto lead = static_cast<unsigned char>(bytes[i]);
+        if (lead > lastLead)
+            return true;
+        if (lead == lastLead && i + 1 < bytes.size() && static_cast<unsigned char>(bytes[i + 1]) >= firstPast)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 KivString utf8ToLocale(const KivString& text)
@@ -61,7 +77,7 @@ KivString utf8ToLocale(const KivString& text)
         return text;
     Converter converter(encoding.data());
     KivString result;
-    if (!converter.isOpen() || !converter.convert(text, result))
+    if (isPastUnicode(text) || !converter.isOpen() || !converter.convert(text, result))
         BRIDGE_UNCONVERTIBLE_TEXT.throwException(text);
     return result;
 }

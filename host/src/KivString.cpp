@@ -58,8 +58,10 @@ KivString KivString::mid(std::size_t from) const
 
 KivString& KivString::add(const char* const* texts)
 {
+    KivString longer(*this);
     for (; *texts; ++texts)
-        add(std::string_view(*texts));
+        longer.add(std::string_view(*texts));
+    *this = std::move(longer);
     return *this;
 }
 

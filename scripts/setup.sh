@@ -1,0 +1,70 @@
+# Sourced by the scripts beside it: the packages that are needed, and the optimised build. The current folder is the
+# project's.
+
+say() {
+    echo "== $*"
+}
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+needed_packages() {
+    sed 's/#.*//' scripts/packages.txt
+}
+
+missing_packages() {
+    for package in $(needed_packages); do
+        case $(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null) in
+        ?i*) ;;
+        *) echo "$package" ;;
+        esac
+    done
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=120 "$@"
+}
+
+# The lists of packages are fetched only when those that are there do not lead to the packages.
+apt_install() {
+    apt_get install --no-install-recommends "$@" >"$log" 2>&1 && return
+    apt_get update >"$log" 2>&1 && apt_get install --no-install-recommends "$@" >"$log" 2>&1
+}
+
+install_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        say "No Debian packages here: what scripts/packages.txt lists is taken to be installed."
+        return
+    fi
+    missing=$(missing_packages | tr '\n' ' ')
+    [ -n "$missing" ] || return 0
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        fail "These packages are missing, and only root can install them: $missing"
+    fi
+    say "Installing $missing"
+    log=$(mktemp)
+    # shellcheck disable=SC2086 # a list of names
+    if ! apt_install $missing; then
+        tail -n 20 "$log" >&2
+        fail "The packages could not be installed; all that was said is in $log"
+    fi
+    rm -f "$log"
+}
+
+# build TARGET
+build() {
+    say "Building in build/release"
+    if ! { cmake --preset release >/dev/null && cmake --build --preset release --target "$1"; }; then
+        fail "The build FAILED; the output above shows where."
+    fi
+}

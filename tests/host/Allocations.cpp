@@ -1,0 +1,57 @@
+#include "Allocations.h"
+
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace {
+
+constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+std::size_t count = 0;
+std::size_t refused = never;
+
+} // namespace
+
+// The forms without an alignment; those for arrays come here too.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return count++ == refused ? nullptr : std::malloc(size);
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* const block = operator new(size, std::nothrow))
+        return block;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/) noexcept
+{
+    std::free(block);
+}
+
+std::size_t allocationCount() noexcept
+{
+    return count;
+}
+
+RefusedAllocation::RefusedAllocation(std::size_t before) noexcept
+{
+    refused = count + before;
+}
+
+RefusedAllocation::~RefusedAllocation()
+{
+    refused = never;
+}
+
+bool RefusedAllocation::happened() const noexcept
+{
+    return count > refused;
+}

@@ -1,0 +1,332 @@
+#include "plugin/diagrams/Drawing.h"
+
+#include <set>
+
+namespace {
+
+TEST(ClassDiagram, Empty)
+{
+    EXPECT_EQ(objectWith("ClassDiagram", Drawing().written()), petalLines(R"-(
+        (object ClassDiagram "Main"
+        quid       \t"3449E000000A"
+        title      \t"Main"
+        zoom       \t100
+        max_height \t28350
+        max_width  \t21600
+        origin_x   \t0
+        origin_y   \t0
+        items\t(list diagram_item_list)))-"));
+}
+
+// The package takes a level away and every diagram adds one; the views are numbered anew, but not what they stand for.
+TEST(ClassDiagram, EveryFurtherOneOfAPackageStandsDeeper)
+{
+    Drawing drawing;
+    drawing.package("Orders", drawing.view);
+    KivClassDiagram* const side = drawing.diagram("Side", drawing.view);
+    drawing.main->description = side->description = "described";
+    const auto expected = [](std::string_view name, std::string_view quid, std::string_view view,
+                             std::string_view label) {
+        std::string text = R"-(
+    (object ClassDiagram "NAME"
+    quid       \t"QUID"
+    title      \t"NAME"
+    zoom       \t100
+    max_height \t28350
+    max_width  \t21600
+    origin_x   \t0
+    origin_y   \t0
+    items\t(list diagram_item_list
+        (object CategoryView "LogicalView::Orders" @VIEW
+        location\t\t(260,400)
+        label      \t(object ItemLabel
+        \tParent_View \t@VIEW
+        \tlocation\t\t(60,340)
+        \tnlines\t\t1
+        \tmax_width\t400
+        \tjustify\t\t0
+        \tlabel      \t"Orders")
+        icon_style \t "Icon"
+        line_color \t 3342489
+        fill_color \t 13434879
+        quidu      \t"344A1400000A"
+        width\t\t400
+        height\t\t200)
+        (object Label @LABEL
+        location\t(0,0)
+        nlines\t\t1
+        max_width\t600
+        label      \t"described"))))-";
+        for (const auto& [word, value] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
+                 {"NAME", name}, {"QUID", quid}, {"VIEW", view}, {"LABEL", label}})
+            for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += value.size())
+                text.replace(at, word.size(), value);
+        return petalLines(text);
+    };
+    const std::string text = drawing.written();
+    EXPECT_EQ(objectWith("ClassDiagram \"Main\"", text), expected("Main", "3449E000000B", "10", "12"));
+    std::string deeper = expected("Side", "3449E0000BC3", "6023", "3012");
+    for (std::size_t at = 0; (at = deeper.find("\r\n", at)) != std::string::npos; at += 3)
+        deeper.insert(at + 2, 1, '\t');
+    EXPECT_EQ(objectWith("ClassDiagram \"Side\"", text), deeper);
+}
+
+// Sub-packages come before the diagrams of their parent; a diagram of another kind takes no index.
+TEST(ClassDiagram, IndexesRunThroughThePackageTree)
+{
+    Drawing drawing;
+    KivPackage* const sub = drawing.package("Sub", drawing.view);
+    KivPackage* const deep = drawing.package("Deep", sub);
+    KivPackage* const late = drawing.package("Late", drawing.view);
+    KivClass* const order = drawing.drawClass("Order");
+    sub->diagrams.add(drawing.make<KivDiagram>("Other kind"));
+    drawing.draw(order, drawing.diagram("In Sub", sub));
+    drawing.draw(order, drawing.diagram("In Deep", deep));
+    drawing.draw(order, drawing.diagram("In Late", late));
+    const std::string text = drawing.written();
+    // Order 10; Deep 11 to 3011; Sub with a plain diagram 3012 to 6013; Late 6014 to 9014; Main 9015; view and model.
+    constexpr long multiplier = 12017;
+    const char* const inOrder[] = {"In Deep", "In Sub", "In Late", "Main"};
+    for (int index = 0; index < 4; ++index)
+        EXPECT_NE(viewWith(10 + index * multiplier,
+                           objectWith("(object ClassDiagram \"" + std::string(inOrder[index]) + '"', text)),
+                  "(no object)")
+            << inOrder[index];
+}
+
+TEST(CategoryViews, KeepThePlacesOfPackagesOfOtherKinds)
+{
+    Drawing drawing;
+    drawing.view->addChildPackage(drawing.make<KivPackage>("Other kind"));
+    drawing.package("Orders and their long, long history", drawing.view);
+    drawing.package("Logical View", drawing.view);
+    drawing.package("Bob \"B\"", drawing.view);
+    const std::string text = drawing.written();
+    EXPECT_EQ(entries("location", text), "(700,400) (500,340) (1140,400) (940,340) (1580,400) (1380,340)");
+    EXPECT_EQ(entries("nlines", text), "2 1 1");
+    EXPECT_EQ(entries("(object", objectWith("diagram_item_list", text)),
+              R"-(CategoryView "LogicalView::Orders and their long, long history" @11 )-"
+              R"-(CategoryView "LogicalView::Logical View" @12 CategoryView "LogicalView::Bob \"B\"" @13)-");
+    EXPECT_EQ(entries("quidu", objectWith("diagram_item_list", text)),
+              R"("344A1400000B" "344A1400000C" "344A1400000D")");
+}
+
+TEST(Notes, AreNumberedAsTheyAreWritten)
+{
+    Drawing drawing;
+    drawing.skipNumbers(488);
+    for (const char* const name : {"Order", "Item"})
+        drawing.note(name, drawing.drawClass(name));
+    for (const char* const text : {"one", "two \"2\"", ""})
+        drawing.note(text, drawing.main);
+    drawing.main->description = "C:\\models";
+    const std::string text = objectWith("ClassDiagram", drawing.written());
+    EXPECT_EQ(entries("quid", text), "\"3449E00001F4\"") << "the diagram's number is 500";
+    EXPECT_EQ(text.substr(text.find("\r\n\t\t\t(object Label")), petalLines(R"-(
+            (object Label @501
+            location\t(0,0)
+            nlines\t\t1
+            max_width\t600
+            label      \t"one")
+            (object Label @502
+            location\t(0,0)
+            nlines\t\t3
+            max_width\t600
+            label      \t)-") + "\n|two \"2\"\n" + petalLines(R"-()
+            (object Label @503
+            location\t(0,0)
+            nlines\t\t1
+            max_width\t600
+            label      \t"")
+            (object NoteView @504
+            location\t(0,0)
+            label      \t(object ItemLabel
+            \tParent_View \t@504
+            \tlocation\t\t(0,0)
+            \tnlines\t\t1
+            \tmax_width\t240
+            \tlabel      \t"Order"))
+            (object NoteView @505
+            location\t(0,0)
+            label      \t(object ItemLabel
+            \tParent_View \t@505
+            \tlocation\t\t(0,0)
+            \tnlines\t\t1
+            \tmax_width\t240
+            \tlabel      \t"Item"))
+            (object AttachView "" @506
+            client     \t@504
+            supplier   \t@498
+            line_style \t0)
+            (object AttachView "" @507
+            client     \t@505
+            supplier   \t@499
+            line_style \t0)
+            (object Label @508
+            location\t(0,0)
+            nlines\t\t1
+            max_width\t600
+            label      \t"C:\\\\models"))))-"));
+}
+
+// The attach lines of a text, as "note view>what it is attached to".
+std::string attachments(std::string_view text)
+{
+    std::string result;
+    for (std::size_t at = 0; (at = text.find("\r\n\t\t\t(object AttachView", at)) != std::string_view::npos; ++at) {
+        const std::string line = objectAt(text, at);
+        result.append(entries("client", line)).append(">").append(entries("supplier", line)).append(" ");
+    }
+    return result;
+}
+
+std::size_t countOf(std::string_view piece, std::string_view text)
+{
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(piece, at)) != std::string_view::npos; ++at)
+        ++count;
+    return count;
+}
+
+TEST(Notes, AreAttachedToTheViewsOfTheirElements)
+{
+    Drawing drawing;
+    KivClass* const order = drawing.drawClass("Order");                                                    // 10
+    KivClass* const item = drawing.drawClass("Item");                                                      // 12
+    auto* const operation = drawing.draw(drawing.operation("of no kind that is drawn", item));             // 11
+    KivClass* const hidden = drawing.drawClass("Hidden");                                                  // 13
+    KivClass* const elsewhere = drawing.addClass("Elsewhere", drawing.view);                               // 14
+    auto* const uses = drawing.draw(drawing.dependency("", drawing.view, order, item));                    // 15
+    auto* const realizes = drawing.draw(drawing.realization("", drawing.view, order, item));               // 17
+    auto* const inherits = drawing.draw(drawing.generalization("", drawing.view, {item}, {order}));        // 18
+    auto* const places = drawing.draw(drawing.association("", drawing.view, order, item));                 // 30
+    auto* const concealed = drawing.draw(drawing.association("", drawing.view, order, hidden));            // 42
+    auto* const outside = drawing.draw(drawing.dependency("", drawing.view, order, elsewhere));            // 46
+    auto* const orphan = drawing.draw(drawing.generalization("", drawing.view, {elsewhere}, {elsewhere})); // 48
+    hidden->modelLevel = 2;
+    auto* const shared = drawing.note("shared", order);
+    for (KivModelObject* const element : std::initializer_list<KivModelObject*>{
+             item, item, hidden, uses, realizes, inherits, places, concealed, outside, orphan, operation})
+        element->notes.add(shared);
+    item->notes.add(nullptr);
+    const std::string text = drawing.written();
+    // Main is 52. Classes come first, then associations, generalizations, realizations and dependencies; the note of
+    // the orphan, which has no view, is attached to nothing.
+    EXPECT_EQ(attachments(text), "@53>@10 @54>@12 @55>@12 @56>@30 @57>@19 @59>@17 @60>@15 ");
+    EXPECT_EQ(countOf("(object NoteView @", text), 8U);
+    EXPECT_EQ(entries("(object", objectWith("AttachView", text)), "AttachView \"\" @61");
+}
+
+// The numbers of all views and labels.
+std::multiset<long> numbersIn(std::string_view text)
+{
+    std::multiset<long> numbers;
+    for (std::size_t at = 0; (at = text.find("(object ", at)) != std::string_view::npos; ++at) {
+        const std::string_view line = text.substr(at, text.find("\r\n", at) - at);
+        if (const std::size_t sign = line.rfind(" @"); sign != std::string_view::npos)
+            numbers.insert(std::stol(std::string(line.substr(sign + 2))));
+    }
+    return numbers;
+}
+
+TEST(Notes, PastADiagramsOwnNumbersTakeFreeOnes)
+{
+    struct Row {
+        const char* what;
+        int mainNotes;
+        int sideNotes;
+    };
+    const Row rows[] = {
+        {"all of the own numbers", 2996, 2996},      {"one more on the first diagram", 2997, 1},
+        {"one more on the second diagram", 1, 2997}, {"one more on both", 2997, 2997},
+        {"many more on both", 3100, 6100},
+    };
+    for (const Row& row : rows) {
+        Drawing drawing;
+        KivClass* const order = drawing.drawClass("Order");
+        KivClassDiagram* const side = drawing.diagram("Side", drawing.view);
+        drawing.note("on both", drawing.draw(order, side));
+        drawing.main->description = side->description = "described";
+        for (int i = 0; i < row.mainNotes; ++i)
+            drawing.note("", drawing.main);
+        for (int i = 0; i < row.sideNotes; ++i)
+            drawing.note("", side);
+
+        // Order is 10, Main 11, Side 3011, and 6013 comes after the model. Besides its notes a diagram has a note
+        // view, an attach line and the label of its description.
+        constexpr long multiplier = 6013;
+        std::multiset<long> expected = {10, 10 + multiplier};
+        long nextFree = 2 * multiplier;
+        const auto expectNotes = [&](long diagram, int count) {
+            for (int i = 1; i <= count; ++i)
+                expected.insert(i < 3000 ? diagram + i : nextFree++);
+        };
+        expectNotes(11, row.mainNotes + 3);
+        expectNotes(3011, row.sideNotes + 3);
+        EXPECT_EQ(numbersIn(drawing.written()), expected) << row.what;
+    }
+}
+
+// Every kind of view, on both diagrams.
+class EveryView : public testing::Test {
+protected:
+    explicit EveryView(const char* name = "name")
+    {
+        drawing.package(name, drawing.view);
+        KivClass* const classes[] = {drawing.addClass(name, drawing.view), drawing.addClass(name, drawing.view),
+                                     drawing.addClass(name, drawing.view)};
+        for (KivClass* const theClass : classes)
+            drawTwice(theClass);
+        auto* const places = drawTwice(drawing.association(name, drawing.view));
+        drawing.role(name, places, classes[0])->multiplicity = {1, 1, true};
+        drawing.role(name, places, classes[1])->constraint = places->constraint = "ordered";
+        places->associationClass = classes[2];
+        drawTwice(drawing.association("", drawing.view));
+        drawTwice(drawing.generalization(name, drawing.view, {classes[0], classes[1]}, {classes[2], classes[1]}));
+        drawTwice(drawing.generalization(name, drawing.view, {classes[0]}, {classes[2]}));
+        drawTwice(drawing.realization(name, drawing.view, classes[0], classes[2]));
+        drawTwice(drawing.dependency(name, drawing.view, classes[0], classes[2]));
+        text = drawing.written({{BP_SHOW_CONSTRAINTS_IN_DIAGRAMS, "True"}});
+    }
+
+    template <class Element>
+    Element* drawTwice(Element* element)
+    {
+        drawing.note("", element);
+        element->stereotype = "s\\";
+        return drawing.draw(drawing.draw(element), side);
+    }
+
+    Drawing drawing;
+    KivClassDiagram* const side = drawing.diagram("Side", drawing.view);
+    std::string text;
+};
+
+TEST_F(EveryView, HasANumberOfItsOwnAndReferencesFindIt)
+{
+    const std::multiset<long> numbers = numbersIn(text);
+    // On each diagram: a sub-package and three classes; an association with three labels, two roles with five and a
+    // line to its class, and one with a stereotype; two trees and five inheritance views with stereotypes; a
+    // realization; a dependency with a stereotype; and nine notes with their lines.
+    EXPECT_EQ(numbers.size(), 2U * (4 + 4 + 2 + 4 + 1 + 2 + 2 + 10 + 1 + 2 + 18));
+    EXPECT_EQ(std::set<long>(numbers.begin(), numbers.end()).size(), numbers.size());
+    for (std::size_t at = 0; (at = text.find("\t@", at)) != std::string::npos; ++at)
+        EXPECT_TRUE(numbers.contains(std::stol(text.substr(at + 2)))) << text.substr(text.rfind('\n', at), 40);
+}
+
+class EveryGuardedView : public EveryView {
+protected:
+    EveryGuardedView() : EveryView("q\"") {}
+};
+
+TEST_F(EveryGuardedView, HasNamesAndStereotypesThatEndWhereTheyEnd)
+{
+    EXPECT_EQ(countOf("q\"", text), 0U);
+    // Heads and labels of a sub-package, three classes, an association and its two roles, five inheritance views and a
+    // dependency; the heads of two trees.
+    EXPECT_EQ(countOf("q\\\"", objectWith("ClassDiagram \"Main\"", text)), 2U * (1 + 3 + 3 + 5 + 1) + 2);
+    EXPECT_EQ(countOf("<<s\\>>", text), 0U);
+    EXPECT_EQ(countOf("\"<<s\\\\>>\"", objectWith("ClassDiagram \"Main\"", text)), 3U + 2 + 5 + 1);
+}
+
+} // namespace
