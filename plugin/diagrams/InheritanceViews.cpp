@@ -162,10 +162,15 @@ void printSupertype(const KivGeneralization& generalization, std::size_t index, 
 
 int printInheritanceInDiagram(KivClassDiagram* diagram, KivGeneralization* generalization, int offset)
 {
-    collectDrawnSubtypes(*generalization, *diagram);
-    for (std::size_t j = 0; j < generalization->supertypes.count(); ++j)
-        if (isDrawn(generalization->supertypes.at(j), *diagram))
-            printSupertype(*generalization, j, *diagram, offset);
+    bool isCollected = false;
+    for (std::size_t j = 0; j < generalization->supertypes.count(); ++j) {
+        if (!isDrawn(generalization->supertypes.at(j), *diagram))
+            continue;
+        if (!isCollected)
+            collectDrawnSubtypes(*generalization, *diagram);
+        isCollected = true;
+        printSupertype(*generalization, j, *diagram, offset);
+    }
     return 1;
 }
 

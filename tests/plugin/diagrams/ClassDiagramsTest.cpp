@@ -267,6 +267,30 @@ TEST(Notes, PastADiagramsOwnNumbersTakeFreeOnes)
     }
 }
 
+// A note's line goes only to a number above zero.
+TEST(Notes, OfViewsWhoseNumbersWrap)
+{
+    Drawing drawing;
+    KivClass* const order = drawing.drawClass("Order");
+    drawing.note("", order);
+    constexpr int count = 1000;
+    for (int i = 0; i < count; ++i)
+        drawing.draw(order, drawing.diagram("D", drawing.package("P", drawing.view)));
+    const std::string text = drawing.written();
+    const std::multiset<long> numbers = numbersIn(text);
+    // Order is 10; then come the diagrams, each with its package, Main, the view and the model.
+    constexpr unsigned multiplier = 11 + count * 3001 + 3000 + 2;
+    std::size_t positive = 0;
+    for (unsigned index = 0; index <= count; ++index) {
+        const auto number = static_cast<int>(index * multiplier + 10);
+        positive += number > 0 ? 1 : 0;
+        EXPECT_TRUE(numbers.contains(number)) << index;
+    }
+    EXPECT_LT(positive, count) << "nothing has wrapped";
+    EXPECT_EQ(countOf("(object AttachView", text), positive);
+    EXPECT_EQ(countOf("(object NoteView", text), count + 1U);
+}
+
 // Every kind of view, on both diagrams.
 class EveryView : public testing::Test {
 protected:
@@ -305,7 +329,7 @@ protected:
 TEST_F(EveryView, HasANumberOfItsOwnAndReferencesFindIt)
 {
     const std::multiset<long> numbers = numbersIn(text);
-    // On each diagram: a sub-package and three classes; an association with three labels, two roles with five and a
+    // On each diagram: a sub-package and three classes; an association with three labels, two roles with four and a
     // line to its class, and one with a stereotype; two trees and five inheritance views with stereotypes; a
     // realization; a dependency with a stereotype; and nine notes with their lines.
     EXPECT_EQ(numbers.size(), 2U * (4 + 4 + 2 + 4 + 1 + 2 + 2 + 10 + 1 + 2 + 18));
