@@ -17,6 +17,19 @@ LineAndColumn lineAndColumnAt(std::string_view text, std::size_t offset)
 
 namespace {
 
+// Control characters as JSON writes them, so that a message stays one line; everything else as it is.
+void appendJson(std::string& text, char byte)
+{
+    constexpr const char* digits = "0123456789abcdef";
+    const auto code = static_cast<unsigned char>(byte);
+    if (code == '\n')
+        text += "\\n";
+    else if (code < 0x20U)
+        text.append("\\u00").append(1, digits[code >> 4U]).append(1, digits[code & 0xFU]);
+    else
+        text += byte;
+}
+
 // An open object or list on the way to a value.
 struct Level {
     bool isObject = false;
@@ -76,7 +89,7 @@ std::string pointerOf(const std::vector<Level>& levels)
             if (byte == '~' || byte == '/')
                 pointer += byte == '~' ? "~0" : "~1";
             else
-                pointer += byte;
+                appendJson(pointer, byte);
         }
     }
     return pointer;
@@ -180,27 +193,10 @@ bool isJsonNumber(std::string_view token)
 std::string jsonQuoted(std::string_view text)
 {
     std::string result = "\"";
-    for (const char byte : text) {
-        switch (byte) {
-        case '"':
-            result += "\\\"";
-            break;
-        case '\\':
-            result += "\\\\";
-            break;
-        case '\n':
-            result += "\\n";
-            break;
-        default:
-            if (static_cast<unsigned char>(byte) < 0x20U) {
-                constexpr const char* digits = "0123456789abcdef";
-                result += "\\u00";
-                result += digits[static_cast<unsigned char>(byte) >> 4U];
-                result += digits[static_cast<unsigned char>(byte) & 0xFU];
-            } else {
-                result += byte;
-            }
-        }
-    }
+    for (const char byte : text)
+        if (byte == '"' || byte == '\\')
+            result.append(1, '\\').append(1, byte);
+        else
+            appendJson(result, byte);
     return result + '"';
 }
