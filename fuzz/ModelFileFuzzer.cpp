@@ -5,20 +5,45 @@
 #include <simdjson.h>
 #include <string>
 
+namespace {
+
+// Whether a parser that looks at every byte finds nothing wrong.
+bool isJson(std::string_view text)
+{
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    constexpr std::size_t deepestLevel = 4096;
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(byteOrderMark.size());
+    simdjson::dom::parser parser;
+    if (parser.allocate(std::max(text.size(), deepestLevel), deepestLevel) != simdjson::SUCCESS)
+        std::abort();
+    return parser.parse(text.data(), text.size()).error() == simdjson::SUCCESS;
+}
+
+void checkMessage(const std::string& message, std::string_view text)
+{
+    require(message.starts_with("fuzzed:"), "the file's name at the start of the message, not " + message);
+    require(message.find(": expected ") != std::string::npos, "a whole message, not " + message);
+    require(simdjson::validate_utf8(message), "UTF-8 in the message, not " + message);
+    require(std::none_of(message.begin(), message.end(), [](char byte) { return byte >= 0 && byte < ' '; }),
+            "a message of one line, not " + message);
+    if (message.find(": expected well-formed JSON,") != std::string::npos)
+        require(!isJson(text), "another message for well-formed JSON, not " + message);
+}
+
+} // namespace
+
 // Any bytes either are a model or are refused in words.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    const std::string_view text = asText(data, size);
     try {
-        const LoadedModel loaded = parseModel(asText(data, size), "fuzzed");
+        const LoadedModel loaded = parseModel(text, "fuzzed");
         require(loaded.model != nullptr, "a model");
         require(loaded.objects >= 1, "the model itself among the objects");
+        require(isJson(text), "no model from broken JSON");
     } catch (const ModelFileError& error) {
-        const std::string message = error.what();
-        require(message.starts_with("fuzzed:"), "the file's name at the start of the message, not " + message);
-        require(message.find(": expected ") != std::string::npos, "a whole message, not " + message);
-        require(simdjson::validate_utf8(message), "UTF-8 in the message, not " + message);
-        require(std::none_of(message.begin(), message.end(), [](char byte) { return byte >= 0 && byte < ' '; }),
-                "a message of one line, not " + message);
+        checkMessage(error.what(), text);
     }
     return 0;
 }

@@ -401,6 +401,7 @@ public:
                                      const std::array<Field<Target>, Count>& fields)
     {
         std::vector<std::string_view> known;
+        known.reserve(Count);
         for (const auto& field : fields)
             known.push_back(field.key);
         const std::string found = "the unknown key " + jsonQuoted(shortened(key));

@@ -20,6 +20,7 @@ public:
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv says no
     [[nodiscard]] bool isOpen() const { return handle != reinterpret_cast<iconv_t>(-1); }
 
     // Converts piece by piece through a small buffer; false when the text cannot be converted.

@@ -13,7 +13,7 @@ void addBound(KivString& text, int bound)
         return;
     }
     char digits[12];
-    const auto end = std::to_chars(digits, digits + sizeof digits, bound).ptr;
+    const auto* const end = std::to_chars(digits, digits + sizeof digits, bound).ptr;
     text.add(std::string_view(digits, static_cast<std::size_t>(end - digits)));
 }
 

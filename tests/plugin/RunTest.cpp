@@ -310,7 +310,7 @@ TEST(Failure, ToOpenLeavesTheModelAlone)
         {"C", "", "ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE"},
         {"C", "/", "ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE"},
         {"C.UTF-8", "/nowhere/\xC3\xA4.mdl", "ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE"},
-        {"C.UTF-8", "/tmp/\xFF.mdl", "BRIDGE_UNCONVERTIBLE_TEXT"},
+        {"C.UTF-8", "/nowhere/\xFF.mdl", "BRIDGE_UNCONVERTIBLE_TEXT"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.locale) + " " + row.path);

@@ -20,8 +20,8 @@ public:
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
     KivSequence() noexcept;
-    KivSequence(KivSequence&&) noexcept;
-    KivSequence& operator=(KivSequence&&) noexcept;
+    KivSequence(KivSequence&& other) noexcept;
+    KivSequence& operator=(KivSequence&& other) noexcept;
     KivSequence(const KivSequence&) = delete;
     KivSequence& operator=(const KivSequence&) = delete;
     ~KivSequence();
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] KivObject* objectBetweenHoles(std::size_t index) const noexcept;
     [[nodiscard]] std::size_t findSlot(const KivObject* object) const;
     Places& ensurePlaces();
-    Lookup& ensureLookup() const;
+    [[nodiscard]] Lookup& ensureLookup() const;
 
     std::unique_ptr<Places> places;
 };

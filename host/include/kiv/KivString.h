@@ -93,7 +93,7 @@ private:
         [[nodiscard]] bool removeReference() noexcept
         {
             if (__libc_single_threaded)
-                return --references == 0;
+                return --references == 0; // NOLINT(clang-analyzer-cplusplus.NewDelete): it does not follow the count
             return std::atomic_ref(references).fetch_sub(1, std::memory_order_acq_rel) == 1;
         }
         [[nodiscard]] bool isShared() noexcept
