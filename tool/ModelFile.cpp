@@ -144,6 +144,12 @@ std::string_view nameOf(KivElementType code)
     }
 }
 
+std::string idOf(KivElementType code)
+{
+    const bool mayBeNull = code != KivElementType::ClassDiagram; // of a projection
+    return "the id of " + std::string(nameOf(code)) + (mayBeNull ? " or null" : "");
+}
+
 class Builder {
 public:
     Builder(KivModel& theModel, std::string_view theText, const simdjson::ondemand::parser& theParser)
@@ -1083,14 +1089,11 @@ void Builder::resolveReferences()
         KivObject* target = nullptr;
         if (reference.id.data()) {
             const auto found = objects.find(reference.id);
-            const bool mayBeNull = reference.expected != KivElementType::ClassDiagram; // of a projection
-            const std::string expected =
-                "the id of " + std::string(nameOf(reference.expected)) + (mayBeNull ? " or null" : "");
             if (found == objects.end())
-                fail(reference.at, expected, jsonQuoted(reference.id) + ", which is no id in the file");
+                fail(reference.at, idOf(reference.expected), jsonQuoted(reference.id) + ", which is no id in the file");
             target = found->second;
             if (!target->isInstanceOf(reference.expected))
-                fail(reference.at, expected, jsonQuoted(reference.id) + ", the id of something else");
+                fail(reference.at, idOf(reference.expected), jsonQuoted(reference.id) + ", the id of something else");
         }
         reference.assign(reference.owner, target);
     }
@@ -1163,6 +1166,9 @@ LoadedModel parsePadded(const char* data, std::size_t size, std::size_t capacity
     try {
         simdjson::ondemand::parser parser;
         simdjson::ondemand::document document;
+        // Each package is an object in a list; the parser's own limit would end before that of the packages.
+        if (parser.allocate(text.size(), 4 * deepestPackageLevel) == simdjson::MEMALLOC)
+            throw std::bad_alloc();
         const auto error =
             parser.iterate(simdjson::padded_string_view(text.data(), text.size(), capacity)).get(document);
         if (error == simdjson::CAPACITY)
