@@ -75,7 +75,7 @@ void enlarge(KivModel& model)
     constexpr int few = 2;
     ObjectList list;
     model.depthTraversal(list, nullptr);
-    int names = few;
+    int names = 1;
     int descriptions = few;
     int stereotypes = few;
     int diagrams = 1;

@@ -609,7 +609,7 @@ void ModelMutator::repairReference(Json& reference, std::string_view kind, Ids& 
 void ModelMutator::repair(Json& model)
 {
     Ids ids(model);
-    const Parts parts(model);
+    Parts parts(model);
     for (const Value& value : parts.values) {
         if (value.rule.kind == ValueKind::Reference)
             repairReference(value.member->value, value.rule.objectKind, ids);
@@ -617,6 +617,8 @@ void ModelMutator::repair(Json& model)
             for (JsonMember& item : value.member->value.members)
                 repairReference(item.value, value.rule.objectKind, ids);
     }
+    // In a broken model a projection can hold others; what it holds comes first.
+    std::reverse(parts.lists.begin(), parts.lists.end());
     for (const List& list : parts.lists)
         if (list.itemKind == "projection")
             std::erase_if(list.json->members, [](JsonMember& item) { return item.value.textOf("diagram").empty(); });

@@ -1,5 +1,6 @@
 #include "ModelFile.h"
 
+#include "IdTable.h"
 #include "JsonText.h"
 #include "NearestName.h"
 
@@ -17,7 +18,6 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <unordered_map>
 #include <utility>
 
 namespace {
@@ -108,7 +108,7 @@ struct Reference {
 // A package before it is clear what it will be: its kind can stand behind its contents.
 struct PackageParts : KivPackage {
     std::vector<KivPackage*> children;
-    KivObject** identified = nullptr;
+    std::string_view id;
     bool isDesignPackage = true;
 };
 
@@ -440,19 +440,19 @@ public:
 
     // --- references ---
 
-    void identify(Value& value, KivObject& object) { *reserveId(value) = &object; }
+    void identify(Value& value, KivObject& object) { takeId(value, &object); }
 
     // A package gets its address later.
-    void identify(Value& value, PackageParts& parts) { parts.identified = reserveId(value); }
+    void identify(Value& value, PackageParts& parts) { parts.id = takeId(value, nullptr); }
+    void tellAddress(std::string_view id, KivPackage* package) { objects.tell(id, package); }
 
-    KivObject** reserveId(Value& value)
+    std::string_view takeId(Value& value, KivObject* object)
     {
         const char* const at = tokenOf(value).data();
         const std::string_view id = keep(readText(value));
-        const auto [entry, isNew] = objects.emplace(id, nullptr);
-        if (!isNew)
+        if (!objects.add(id, object))
             fail(at, "an id that is used once", "the id " + jsonQuoted(id) + " again");
-        return &entry->second;
+        return id;
     }
 
     void refer(Value& value, KivElementType expected, void (*assign)(void*, KivObject*), void* owner)
@@ -477,9 +477,9 @@ public:
             references.pop_back();
             return;
         }
-        const auto found = objects.find(reference.id);
-        if (found != objects.end() && found->second && found->second->isInstanceOf(expected)) {
-            assign(owner, found->second);
+        KivObject* const found = objects.find(reference.id);
+        if (found && found->isInstanceOf(expected)) {
+            assign(owner, found);
             references.pop_back();
         }
     }
@@ -506,7 +506,7 @@ private:
     simdjson::ondemand::document* document = nullptr;
     std::vector<std::uint8_t> scratch;
     std::deque<std::string> kept;
-    std::unordered_map<std::string_view, KivObject*> objects;
+    IdTable objects;
     std::vector<Reference> references;
     std::deque<PendingKeyMapping> keyMappings;
     std::size_t objectCount = 1;
@@ -1001,8 +1001,8 @@ KivPackage* Builder::readPackage(Value& value, std::size_t level)
     setDiagramPackages(*package);
     for (KivPackage* const child : parts.children)
         package->addChildPackage(child);
-    if (parts.identified)
-        *parts.identified = package;
+    if (parts.id.data())
+        tellAddress(parts.id, package);
     return package;
 }
 
@@ -1088,10 +1088,9 @@ void Builder::resolveReferences()
     for (const Reference& reference : references) {
         KivObject* target = nullptr;
         if (reference.id.data()) {
-            const auto found = objects.find(reference.id);
-            if (found == objects.end())
+            target = objects.find(reference.id);
+            if (!target)
                 fail(reference.at, idOf(reference.expected), jsonQuoted(reference.id) + ", which is no id in the file");
-            target = found->second;
             if (!target->isInstanceOf(reference.expected))
                 fail(reference.at, idOf(reference.expected), jsonQuoted(reference.id) + ", the id of something else");
         }
@@ -1222,29 +1221,33 @@ private:
     throw ModelUnreadable(errno, std::generic_category(), path);
 }
 
-// The whole content, with the free room behind it that the parser reads into.
-struct Content {
-    std::unique_ptr<char[]> data;
-    std::size_t size = 0;
-    std::size_t capacity = 0;
+void grow(FileContent& content, std::size_t newCapacity)
+{
+    auto grown = std::make_unique_for_overwrite<char[]>(newCapacity);
+    std::memcpy(grown.get(), content.data.get(), content.size);
+    content.data = std::move(grown);
+    content.capacity = newCapacity;
+}
 
-    void grow(std::size_t newCapacity)
-    {
-        auto grown = std::make_unique_for_overwrite<char[]>(newCapacity);
-        std::memcpy(grown.get(), data.get(), size);
-        data = std::move(grown);
-        capacity = newCapacity;
-    }
-};
+template <class Target, std::size_t Count>
+ModelFileKeys keysOf(std::string_view objectKind, const std::array<Field<Target>, Count>& fields)
+{
+    ModelFileKeys result{objectKind, {}};
+    for (const auto& field : fields)
+        result.keys.push_back(field.key);
+    return result;
+}
 
-Content readContent(const std::string& path)
+} // namespace
+
+FileContent readFile(const std::string& path)
 {
     constexpr std::size_t leastCapacity = std::size_t{64} * 1024;
     const File file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status = {};
     if (file.get() < 0 || fstat(file.get(), &status) != 0)
         throwSystemError(path);
-    Content content;
+    FileContent content;
     content.capacity = leastCapacity;
     if (S_ISREG(status.st_mode) && status.st_size > 0)
         content.capacity = static_cast<std::size_t>(status.st_size) + simdjson::SIMDJSON_PADDING + 1;
@@ -1252,7 +1255,7 @@ Content readContent(const std::string& path)
     for (;;) {
         const std::size_t room = content.capacity - simdjson::SIMDJSON_PADDING - content.size;
         if (room == 0) {
-            content.grow(content.capacity * 2);
+            grow(content, content.capacity * 2);
             continue;
         }
         const ssize_t count = read(file.get(), content.data.get() + content.size, room);
@@ -1268,21 +1271,19 @@ Content readContent(const std::string& path)
     return content;
 }
 
-template <class Target, std::size_t Count>
-ModelFileKeys keysOf(std::string_view objectKind, const std::array<Field<Target>, Count>& fields)
+std::string fileName(const std::string& path)
 {
-    ModelFileKeys result{objectKind, {}};
-    for (const auto& field : fields)
-        result.keys.push_back(field.key);
-    return result;
+    return path == "-" ? "standard input" : path;
 }
 
-} // namespace
+LoadedModel parseModel(const FileContent& content, const std::string& name)
+{
+    return parsePadded(content.data.get(), content.size, content.capacity, name);
+}
 
 LoadedModel loadModel(const std::string& path)
 {
-    const Content content = readContent(path);
-    return parsePadded(content.data.get(), content.size, content.capacity, path == "-" ? "standard input" : path);
+    return parseModel(readFile(path), fileName(path));
 }
 
 LoadedModel parseModel(std::string_view text, const std::string& name)

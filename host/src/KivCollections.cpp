@@ -9,6 +9,7 @@
 #include <set>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -51,7 +52,7 @@ public:
     void reserveRepeats(std::size_t slotCount) { next.reserve(slotCount); }
 
     // Fills the table anew; does not throw when room for that many slots was reserved and no object stands twice.
-    void build(const std::vector<KivObject*>& slots, std::size_t head)
+    void build(std::span<KivObject* const> slots, std::size_t head)
     {
         reserve(slots.size());
         std::fill(entries.begin(), entries.end(), Entry());
@@ -142,9 +143,9 @@ public:
     void drop() noexcept { sums.clear(); }
     void reserve(std::size_t slotCount) { sums.reserve(slotCount + 1); }
 
-    void build(const std::vector<KivObject*>& slots, std::size_t head)
+    void build(std::span<KivObject* const> slots, std::size_t head, std::size_t capacity)
     {
-        sums.reserve(slots.capacity() + 1);
+        sums.reserve(capacity + 1);
         sums.assign(slots.size() + 1, 0);
         for (std::size_t i = 1; i < sums.size(); ++i) {
             sums[i] += i - 1 >= head && slots[i - 1] != hole() ? 1U : 0U;
@@ -209,24 +210,41 @@ struct KivSequence::Lookup {
     }
 };
 
-KivSequence::Places::Places() = default;
-KivSequence::Places::~Places() = default;
+void KivSequence::Release::operator()(Places* block) const noexcept
+{
+    const std::unique_ptr<Lookup> lookup(block->lookup);
+    ::operator delete(block);
+}
+
 KivSequence::KivSequence() noexcept = default;
 KivSequence::KivSequence(KivSequence&&) noexcept = default;
 KivSequence& KivSequence::operator=(KivSequence&&) noexcept = default;
 KivSequence::~KivSequence() = default;
 
-KivSequence::Places& KivSequence::ensurePlaces()
+KivSequence::Places& KivSequence::ensureCapacity(std::size_t capacity)
 {
-    if (!places)
-        places = std::make_unique<Places>();
+    if (places && capacity <= places->capacity)
+        return *places;
+    if (capacity >= nothing)
+        throw std::length_error("a collection holds more than four billion elements");
+    const std::size_t doubled = places ? std::size_t{places->capacity} * 2 : 0;
+    capacity = std::min<std::size_t>(std::max({capacity, doubled, leastCapacity}), nothing - 1);
+    std::unique_ptr<Places, Release> grown(new (::operator new(sizeof(Places) + capacity * sizeof(KivObject*)))
+                                               Places());
+    if (places) {
+        *grown = *places;
+        std::copy_n(places->slots(), places->size, grown->slots());
+        places->lookup = nullptr;
+    }
+    grown->capacity = static_cast<std::uint32_t>(capacity);
+    places = std::move(grown);
     return *places;
 }
 
 KivSequence::Lookup& KivSequence::ensureLookup() const
 {
     if (!places->lookup)
-        places->lookup = std::make_unique<Lookup>();
+        places->lookup = std::make_unique<Lookup>().release();
     return *places->lookup;
 }
 
@@ -237,55 +255,51 @@ void KivSequence::removeAll() noexcept
 
 void KivSequence::reserve(std::size_t additional)
 {
-    Places& p = ensurePlaces();
-    const std::size_t wanted = p.slots.size() + additional;
-    if (wanted >= nothing)
-        throw std::length_error("a collection holds more than four billion elements");
-    if (wanted > p.slots.capacity())
-        p.slots.reserve(std::max(wanted, p.slots.capacity() * 2));
+    Places& p = ensureCapacity((places ? places->size : 0) + additional);
     if (p.live + additional > smallCount || (p.lookup && p.lookup->table.isBuilt())) {
         SlotTable& table = ensureLookup().table;
         const bool built = table.isBuilt();
-        table.reserve(p.slots.capacity());
-        table.reserveRepeats(p.slots.capacity());
+        table.reserve(p.capacity);
+        table.reserveRepeats(p.capacity);
         if (!built)
-            table.build(p.slots, p.head);
+            table.build(p.used(), p.head);
     }
     if (p.holes > 0)
-        p.lookup->ranks.reserve(p.slots.capacity());
+        p.lookup->ranks.reserve(p.capacity);
 }
 
 void KivSequence::append(KivObject* object)
 {
-    Places& p = ensurePlaces();
-    if (!p.lookup && p.slots.size() - p.live <= p.live) { // nothing to keep up, no room worth winning back
-        if (p.slots.capacity() == 0)
-            p.slots.reserve(leastCapacity);
-        p.slots.push_back(object);
+    if (!places || (!places->lookup && places->size - places->live <= places->live)) {
+        // Nothing to keep up, no room worth winning back.
+        Places& p = ensureCapacity((places ? places->size : 0) + std::size_t{1});
+        p.slots()[p.size++] = object;
         ++p.live;
         return;
     }
-    if (p.slots.size() == p.slots.capacity()) {
-        if (p.slots.size() - p.live > p.live) { // mostly free slots: move the elements together instead of growing
-            std::erase(p.slots, hole());
+    if (places->size == places->capacity) {
+        Places& p = *places;
+        if (p.size - p.live > p.live) { // mostly free slots: move the elements together instead of growing
+            p.size = static_cast<std::uint32_t>(std::remove(p.slots(), p.slots() + p.size, hole()) - p.slots());
             p.head = 0;
             p.holes = 0;
             if (p.lookup) {
                 p.lookup->ranks.drop();
                 p.lookup->dropNames();
                 if (p.lookup->table.isBuilt())
-                    p.lookup->table.build(p.slots, 0);
+                    p.lookup->table.build(p.used(), 0);
             }
         } else {
             reserve(1);
         }
     }
-    const auto slot = static_cast<std::uint32_t>(p.slots.size());
+    Places& p = *places;
+    const std::uint32_t slot = p.size;
     if (p.lookup && p.lookup->table.isBuilt()) {
-        p.lookup->table.prepareToAdd(object, p.slots.size() + 1);
+        p.lookup->table.prepareToAdd(object, std::size_t{slot} + 1);
         p.lookup->table.add(object, slot);
     }
-    p.slots.push_back(object);
+    p.slots()[p.size++] = object;
     ++p.live;
     if (p.holes > 0)
         p.lookup->ranks.append();
@@ -310,16 +324,16 @@ std::size_t KivSequence::findSlot(const KivObject* object) const
 {
     if (!places)
         return npos;
-    const Places& p = *places;
+    Places& p = *places;
     const bool hasTable = p.lookup && p.lookup->table.isBuilt();
-    if (!hasTable && p.slots.size() - p.head <= smallCount) {
-        const auto begin = p.slots.begin() + static_cast<std::ptrdiff_t>(p.head);
-        const auto found = std::find(begin, p.slots.end(), object);
-        return found == p.slots.end() ? npos : static_cast<std::size_t>(found - p.slots.begin());
+    if (!hasTable && p.size - p.head <= smallCount) {
+        const std::span<KivObject* const> slots = p.used();
+        const auto found = std::find(slots.begin() + p.head, slots.end(), object);
+        return found == slots.end() ? npos : static_cast<std::size_t>(found - slots.begin());
     }
     if (!hasTable) {
         SlotTable table;
-        table.build(p.slots, p.head);
+        table.build(p.used(), p.head);
         ensureLookup().table = std::move(table);
     }
     const std::uint32_t slot = p.lookup->table.first(object);
@@ -336,7 +350,7 @@ std::size_t KivSequence::indexOfObject(const KivObject* object) const
 
 KivObject* KivSequence::objectBetweenHoles(std::size_t index) const noexcept
 {
-    return places->slots[index == 0 ? places->head : places->lookup->ranks.slotOf(index)];
+    return places->slots()[index == 0 ? places->head : places->lookup->ranks.slotOf(index)];
 }
 
 bool KivSequence::removeObject(const KivObject* object)
@@ -345,22 +359,22 @@ bool KivSequence::removeObject(const KivObject* object)
     if (slot == npos)
         return false;
     Places& p = *places;
-    const bool atEdge = slot == p.head || slot + 1 == p.slots.size();
+    const bool atEdge = slot == p.head || slot + 1 == p.size;
     if (!atEdge && p.holes == 0)
-        ensureLookup().ranks.build(p.slots, p.head);
+        ensureLookup().ranks.build(p.used(), p.head, p.capacity);
     if (p.lookup && p.lookup->namesBuilt)
-        p.lookup->names.erase({p.slots[slot]->getName(), static_cast<std::uint32_t>(slot)});
+        p.lookup->names.erase({p.slots()[slot]->getName(), static_cast<std::uint32_t>(slot)});
     if (p.lookup && p.lookup->table.isBuilt())
         p.lookup->table.removeFirst(object);
     if (p.holes > 0 || !atEdge)
         p.lookup->ranks.clear(slot);
-    p.slots[slot] = hole();
+    p.slots()[slot] = hole();
     ++p.holes;
     --p.live;
-    for (; p.head < p.slots.size() && p.slots[p.head] == hole(); ++p.head)
+    for (; p.head < p.size && p.slots()[p.head] == hole(); ++p.head)
         --p.holes;
-    for (; p.head < p.slots.size() && p.slots.back() == hole(); --p.holes) {
-        p.slots.pop_back();
+    for (; p.head < p.size && p.slots()[p.size - 1] == hole(); --p.holes) {
+        --p.size;
         if (p.lookup && p.lookup->ranks.isBuilt())
             p.lookup->ranks.removeLast();
     }
@@ -373,23 +387,23 @@ KivObject* KivSequence::objectNamed(const KivString& name) const
 {
     if (!places)
         return nullptr;
-    const Places& p = *places;
-    if (p.slots.size() - p.head <= smallCount) {
-        for (std::size_t slot = p.head; slot < p.slots.size(); ++slot)
-            if (p.slots[slot] != hole() && p.slots[slot]->getName() == name)
-                return p.slots[slot];
+    Places& p = *places;
+    if (p.size - p.head <= smallCount) {
+        for (std::size_t slot = p.head; slot < p.size; ++slot)
+            if (p.slots()[slot] != hole() && p.slots()[slot]->getName() == name)
+                return p.slots()[slot];
         return nullptr;
     }
     Lookup& lookup = ensureLookup();
     if (!lookup.namesBuilt) {
         lookup.names.clear();
-        for (std::size_t slot = p.head; slot < p.slots.size(); ++slot)
-            if (p.slots[slot] != hole())
-                lookup.names.emplace(p.slots[slot]->getName(), static_cast<std::uint32_t>(slot));
+        for (std::size_t slot = p.head; slot < p.size; ++slot)
+            if (p.slots()[slot] != hole())
+                lookup.names.emplace(p.slots()[slot]->getName(), static_cast<std::uint32_t>(slot));
         lookup.namesBuilt = true;
     }
     const auto found = lookup.names.lower_bound({name, 0});
-    return found != lookup.names.end() && found->first == name ? p.slots[found->second] : nullptr;
+    return found != lookup.names.end() && found->first == name ? p.slots()[found->second] : nullptr;
 }
 
 void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
@@ -407,4 +421,15 @@ void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
     } catch (const std::bad_alloc&) {
         lookup.dropNames();
     }
+}
+
+void KivSequence::fetchContents(std::size_t index) const noexcept
+{
+    if (!places || places->holes > 0)
+        return;
+    const auto elementAt = [&](std::size_t i) { return i < places->live ? objectAt(i) : nullptr; };
+    if (const KivObject* const next = elementAt(index + 1))
+        next->fetchContents();
+    if (const KivObject* const later = elementAt(index + 3))
+        later->fetchParts();
 }

@@ -47,6 +47,9 @@ void KivObject::depthTraversal(KivTraversalOperation& operation, void* context)
     visit(this, operation, context);
 }
 
+void KivObject::fetchParts() const noexcept {}
+void KivObject::fetchContents() const noexcept {}
+
 void KivObject::_depthTraversal(KivTraversalOperation& /*operation*/, void* /*context*/) {}
 
 void KivObject::visit(KivObject* object, KivTraversalOperation& operation, void* context)

@@ -60,6 +60,17 @@ void KivAssociationRole::_depthTraversal(KivTraversalOperation& operation, void*
     visitAll(qualifiers, operation, context);
 }
 
+void KivAssociation::fetchParts() const noexcept
+{
+    fetchBytes(sizeof(KivAssociation));
+    roles.fetchPlaces();
+}
+
+void KivAssociation::fetchContents() const noexcept
+{
+    roles.fetchElements();
+}
+
 void KivAssociation::_depthTraversal(KivTraversalOperation& operation, void* context)
 {
     visitAll(roles, operation, context);

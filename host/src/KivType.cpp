@@ -1,6 +1,5 @@
 #include "kiv/KivType.h"
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -31,24 +30,45 @@ constexpr std::array dataTypes = {
     DataType{"TINYINT", "SQL_TINYINT", "signed char"},
 };
 
-const DataType* findDataType(std::string_view identifier)
+// A number by which the identifiers differ, so that finding one takes one look.
+constexpr std::size_t placeCount = 64;
+constexpr std::size_t placeOf(std::string_view identifier)
 {
-    const auto* const found = std::find_if(dataTypes.begin(), dataTypes.end(),
-                                           [&](const DataType& entry) { return identifier == entry.identifier; });
-    return found == dataTypes.end() ? nullptr : found;
+    const auto first = static_cast<unsigned char>(identifier.front());
+    const auto last = static_cast<unsigned char>(identifier.back());
+    return (5 * identifier.size() + 2U * last + first) % placeCount;
 }
 
-// The fixed names as strings of their own, so that naming a type copies no text.
-const std::array<KivString, dataTypes.size()>& cppNames()
+constexpr std::array<const DataType*, placeCount> dataTypeAt = [] {
+    std::array<const DataType*, placeCount> result = {};
+    for (const DataType& entry : dataTypes) {
+        const DataType*& place = result[placeOf(entry.identifier)];
+        if (place)
+            throw "two identifiers have one place";
+        place = &entry;
+    }
+    return result;
+}();
+
+const DataType* findDataType(std::string_view identifier)
 {
-    static const auto names = [] {
-        std::array<KivString, dataTypes.size()> result;
-        for (std::size_t i = 0; i < result.size(); ++i)
-            result[i] = KivString(dataTypes[i].cppName);
-        return result;
-    }();
-    return names;
+    if (identifier.empty())
+        return nullptr;
+    const DataType* const found = dataTypeAt[placeOf(identifier)];
+    return found && found->identifier == identifier ? found : nullptr;
 }
+
+// The names as strings of their own, made at load time, so that naming a type copies no text.
+const auto cppNames = [] {
+    std::array<KivString, dataTypes.size()> result;
+    for (std::size_t i = 0; i < result.size(); ++i)
+        result[i] = KivString(dataTypes[i].cppName);
+    return result;
+}();
+const KivString character = "char";
+const KivString text = "std::string";
+const KivString integer = "long";
+const KivString real = "double";
 
 } // namespace
 
@@ -69,16 +89,11 @@ const char* getOldDataType(const KivString& dataType)
 
 KivString buildCppTypeName(const KivType* type)
 {
-    static const KivString character = "char";
-    static const KivString text = "std::string";
-    static const KivString integer = "long";
-    static const KivString real = "double";
-
     const DataType* const entry = findDataType(type->getDataType().view());
     if (!entry)
         return type->getName();
     if (entry->cppName)
-        return cppNames()[static_cast<std::size_t>(entry - dataTypes.data())];
+        return cppNames[static_cast<std::size_t>(entry - dataTypes.data())];
     if (entry->identifier == "CHAR")
         return type->getLength() == 0 || type->getLength() == 1 ? character : text;
     return type->getScale() <= 0 ? integer : real;

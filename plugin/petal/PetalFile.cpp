@@ -1,13 +1,108 @@
 #include "petal/PetalFile.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 // From here on a larger buffer makes writing no faster.
 constexpr std::size_t areaSize = std::size_t{256} * 1024;
 
+// From that size on space is set aside, in steps that grow with the file; for a small file it costs more than it saves.
+constexpr std::size_t smallFile = std::size_t{1} << 20;
+constexpr std::size_t leastStep = std::size_t{4} << 20;
+constexpr std::size_t greatestStep = std::size_t{16} << 20;
+
 } // namespace
 
 PetalFile theFile;
+
+bool PetalBuffer::open(const char* path)
+{
+    if (is_open())
+        return false;
+    auto newArea = std::make_unique<char[]>(areaSize);
+    file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file < 0)
+        return false;
+    area = std::move(newArea);
+    setp(area.get(), area.get() + areaSize);
+    written = 0;
+    setAside = 0;
+    canSetAside = true;
+    return true;
+}
+
+bool PetalBuffer::close()
+{
+    if (!is_open())
+        return false;
+    bool success = empty();
+    if (setAside > written)
+        success = ftruncate(file, static_cast<off_t>(written)) == 0 && success;
+    success = ::close(file) == 0 && success;
+    file = -1;
+    poison();
+    area.reset();
+    return success;
+}
+
+bool PetalBuffer::empty()
+{
+    const std::string_view bytes(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+    setp(pbase(), epptr());
+    return write(bytes);
+}
+
+PetalBuffer::int_type PetalBuffer::overflow(int_type byte)
+{
+    if (!is_open() || !area || !empty())
+        return traits_type::eof();
+    return traits_type::eq_int_type(byte, traits_type::eof()) ? traits_type::not_eof(byte)
+                                                              : sputc(traits_type::to_char_type(byte));
+}
+
+// What does not fit goes past the buffer.
+std::streamsize PetalBuffer::xsputn(const char* text, std::streamsize size)
+{
+    const std::string_view bytes(text, static_cast<std::size_t>(size));
+    if (char* const place = room(bytes.size())) {
+        take(std::copy(bytes.begin(), bytes.end(), place));
+        return size;
+    }
+    return is_open() && empty() && write(bytes) ? size : 0;
+}
+
+bool PetalBuffer::write(std::string_view bytes)
+{
+    if (written >= smallFile && written + bytes.size() > setAside)
+        setSpaceAside(bytes.size());
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        written += static_cast<std::size_t>(count);
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+// Pipes and some file systems cannot; writing tells soon enough when there is no space at all.
+void PetalBuffer::setSpaceAside(std::size_t size)
+{
+    if (!canSetAside)
+        return;
+    const int error = errno;
+    const std::size_t step = size + std::clamp(written, leastStep, greatestStep);
+    canSetAside = fallocate(file, FALLOC_FL_KEEP_SIZE, static_cast<off_t>(written), static_cast<off_t>(step)) == 0;
+    if (canSetAside)
+        setAside = written + step;
+    errno = error;
+}
 
 PetalFile::PetalFile() : std::ostream(nullptr)
 {
@@ -18,9 +113,7 @@ PetalFile::~PetalFile() = default;
 
 void PetalFile::open(const char* path)
 {
-    area = std::make_unique<char[]>(areaSize);
-    buffer.pubsetbuf(area.get(), static_cast<std::streamsize>(areaSize));
-    if (!buffer.open(path, std::ios_base::out | std::ios_base::trunc))
+    if (!buffer.open(path))
         setstate(failbit);
 }
 
@@ -28,7 +121,6 @@ void PetalFile::close()
 {
     if (!buffer.close())
         setstate(failbit);
-    area.reset();
 }
 
 void PetalFile::append(std::string_view text)

@@ -1,13 +1,26 @@
 #pragma once
 
-#include <fstream>
 #include <memory>
 #include <ostream>
+#include <streambuf>
 #include <string_view>
 
-/// The stream's buffer: a file buffer whose free room is open to direct writing, so that a line costs no call.
-class PetalBuffer : public std::filebuf {
+/// The stream's buffer: writes to a file in large pieces, and its free room is open to direct writing, so that a line
+/// costs no call. Where the file system can, space is set aside ahead of writing, which makes writing faster and keeps
+/// the file in one piece; what was too much is given back on closing.
+class PetalBuffer : public std::streambuf {
 public:
+    PetalBuffer() = default;
+    ~PetalBuffer() override { close(); }
+    PetalBuffer(const PetalBuffer&) = delete;
+    PetalBuffer& operator=(const PetalBuffer&) = delete;
+
+    /// Opens `path` for writing and truncates it; false when that fails. Throws `std::bad_alloc`.
+    [[nodiscard]] bool open(const char* path);
+    [[nodiscard]] bool is_open() const { return file >= 0; }
+    /// Writes what is left and closes the file; false when any of it fails.
+    bool close();
+
     /// Room for `size` bytes, or null when there is less; nothing is written to find out.
     [[nodiscard]] char* room(std::size_t size) const
     {
@@ -16,9 +29,24 @@ public:
     /// Takes what was put into the room, up to `end`.
     void take(const char* end) { pbump(static_cast<int>(end - pptr())); }
     /// Writes what is in the buffer to the file; false when that fails.
-    [[nodiscard]] bool empty() { return overflow(traits_type::eof()) != traits_type::eof(); }
+    [[nodiscard]] bool empty();
     /// Forgets what has not reached the file yet and leaves no room for more.
     void poison() { setp(nullptr, nullptr); }
+
+protected:
+    int_type overflow(int_type byte) override;
+    std::streamsize xsputn(const char* text, std::streamsize size) override;
+    int sync() override { return empty() ? 0 : -1; }
+
+private:
+    [[nodiscard]] bool write(std::string_view bytes);
+    void setSpaceAside(std::size_t size);
+
+    int file = -1;
+    std::size_t written = 0;  // bytes in the file
+    std::size_t setAside = 0; // bytes that the file has space for; 0 when the file system cannot
+    bool canSetAside = false;
+    std::unique_ptr<char[]> area;
 };
 
 /// The petal file. After a failed write the stream stays failed and drops whatever else comes, so that a file that
@@ -49,7 +77,6 @@ private:
     void giveUp();
 
     PetalBuffer buffer;
-    std::unique_ptr<char[]> area;
 };
 
 extern PetalFile theFile;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "petal/ByteBlocks.h"
 #include "petal/PetalFile.h"
 #include "petal/Quid.h"
 #include "petal/RoseDesc.h"
@@ -48,21 +49,7 @@ inline std::size_t bound(std::string_view text)
 }
 inline char* copy(char* to, std::string_view text)
 {
-    // Most texts are short, and for them a call costs more than the copying: two moves that overlap do.
-    const std::size_t size = text.size();
-    if (size > 16) {
-        std::memcpy(to, text.data(), size);
-    } else if (size >= 8) {
-        std::memcpy(to, text.data(), 8);
-        std::memcpy(to + size - 8, text.data() + size - 8, 8);
-    } else if (size >= 4) {
-        std::memcpy(to, text.data(), 4);
-        std::memcpy(to + size - 4, text.data() + size - 4, 4);
-    } else {
-        for (std::size_t i = 0; i < size; ++i)
-            to[i] = text[i];
-    }
-    return to + size;
+    return copyBytes(to, text);
 }
 inline void put(std::string_view text)
 {
@@ -84,7 +71,9 @@ inline std::size_t bound(Guarded guarded)
 }
 inline char* copy(char* to, Guarded guarded)
 {
-    return isSafeBetweenQuotes(guarded.name) ? copy(to, guarded.name) : copyEscaped(to, guarded.name);
+    if (!copyAndFindEscaped(to, guarded.name) || isSafeBetweenQuotes(guarded.name))
+        return to + guarded.name.size();
+    return copyEscaped(to, guarded.name);
 }
 inline void put(Guarded guarded)
 {

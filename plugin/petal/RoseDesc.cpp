@@ -53,12 +53,16 @@ void forEachBlockRun(RoseDesc desc, Visit visit)
 
 char* copy(char* to, RoseDesc desc)
 {
-    if (isBlock(desc)) {
-        forEachBlockRun(desc, [&](std::string_view run) { to = copy(to, run); });
-        return to;
+    char* const text = copy(copy(to, "\""), desc.before);
+    if (copyAndFindEscaped(text, desc.text)) { // rarely
+        if (isBlock(desc)) {
+            forEachBlockRun(desc, [&](std::string_view run) { to = copy(to, run); });
+            return to;
+        }
+        to = copyEscaped(text, desc.text);
+    } else {
+        to = text + desc.text.size();
     }
-    to = copy(copy(to, "\""), desc.before);
-    to = copyEscaped(to, desc.text);
     return copy(copy(to, desc.after), "\"");
 }
 

@@ -73,6 +73,8 @@ class __attribute__((visibility("default"))) KivClass : public KivClassifier {
 public:
     KivClass();
 
+    void fetchParts() const noexcept override;
+    void fetchContents() const noexcept override;
     [[nodiscard]] std::size_t getAttributeCount() const noexcept { return attributes.count(); }
     /// `index` must be below `getAttributeCount()`.
     [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept { return attributes.at(index); }

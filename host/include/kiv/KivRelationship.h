@@ -50,6 +50,9 @@ class __attribute__((visibility("default"))) KivAssociation : public KivRelation
 public:
     KivAssociation();
 
+    void fetchParts() const noexcept override;
+    void fetchContents() const noexcept override;
+
     KivVector<KivAssociationRole> roles;
     KivClass* associationClass = nullptr; ///< or null
     KivString constraint;
