@@ -6,6 +6,7 @@
 #include <clocale>
 #include <csignal>
 #include <gmock/gmock.h>
+#include <locale>
 #include <new>
 #include <sstream>
 #include <sys/resource.h>
@@ -179,6 +180,37 @@ TEST(Run, GivesTheSameBytesEveryTime)
     exportedFile(other.model, {{BP_SUPPORTED_TYPES, "Java"}});
     EXPECT_EQ(exportedFile(builder.model), first) << "after the export of another model";
     expectNoTraces(builder.model);
+}
+
+namespace {
+
+// Numbers as 1.234.567,8
+class CommaNumbers : public std::numpunct<char> {
+protected:
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+    [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+} // namespace
+
+TEST(Run, GivesTheSameBytesInAnyLocale)
+{
+    ModelBuilder builder;
+    KivDesignPackage* const package = builder.package("Logical View");
+    KivClass* const wide = builder.addClass("Wide", package);
+    KivType* const type = builder.type("T", "NUMERIC", 12345, 6789);
+    builder.attribute("a", wide, type);
+    builder.projection(wide, builder.diagram("D", package, {wide}), 123456, 234567, 3456, 4567);
+    const auto exported = [&] {
+        return exportedFile(builder.model, {{BP_SUPPORTED_TYPES, "Oracle 7.x/8"},
+                                            {BP_X_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM, "1337"}});
+    };
+    const std::string expected = exported();
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new CommaNumbers));
+    const std::string inOtherLocale = exported();
+    std::locale::global(before);
+    EXPECT_EQ(inOtherLocale, expected);
 }
 
 TEST(Run, LogsInWalkOrder)
