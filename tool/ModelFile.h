@@ -30,6 +30,24 @@ struct LoadedModel {
     std::size_t objects = 0; ///< model objects in it, the model itself included
 };
 
+/// The whole content of a file, with free room behind it for the parser.
+struct FileContent {
+    std::unique_ptr<char[]> data;
+    std::size_t size = 0;
+    std::size_t capacity = 0;
+
+    [[nodiscard]] std::string_view text() const { return {data.get(), size}; }
+};
+
+/// Reads a file, or standard input when `path` is `-`. Throws `ModelUnreadable`.
+[[nodiscard]] FileContent readFile(const std::string& path);
+
+/// What messages call the file.
+[[nodiscard]] std::string fileName(const std::string& path);
+
+/// The model in the content of a model file; `name` stands for the file in messages. Throws `ModelFileError`.
+[[nodiscard]] LoadedModel parseModel(const FileContent& content, const std::string& name);
+
 /// Reads a model file, or standard input when `path` is `-`. Throws `ModelFileError` or `ModelUnreadable`.
 [[nodiscard]] LoadedModel loadModel(const std::string& path);
 

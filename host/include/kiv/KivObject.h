@@ -22,7 +22,8 @@ public:
     [[nodiscard]] virtual bool isInstanceOf(KivElementType code) const;
     /// Visits this object and everything it holds, depth-first, each object once; what an object holds is visited in
     /// a fixed order (packages: elements, sub-packages, diagrams, notes). Neither allocates nor recurses with the
-    /// depth of the package tree, so it throws only what the operation throws.
+    /// depth of the package tree, so it throws only what the operation throws. The objects note how far a pass has
+    /// come: an operation must not begin another pass over what it is passing over.
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
     // What asks the processor for memory that is needed soon, so that a pass over a large model does not wait for each
     // piece of it in turn (see `KivSequence`). Nothing changes.

@@ -3,6 +3,7 @@
 #include "kiv/KivString.h"
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 /// What kind of value an option takes; values are texts all the same.
@@ -33,6 +34,23 @@ struct __attribute__((visibility("default"))) KivOption {
 /// The options of a bridge, in the order in which they are shown.
 class __attribute__((visibility("default"))) KivOptionList {
 public:
+    KivOptionList() = default;
+    KivOptionList(const KivOptionList&) = default;
+    KivOptionList& operator=(const KivOptionList&) = default;
+    /// The other list is empty afterwards.
+    KivOptionList(KivOptionList&& other) noexcept
+        : options(std::move(other.options)), revision(std::exchange(other.revision, 0))
+    {
+    }
+    KivOptionList& operator=(KivOptionList&& other) noexcept
+    {
+        options = std::move(other.options);
+        other.options.clear();
+        revision = std::exchange(other.revision, 0);
+        return *this;
+    }
+    ~KivOptionList() = default;
+
     void removeAll() noexcept;
     /// Adds an option at the end.
     void append(KivOption option);
