@@ -2,6 +2,7 @@
 #include "Target.h"
 
 #include <algorithm>
+#include <cctype>
 #include <simdjson.h>
 #include <string>
 
@@ -27,7 +28,8 @@ void checkMessage(const std::string& message, std::string_view text)
     require(simdjson::validate_utf8(message), "UTF-8 in the message, not " + message);
     require(std::none_of(message.begin(), message.end(), [](char byte) { return byte >= 0 && byte < ' '; }),
             "a message of one line, not " + message);
-    if (message.find(": expected well-formed JSON,") != std::string::npos)
+    const bool namesLine = std::isdigit(static_cast<unsigned char>(message[std::string_view("fuzzed:").size()])) != 0;
+    if (namesLine) // other faults have a place in the JSON
         require(!isJson(text), "another message for well-formed JSON, not " + message);
 }
 
