@@ -23,7 +23,7 @@ bool PetalBuffer::open(const char* path)
 {
     if (is_open())
         return false;
-    auto newArea = std::make_unique<char[]>(areaSize);
+    auto newArea = std::make_unique_for_overwrite<char[]>(areaSize);
     file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (file < 0)
         return false;
