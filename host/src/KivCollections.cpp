@@ -18,6 +18,9 @@ constexpr std::uint32_t nothing = std::numeric_limits<std::uint32_t>::max();
 // Up to here a look at every element is as fast as any table, and most collections of a model are smaller.
 constexpr std::size_t smallCount = 8;
 
+// So many searches for a name look at every element; for more of them it pays to sort the names.
+constexpr std::uint32_t fewScans = 3;
+
 // The smallest block of memory holds this many pointers.
 constexpr std::size_t leastCapacity = 3;
 
@@ -388,7 +391,8 @@ KivObject* KivSequence::objectNamed(const KivString& name) const
     if (!places)
         return nullptr;
     Places& p = *places;
-    if (p.size - p.head <= smallCount) {
+    if (p.size - p.head <= smallCount || p.scans < fewScans) {
+        ++p.scans;
         for (std::size_t slot = p.head; slot < p.size; ++slot)
             if (p.slots()[slot] != hole() && p.slots()[slot]->getName() == name)
                 return p.slots()[slot];

@@ -88,6 +88,7 @@ private:
         std::uint32_t head = 0;  // slots before it are free
         std::uint32_t live = 0;  // elements
         std::uint32_t holes = 0; // free slots between elements
+        std::uint32_t scans = 0; // searches for a name that looked at every element
         Lookup* lookup = nullptr;
 
         [[nodiscard]] KivObject** slots() noexcept { return reinterpret_cast<KivObject**>(this + 1); }
