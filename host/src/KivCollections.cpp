@@ -232,7 +232,7 @@ KivSequence::Places& KivSequence::ensureCapacity(std::size_t capacity)
         throw std::length_error("a collection holds more than four billion elements");
     const std::size_t doubled = places ? std::size_t{places->capacity} * 2 : 0;
     capacity = std::min<std::size_t>(std::max({capacity, doubled, leastCapacity}), nothing - 1);
-    std::unique_ptr<Places, Release> grown(new (::operator new(sizeof(Places) + capacity * sizeof(KivObject*)))
+    std::unique_ptr<Places, Release> grown(new (::operator new(sizeof(Places) + capacity * sizeof(void*)))
                                                Places());
     if (places) {
         *grown = *places;

@@ -34,9 +34,9 @@ constexpr std::array dataTypes = {
 constexpr std::size_t placeCount = 64;
 constexpr std::size_t placeOf(std::string_view identifier)
 {
-    const auto first = static_cast<unsigned char>(identifier.front());
-    const auto last = static_cast<unsigned char>(identifier.back());
-    return (5 * identifier.size() + 2U * last + first) % placeCount;
+    const std::size_t first = static_cast<unsigned char>(identifier.front());
+    const std::size_t last = static_cast<unsigned char>(identifier.back());
+    return (5 * identifier.size() + 2 * last + first) % placeCount;
 }
 
 constexpr std::array<const DataType*, placeCount> dataTypeAt = [] {
