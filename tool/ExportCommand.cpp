@@ -1,6 +1,8 @@
 #include "Commands.h"
 
 #include "CommandLog.h"
+#include "DesignImport.h"
+#include "FileRoles.h"
 #include "ModelFile.h"
 #include "NearestName.h"
 #include "OutputFile.h"
@@ -8,12 +10,9 @@
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <iostream>
-#include <new>
 #include <optional>
-#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -36,41 +35,13 @@ KivOptionList defaultOptions()
     return options;
 }
 
-std::filesystem::path realPath(const std::string& path)
+std::vector<FileRole> filesOf(const ExportRequest& request, const std::string& output)
 {
-    std::error_code none;
-    return std::filesystem::weakly_canonical(std::filesystem::absolute(path, none), none);
-}
-
-bool isSameFile(const std::string& a, const std::string& b)
-{
-    std::error_code none;
-    return !a.empty() && a != "-" && !b.empty() && b != "-" &&
-           (std::filesystem::equivalent(a, b, none) || realPath(a) == realPath(b));
-}
-
-// Two roles for one file would cost the user one of its contents.
-std::string clashOf(const ExportRequest& request, const std::string& output)
-{
-    const std::pair<std::string, const char*> files[] = {{request.model, "the model"},
-                                                         {output, "the output"},
-                                                         {request.log, "the log"},
-                                                         {request.statisticsFile, "the statistics"}};
-    for (const auto* a = std::begin(files); a != std::end(files); ++a)
-        for (const auto* b = a + 1; b != std::end(files); ++b)
-            if (isSameFile(a->first, b->first))
-                return b->first + ": " + b->second + " would overwrite " + a->second;
-    if (output == "-" && request.statisticsFile == "-")
-        return "standard output cannot take the output and the statistics both";
-    return "";
-}
-
-// The system's error as users know it: what it happened to and why.
-std::string messageOf(const std::system_error& error)
-{
-    const std::string what = error.what();
-    const std::string reason = error.code().message();
-    return what.ends_with(reason) ? what : what + ": " + reason;
+    return {{request.model, "the model"},
+            {output, "the output"},
+            {request.log == "-" ? "" : request.log, "the log"}, // on standard error
+            {request.statisticsFile, "the statistics"},
+            {request.design.reportFile, "the report"}};
 }
 
 void proveComplete(OutputFile& output, const std::string& name)
@@ -81,12 +52,27 @@ void proveComplete(OutputFile& output, const std::string& name)
     throw std::runtime_error(name + ": the file could not be written completely");
 }
 
+// The model in a model file, or in a design of another tool, which is then imported.
+LoadedModel loadAnyModel(const ExportRequest& request, std::optional<ImportedDesign>& imported)
+{
+    const FileContent content = readFile(request.model);
+    const std::string name = fileName(request.model);
+    const design::Format* const format = formatOfExport(content.text(), request.model, request.design.format);
+    if (!format)
+        return parseModel(content, name);
+    imported = importDesign(*format, content.text(), request.model, request.design.hasLayout);
+    LoadedModel loaded = parseModel(imported->model.text, name);
+    loaded.bytes = content.size;
+    return loaded;
+}
+
 // Loads the model, exports it into a temporary file and puts that in place.
 void exportModel(const ExportRequest& request, const std::string& outputName)
 {
     Statistics statistics;
     const auto start = Clock::now();
-    LoadedModel loaded = loadModel(request.model);
+    std::optional<ImportedDesign> imported;
+    LoadedModel loaded = loadAnyModel(request, imported);
     const auto loadedAt = Clock::now();
 
     OutputFile output(outputName);
@@ -112,9 +98,16 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
     std::optional<OutputFile> statisticsFile;
     if (!request.statisticsFile.empty())
         statisticsFile.emplace(request.statisticsFile).write(statistics.asJson());
+    std::optional<OutputFile> reportFile;
+    if (!request.design.reportFile.empty())
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
     output.commit();
     if (statisticsFile)
         statisticsFile->commit();
+    if (reportFile)
+        reportFile->commit();
+    if (imported && !request.isQuiet)
+        std::cerr << summaryOf(*imported);
     if (request.showsStatistics && !request.isQuiet)
         std::cerr << statistics.asText();
     // The process ends next; to take the model apart object by object would only cost time.
@@ -153,7 +146,7 @@ std::string defaultOutput(const std::string& model)
     if (model == "-")
         return "-";
     std::string name = std::filesystem::path(model).filename().string();
-    for (const std::string_view ending : {".json", ".model"})
+    for (const std::string_view ending : {".json", ".model", ".mdj", ".uml", ".xmi", ".xml", ".ecore"})
         if (name.size() > ending.size() && name.ends_with(ending))
             name.resize(name.size() - ending.size());
     return name + ".mdl";
@@ -162,27 +155,9 @@ std::string defaultOutput(const std::string& model)
 int runExport(const ExportRequest& request)
 {
     const std::string output = request.output.empty() ? defaultOutput(request.model) : request.output;
-    if (const std::string clash = clashOf(request, output); !clash.empty()) {
+    if (const std::string clash = clashOf(filesOf(request, output)); !clash.empty()) {
         report(clash);
         return wrongUsage;
     }
-    try {
-        exportModel(request, output);
-        return done;
-    } catch (const ModelFileError& error) {
-        report(error.what());
-        return invalidModel;
-    } catch (const ModelUnreadable& error) {
-        report(messageOf(error));
-        return invalidModel;
-    } catch (const std::system_error& error) {
-        report(messageOf(error));
-    } catch (const KivException& error) {
-        report(output + ": " + error.what());
-    } catch (const std::bad_alloc&) {
-        report(request.model + ": not enough memory for this model");
-    } catch (const std::exception& error) {
-        report(error.what());
-    }
-    return exportFailed;
+    return reportFailures(request.model, output, [&] { exportModel(request, output); });
 }

@@ -1,0 +1,202 @@
+#pragma once
+
+// A design as the tools save it, before it becomes a host model: what every format's reader fills and what the rest of
+// the import works on. Elements are named by the identifiers of their file; geometry is in pixels of the tool, 96 to
+// the inch, x to the right and y downward.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace design {
+
+/// An element of the design, or something outside it. `id` is empty or the identifier of an element; where no element
+/// of the design has it, `name` (empty when the file does not tell) becomes a placeholder.
+struct Reference {
+    std::string id;
+    std::string name;
+
+    [[nodiscard]] bool isEmpty() const { return id.empty() && name.empty(); }
+};
+
+enum class Visibility : std::uint8_t {
+    Public,
+    Protected,
+    Private,
+    Package,
+};
+
+/// What every element has. Several stereotypes are joined with ", ".
+struct Element {
+    std::string id;
+    std::string name;
+    std::string documentation;
+    std::string stereotype;
+    std::vector<std::string> notes;       ///< texts of the notes and comments attached to it
+    std::vector<std::string> constraints; ///< texts, without braces
+};
+
+/// Number of values; -1 as `upper` is unlimited. `text` is what stood in the file when that is not a pair of numbers.
+struct Multiplicity {
+    std::int32_t lower = 1;
+    std::int32_t upper = 1;
+    std::string text;
+};
+
+struct Attribute : Element {
+    Reference type;
+    std::string initialValue;
+    std::optional<Multiplicity> multiplicity;
+    Visibility visibility = Visibility::Private;
+    bool isStatic = false;
+    bool isDerived = false;
+    bool isReadOnly = false;
+    bool isIdentifier = false;
+};
+
+enum class Direction : std::uint8_t {
+    In,
+    Out,
+    InOut,
+};
+
+struct Parameter : Element {
+    Reference type;
+    std::string initialValue;
+    std::optional<Multiplicity> multiplicity;
+    Direction direction = Direction::In;
+};
+
+struct Operation : Element {
+    std::vector<Parameter> parameters; ///< the result not among them
+    Reference returnType;
+    std::optional<Multiplicity> returnMultiplicity;
+    Visibility visibility = Visibility::Public;
+    bool isStatic = false;
+    bool isAbstract = false;
+    std::string preCondition;
+    std::string postCondition;
+    std::string semantics;
+};
+
+struct Literal : Element {
+    std::string value; ///< empty: the name alone
+};
+
+enum class ClassifierKind : std::uint8_t {
+    Class,
+    Interface,
+    DataType,
+    PrimitiveType,
+    Enumeration,
+    AssociationClass,
+};
+
+struct Classifier : Element {
+    ClassifierKind kind = ClassifierKind::Class;
+    Visibility visibility = Visibility::Public;
+    bool isAbstract = false;
+    bool isActive = false;
+    std::vector<Attribute> attributes;
+    std::vector<Operation> operations;
+    std::vector<Parameter> templateParameters;
+    std::vector<Literal> literals; ///< of an enumeration
+};
+
+enum class Aggregation : std::uint8_t {
+    None,
+    Shared,
+    Composite,
+};
+
+/// One end. `aggregation` says what the classifier at this end is: the whole (shared or composite) or not.
+struct AssociationEnd : Element {
+    Reference participant;
+    std::optional<Multiplicity> multiplicity;
+    Visibility visibility = Visibility::Public;
+    Aggregation aggregation = Aggregation::None;
+    bool isNavigable = false; ///< one can go to this end
+    bool isStatic = false;
+    bool isDerived = false;
+    std::vector<Attribute> qualifiers; ///< drawn at this end
+};
+
+struct Association : Element {
+    std::vector<AssociationEnd> ends;
+    std::string associationClassId; ///< of the classifier that is its class; empty: none
+    bool isDerived = false;
+};
+
+enum class RelationshipKind : std::uint8_t {
+    Generalization, ///< client: the subtype, supplier: the supertype
+    Realization,    ///< client: the implementing class, supplier: the interface
+    Dependency,     ///< also usages, abstractions, permissions; the stereotype tells them apart
+};
+
+struct Relationship : Element {
+    RelationshipKind kind = RelationshipKind::Dependency;
+    Reference client;
+    Reference supplier;
+};
+
+struct Point {
+    double x = 0;
+    double y = 0;
+};
+
+/// A box by its left upper corner.
+struct Rectangle {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+};
+
+/// Colours are 0xRRGGBB. What is not there has the host model's default.
+struct Appearance {
+    std::optional<std::uint32_t> lineColor;
+    std::optional<std::uint32_t> fillColor;
+    std::optional<std::uint32_t> fontColor;
+    std::string fontName;
+    double fontSize = 0; ///< in points; 0: default
+};
+
+/// An element drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the file; a width or
+/// height of 0 with a place: placed by hand, sized by the tool.
+struct Box {
+    std::string elementId;
+    std::optional<Rectangle> bounds;
+    Appearance appearance;
+};
+
+/// An element drawn as a line, from the first end (association), the client (relationship) to the other. `points`
+/// holds the whole way from border to border, or the bends alone when `hasEnds` is false.
+struct Line {
+    std::string elementId;
+    std::vector<Point> points;
+    bool hasEnds = false;
+    Appearance appearance;
+};
+
+/// A class diagram. Diagrams of other kinds do not come here, they are counted in the report.
+struct Diagram : Element {
+    std::vector<Box> boxes; ///< in drawing order
+    std::vector<Line> lines;
+};
+
+struct Package : Element {
+    std::vector<Package> packages;
+    std::vector<Classifier> classifiers;
+    std::vector<Association> associations;
+    std::vector<Relationship> relationships;
+    std::vector<std::string> looseNotes; ///< notes that hang at nothing
+    std::vector<Diagram> diagrams;
+};
+
+struct Design {
+    Package root;     ///< the model itself; its name is the design's name
+    std::string tool; ///< program and version that wrote the file, as the file tells; may be empty
+};
+
+} // namespace design

@@ -1,0 +1,169 @@
+#include "DesignImport.h"
+
+#include "JsonWriter.h"
+#include "ModelFile.h"
+#include "NearestName.h"
+#include "Texts.h"
+
+#include <cctype>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t headLength = 4096;
+
+// The beginning of a text, in which model files say what they are.
+std::string_view headOf(std::string_view text)
+{
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(byteOrderMark.size());
+    return design::trimmed(text.substr(0, headLength));
+}
+
+bool isModelFile(std::string_view text)
+{
+    const std::string_view head = headOf(text);
+    return head.starts_with('{') && head.find("\"kiv-model\"") != std::string_view::npos;
+}
+
+// A line of a message cannot have control characters, which a terminal might obey.
+std::string onOneLine(std::string_view text)
+{
+    std::string line = design::isWellFormed(text) ? std::string(text) : design::mended(text);
+    for (char& byte : line)
+        if (static_cast<unsigned char>(byte) < 0x20U || byte == 0x7F)
+            byte = ' ';
+    return line;
+}
+
+std::string placed(const std::string& file, const std::string& reason)
+{
+    const bool beginsWithPlace = !reason.empty() && std::isdigit(static_cast<unsigned char>(reason.front())) != 0;
+    return file + (beginsWithPlace ? ":" : ": ") + onOneLine(reason);
+}
+
+[[noreturn]] void throwUnknownFormat(const std::string& path)
+{
+    throw DesignError(fileName(path) + ": this is of no format that can be imported; see petal import --list-formats");
+}
+
+// "left out: 3 box (a Rose diagram shows a class once)", a line for each kind and reason.
+void addEntries(std::string& text, const char* word, const std::vector<design::ReportEntry>& entries)
+{
+    std::map<std::pair<std::string_view, std::string_view>, std::size_t> counts;
+    for (const design::ReportEntry& entry : entries)
+        ++counts[{entry.kind, entry.reason}];
+    for (const auto& [entry, count] : counts)
+        text.append(word)
+            .append(std::to_string(count))
+            .append(" x ")
+            .append(onOneLine(entry.first))
+            .append(" (")
+            .append(onOneLine(entry.second))
+            .append(")\n");
+}
+
+void writeEntries(design::JsonWriter& json, const char* key, const std::vector<design::ReportEntry>& entries)
+{
+    json.beginList(key);
+    for (const design::ReportEntry& entry : entries) {
+        json.beginObject();
+        for (const auto& [name, text] : {std::pair{"kind", &entry.kind}, std::pair{"id", &entry.id},
+                                         std::pair{"name", &entry.name}, std::pair{"reason", &entry.reason}})
+            json.member(name, std::string_view(design::mended(*text)));
+        json.endObject();
+    }
+    json.endList();
+}
+
+} // namespace
+
+std::string whyNotAFormat(const std::string& name)
+{
+    if (design::formatNamed(name))
+        return "";
+    std::vector<std::string_view> known;
+    std::string list;
+    for (const design::Format& format : design::formats()) {
+        known.push_back(format.name);
+        list.append("\n  ").append(format.name);
+    }
+    std::string reason = "there is no format '" + onOneLine(name) + "'";
+    if (const auto nearest = nearestName(name, known))
+        reason += "; did you mean " + std::string(*nearest) + "?";
+    return reason + "\nThe formats are:" + list;
+}
+
+const design::Format& formatOfImport(std::string_view text, const std::string& path, const std::string& name)
+{
+    if (const design::Format* const format = design::formatNamed(name))
+        return *format;
+    if (isModelFile(text))
+        throw DesignError(fileName(path) + ": this is a model file already");
+    const design::Format* const format = design::formatOf({text, path});
+    if (!format)
+        throwUnknownFormat(path);
+    return *format;
+}
+
+const design::Format* formatOfExport(std::string_view text, const std::string& path, const std::string& name)
+{
+    if (const design::Format* const format = design::formatNamed(name))
+        return format;
+    if (isModelFile(text))
+        return nullptr;
+    const design::Format* const format = design::formatOf({text, path});
+    if (!format && headOf(text).starts_with('<'))
+        throwUnknownFormat(path);
+    return format;
+}
+
+ImportedDesign importDesign(const design::Format& format, std::string_view text, const std::string& path,
+                            bool hasLayout)
+{
+    ImportedDesign imported;
+    imported.file = fileName(path);
+    imported.format = format.name;
+    try {
+        imported.model = design::importDesign(format, {text, path}, hasLayout, imported.report);
+    } catch (const design::UnreadableDesign& error) {
+        throw DesignError(placed(imported.file, error.what()));
+    }
+    return imported;
+}
+
+std::string summaryOf(const ImportedDesign& imported)
+{
+    std::string text = onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
+    const char* separator = "";
+    for (const design::Taken& taken : imported.model.taken) {
+        text.append(separator).append(std::to_string(taken.count)).append(" ").append(taken.kind);
+        separator = ", ";
+    }
+    text += '\n';
+    addEntries(text, "left out: ", imported.report.leftEntries());
+    addEntries(text, "made up: ", imported.report.madeEntries());
+    return text;
+}
+
+std::string reportAsJson(const std::optional<ImportedDesign>& imported)
+{
+    static const design::Report nothing;
+    const design::Report& report = imported ? imported->report : nothing;
+    constexpr int deepestLine = 2; // an entry a line
+    design::JsonWriter json(deepestLine);
+    json.beginObject();
+    json.member("format", imported ? imported->format : std::string_view("model file"));
+    json.beginObject("taken");
+    if (imported)
+        for (const design::Taken& taken : imported->model.taken)
+            json.member(taken.kind, std::uint64_t{taken.count});
+    json.endObject();
+    writeEntries(json, "left", report.leftEntries());
+    writeEntries(json, "made", report.madeEntries());
+    json.endObject();
+    return std::move(json).take();
+}

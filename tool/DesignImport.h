@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Import.h"
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+/// Designs of other tools, as the commands take them.
+
+/// A design cannot be imported. The message names the file, the place where there is one, and the reason.
+class DesignError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct ImportedDesign {
+    std::string file; ///< as messages call it
+    std::string_view format;
+    design::ModelText model;
+    design::Report report;
+};
+
+/// The format named, or the one that the content is of. Throws `DesignError` when it is of none.
+[[nodiscard]] const design::Format& formatOfImport(std::string_view text, const std::string& path,
+                                                   const std::string& name);
+
+/// The same for what may be a model file, for which null stands.
+[[nodiscard]] const design::Format* formatOfExport(std::string_view text, const std::string& path,
+                                                   const std::string& name);
+
+/// Throws `DesignError`.
+[[nodiscard]] ImportedDesign importDesign(const design::Format& format, std::string_view text, const std::string& path,
+                                          bool hasLayout);
+
+/// What was taken, left and made up, by kinds, for a terminal.
+[[nodiscard]] std::string summaryOf(const ImportedDesign& imported);
+
+/// The same one by one, as JSON; of a model file, which leaves nothing to report, without a design.
+[[nodiscard]] std::string reportAsJson(const std::optional<ImportedDesign>& imported);
+
+/// Why no format has this name, or the empty text when one has.
+[[nodiscard]] std::string whyNotAFormat(const std::string& name);

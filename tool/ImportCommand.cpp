@@ -1,0 +1,66 @@
+#include "Commands.h"
+
+#include "DesignImport.h"
+#include "FileRoles.h"
+#include "ModelFile.h"
+#include "OutputFile.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+void importFile(const ImportRequest& request, const std::string& outputName)
+{
+    const FileContent content = readFile(request.input);
+    const design::Format& format = formatOfImport(content.text(), request.input, request.design.format);
+    const std::optional<ImportedDesign> imported =
+        importDesign(format, content.text(), request.input, request.design.hasLayout);
+    OutputFile output(outputName);
+    output.write(imported->model.text);
+    std::optional<OutputFile> reportFile;
+    if (!request.design.reportFile.empty())
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
+    output.commit();
+    if (reportFile)
+        reportFile->commit();
+    if (!request.isQuiet)
+        std::cerr << summaryOf(*imported);
+}
+
+// The name of the design without its folder and ending, with that of a model file.
+std::string defaultModelName(const std::string& design)
+{
+    return design == "-" ? "-" : std::filesystem::path(design).stem().string() + ".model.json";
+}
+
+int listFormats()
+{
+    std::size_t longest = 0;
+    for (const design::Format& format : design::formats())
+        longest = std::max(longest, format.name.size());
+    for (const design::Format& format : design::formats())
+        std::cout << format.name << std::string(longest + 2 - format.name.size(), ' ') << format.description << '\n';
+    return done;
+}
+
+} // namespace
+
+int runImport(const ImportRequest& request)
+{
+    if (request.listsFormats)
+        return listFormats();
+    if (request.input.empty()) {
+        report("DESIGN is required; see petal import --help");
+        return wrongUsage;
+    }
+    const std::string output = request.output.empty() ? defaultModelName(request.input) : request.output;
+    const std::string clash =
+        clashOf({{request.input, "the design"}, {output, "the output"}, {request.design.reportFile, "the report"}});
+    if (!clash.empty()) {
+        report(clash);
+        return wrongUsage;
+    }
+    return reportFailures(request.input, output, [&] { importFile(request, output); });
+}
