@@ -1,0 +1,23 @@
+#pragma once
+
+#include "reader/Document.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// How petal files are read, as the options of the commands that read them say.
+struct ReadRequest {
+    std::string charset;            ///< name of an encoding, or empty
+    std::vector<std::string> paths; ///< NAME=DIR, folders behind the symbols of unit paths
+    bool ignoresUnits = false;
+};
+
+/// What is wrong with a charset or a NAME=DIR, or the empty text.
+[[nodiscard]] std::string whyNotACharset(const std::string& charset);
+[[nodiscard]] std::string whyNotAPath(const std::string& path);
+
+[[nodiscard]] reader::ReadOptions readOptions(const ReadRequest& request);
+
+/// `text` on one line of a terminal: control characters, which could steer it, become question marks.
+[[nodiscard]] std::string onOneLine(std::string_view text);

@@ -1,0 +1,141 @@
+#include "Commands.h"
+
+#include "reader/Index.h"
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+namespace {
+
+using reader::Object;
+
+// What an object is called in the outline; objects without a row are none of its lines.
+constexpr std::pair<std::string_view, std::string_view> words[] = {
+    {"Association", "association"},
+    {"Class", "class"},
+    {"Class_Category", "package"},
+    {"Class_Utility", "class utility"},
+    {"Device", "device"},
+    {"Instantiated_Class", "instantiated class"},
+    {"Instantiated_Class_Utility", "instantiated class utility"},
+    {"Metaclass", "metaclass"},
+    {"Parameterized_Class", "parameterized class"},
+    {"Parameterized_Class_Utility", "parameterized class utility"},
+    {"Processor", "processor"},
+    {"SubSystem", "component package"},
+    {"UseCase", "use case"},
+    {"module", "component"},
+};
+
+constexpr std::string_view viewKeys[] = {"root_usecase_package", "root_category", "root_subsystem",
+                                         "process_structure"};
+
+class Outline {
+public:
+    Outline(const reader::Document& document, std::size_t depth) : document(document), index(document), depth(depth) {}
+
+    void print()
+    {
+        std::vector<Open> open = {{&document.root(), 0}};
+        while (!open.empty()) {
+            const Open next = open.back();
+            open.pop_back();
+            const std::string line = lineOf(*next.object);
+            if (!line.empty())
+                std::cout << std::string(2 * next.level, ' ') << onOneLine(line) << '\n';
+            const std::size_t level = next.level + (line.empty() ? 0 : 1);
+            if (reader::diagramKindOf(*next.object) || level >= depth)
+                continue;
+            const auto children = reader::childrenOf(*next.object);
+            std::for_each(children.rbegin(), children.rend(), [&](const Object* child) {
+                open.push_back({child, level});
+            });
+        }
+    }
+
+private:
+    struct Open {
+        const Object* object;
+        std::size_t level;
+    };
+
+    // The four views are called by their names.
+    [[nodiscard]] bool isView(const Object& object) const
+    {
+        const auto isOneOfThem = [&](std::string_view key) { return document.root().object(key) == &object; };
+        return std::any_of(std::begin(viewKeys), std::end(viewKeys), isOneOfThem);
+    }
+
+    [[nodiscard]] std::string lineOf(const Object& object) const
+    {
+        if (isView(object))
+            return object.is("Processes") ? "Deployment View" : object.name();
+        if (const auto kind = reader::diagramKindOf(object))
+            return std::string(reader::diagramKindName(*kind)) + " diagram " + object.name();
+        for (const auto& [kind, word] : words)
+            if (object.is(kind))
+                return std::string(word) + nameOf(object) + stereotypeOf(object) + unitOf(object);
+        return {};
+    }
+
+    [[nodiscard]] std::string nameOf(const Object& object) const
+    {
+        const std::string name = reader::shownName(object);
+        std::string result = name.empty() ? "" : " " + name;
+        if (!object.is("Association"))
+            return result;
+        std::string ends;
+        for (const Object* const role : object.objects("roles"))
+            ends += (ends.empty() ? "" : " -- ") + endOf(*role);
+        return result + (ends.empty() ? "" : " (" + ends + ")");
+    }
+
+    [[nodiscard]] std::string endOf(const Object& role) const
+    {
+        if (const Object* const element = index.element(role).element)
+            return reader::shownName(*element);
+        const std::string supplier = role.text("supplier");
+        const std::size_t colons = supplier.rfind("::");
+        return supplier.empty() ? "?" : supplier.substr(colons == std::string::npos ? 0 : colons + 2);
+    }
+
+    static std::string stereotypeOf(const Object& object)
+    {
+        const std::string stereotype = object.text("stereotype");
+        return stereotype.empty() ? "" : " <<" + stereotype + ">>";
+    }
+
+    [[nodiscard]] std::string unitOf(const Object& object) const
+    {
+        for (const reader::MissingUnit& unit : document.missingUnits())
+            if (unit.stub == &object)
+                return " [not loaded: " + unit.fileName + "]";
+        return {};
+    }
+
+    const reader::Document& document;
+    reader::Index index;
+    std::size_t depth;
+};
+
+} // namespace
+
+int runTree(const TreeRequest& request)
+{
+    try {
+        const reader::Document document(request.file, readOptions(request.reading));
+        Outline(document, request.depth).print();
+        std::cout.flush();
+        for (const reader::Finding& finding : document.findings())
+            report(finding.place.file + ":" + std::to_string(finding.place.line) + ":" +
+                   std::to_string(finding.place.column) + ": " + onOneLine(finding.text));
+    } catch (const reader::NotPetal& error) {
+        report((request.file == "-" ? "standard input" : request.file) + ": " + error.what());
+        return invalidModel;
+    }
+    if (std::cout)
+        return done;
+    report("standard output cannot be written");
+    return exportFailed;
+}
