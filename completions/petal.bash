@@ -54,20 +54,26 @@ _petal_argument() {
     case $1 in
         --option) _petal_assignments "$2" ;;
         --types) _petal_words "$2" as-is c++ java oracle ;;
-        -o | --output | --log | --stats-json) _petal_files "$2" '' ;;
+        --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
+        --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
+        -o | --output | --log | --stats-json | --report) _petal_files "$2" '' ;;
     esac
 }
 
 _petal_takes_argument() {
     case $1 in
-        -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json) return 0 ;;
+        -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
+            --from | --report | --charset | --path | --depth) return 0 ;;
         *) return 1 ;;
     esac
 }
 
-_petal_export() {
-    local current=$1 option='' models=0 all_models='' word
-    shift
+# Completes a command that takes options and one file: current word, pattern of files not to offer, number of options,
+# options, words before the current one.
+_petal_command_with_file() {
+    local current=$1 others=$2 option='' models=0 all_models='' word
+    local options=("${@:4:$3}")
+    shift $((3 + $3))
     for word; do
         if [[ $option ]]; then
             option=''
@@ -85,11 +91,36 @@ _petal_export() {
         lead=${current%%=*}=
         _petal_argument "${current%%=*}" "${current#*=}"
     elif [[ ! $all_models && $current == -* ]]; then
-        _petal_words "$current" -h --help -o --output --option --types --foreign-keys --qualifiers --constraints \
-            --no-geometry --scale --x-scale --y-scale --log -q --quiet --stats --stats-json
+        _petal_words "$current" "${options[@]}"
     elif [[ $models == 0 ]]; then
-        _petal_files "$current" '!*.json'
+        _petal_files "$current" "$others"
     fi
+}
+
+_petal_export() {
+    local options=(-h --help -o --output --option --types --foreign-keys --qualifiers --constraints --no-geometry
+        --scale --x-scale --y-scale --log -q --quiet --stats --stats-json --from --no-layout --report)
+    _petal_command_with_file "$1" '!*.@(json|mdj|xml|xmi|uml|ecore)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_import() {
+    local options=(-h --help -o --output --from --no-layout --report -q --quiet --list-formats)
+    _petal_command_with_file "$1" '!*.@(mdj|xml|xmi|uml|ecore)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_check() {
+    local options=(-h --help --charset --path --no-units --json --notes)
+    _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_tree() {
+    local options=(-h --help --depth --charset --path --no-units)
+    _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_browse() {
+    local options=(-h --help -o --output --charset --path --no-units -q --quiet)
+    _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal() {
@@ -112,10 +143,14 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help --version
             else
-                _petal_words "$current" export options
+                _petal_words "$current" export import check tree browse options
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
+        import) _petal_import "$current" "${before[@]:1}" ;;
+        check) _petal_check "$current" "${before[@]:1}" ;;
+        tree) _petal_tree "$current" "${before[@]:1}" ;;
+        browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;
     esac
 

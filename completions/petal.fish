@@ -14,16 +14,24 @@ function __petal_assignments
         BP_Y_SCALE__IN____FOR_OBJECT_MODEL_DIAGRAM
 end
 
+function __petal_formats
+    petal import --list-formats 2>/dev/null | string replace -r ' +' \t
+end
+
 complete -c petal -f
 
 set -l command __fish_use_subcommand
 complete -c petal -n $command -a export -d 'Write a design as a Rose 98 model file'
+complete -c petal -n $command -a import -d 'Make a model file of a design'
+complete -c petal -n $command -a check -d 'Say what is wrong with Rose files'
+complete -c petal -n $command -a tree -d 'Print the outline of a Rose file'
+complete -c petal -n $command -a browse -d 'Make one page for a browser of a Rose file'
 complete -c petal -n $command -a options -d 'List the options of the bridge'
 complete -c petal -n $command -s h -l help -d 'Print help'
 complete -c petal -n $command -l version -d 'Print the version'
 
 set -l export '__fish_seen_subcommand_from export'
-complete -c petal -n $export -k -a '(__fish_complete_suffix .json)'
+complete -c petal -n $export -k -a '(__fish_complete_suffix .json; __fish_complete_suffix .mdj; __fish_complete_suffix .uml; __fish_complete_suffix .xmi; __fish_complete_suffix .xml; __fish_complete_suffix .ecore)'
 complete -c petal -n $export -s h -l help -d 'Print help'
 complete -c petal -n $export -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $export -l option -x -a '(__petal_assignments)' -d 'Set an option of the bridge'
@@ -39,6 +47,46 @@ complete -c petal -n $export -l log -r -F -d 'Write the messages of the export, 
 complete -c petal -n $export -s q -l quiet -d 'Print nothing but errors'
 complete -c petal -n $export -l stats -d 'Print what the export cost'
 complete -c petal -n $export -l stats-json -r -F -d 'Write what the export cost as JSON'
+
+complete -c petal -n $export -l from -x -a '(__petal_formats)' -d 'Format of the design'
+complete -c petal -n $export -l no-layout -d 'Place nothing that has no place'
+complete -c petal -n $export -l report -r -F -d 'Write what was left out or made up as JSON'
+
+set -l import '__fish_seen_subcommand_from import'
+complete -c petal -n $import -F
+complete -c petal -n $import -s h -l help -d 'Print help'
+complete -c petal -n $import -s o -l output -r -F -d 'The file to write, - for standard output'
+complete -c petal -n $import -l from -x -a '(__petal_formats)' -d 'Format of the design'
+complete -c petal -n $import -l no-layout -d 'Place nothing that has no place'
+complete -c petal -n $import -l report -r -F -d 'Write what was left out or made up as JSON'
+complete -c petal -n $import -s q -l quiet -d 'Print nothing but errors'
+complete -c petal -n $import -l list-formats -d 'List the formats of designs'
+
+set -l check '__fish_seen_subcommand_from check'
+complete -c petal -n $check -F
+complete -c petal -n $check -s h -l help -d 'Print help'
+complete -c petal -n $check -l charset -x -d 'Encoding of the files'
+complete -c petal -n $check -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $check -l no-units -d 'Leave controlled units out'
+complete -c petal -n $check -l json -d 'Print the findings as JSON'
+complete -c petal -n $check -l notes -d 'Also what says nothing against the file'
+
+set -l tree '__fish_seen_subcommand_from tree'
+complete -c petal -n $tree -F
+complete -c petal -n $tree -s h -l help -d 'Print help'
+complete -c petal -n $tree -l depth -x -d 'Number of levels'
+complete -c petal -n $tree -l charset -x -d 'Encoding of the file'
+complete -c petal -n $tree -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $tree -l no-units -d 'Leave controlled units out'
+
+set -l browse '__fish_seen_subcommand_from browse'
+complete -c petal -n $browse -F
+complete -c petal -n $browse -s h -l help -d 'Print help'
+complete -c petal -n $browse -s o -l output -r -F -d 'The page to write, - for standard output'
+complete -c petal -n $browse -l charset -x -d 'Encoding of the file'
+complete -c petal -n $browse -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $browse -l no-units -d 'Leave controlled units out'
+complete -c petal -n $browse -s q -l quiet -d 'Print nothing but errors'
 
 set -l options '__fish_seen_subcommand_from options'
 complete -c petal -n $options -s h -l help -d 'Print help'

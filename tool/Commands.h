@@ -1,7 +1,10 @@
 #pragma once
 
+#include "ReadRequest.h"
+
 #include "kiv/KivOptions.h"
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +14,7 @@
 enum ExitCode : int {
     done = 0,
     exportFailed = 1,
+    foundFaults = 1,
     wrongUsage = 2,
     invalidModel = 3,
 };
@@ -21,17 +25,64 @@ struct OptionValue {
     std::string value;
 };
 
+/// How a design of another tool is taken.
+struct DesignRequest {
+    std::string format;     ///< name of a format, or empty to tell it by the content
+    std::string reportFile; ///< path, `-` for standard output, or empty
+    bool hasLayout = true;  ///< lay out what has no places
+};
+
 struct ExportRequest {
     std::string model;  ///< path, or `-` for standard input
     std::string output; ///< path, `-` for standard output, or empty for the model's name
     std::string log;    ///< path, `-` for standard error, or empty
     std::string statisticsFile;
     std::vector<OptionValue> options; ///< in the order given; the last one for a name holds
+    DesignRequest design;
     bool isQuiet = false;
     bool showsStatistics = false;
 };
 
 int runExport(const ExportRequest& request);
+
+struct ImportRequest {
+    std::string input;  ///< path, or `-` for standard input
+    std::string output; ///< path, `-` for standard output, or empty for the design's name
+    DesignRequest design;
+    bool isQuiet = false;
+    bool listsFormats = false; ///< instead of importing, which then needs no input
+};
+
+int runImport(const ImportRequest& request);
+
+struct CheckRequest {
+    std::vector<std::string> files; ///< paths, or `-` for standard input
+    ReadRequest reading;
+    bool asJson = false;
+    bool showsNotes = false;
+};
+
+/// Says what is wrong with petal files.
+int runCheck(const CheckRequest& request);
+
+struct TreeRequest {
+    std::string file; ///< path, or `-` for standard input
+    ReadRequest reading;
+    std::size_t depth = std::numeric_limits<std::size_t>::max(); ///< number of levels shown
+};
+
+/// Prints the outline of a petal file.
+int runTree(const TreeRequest& request);
+
+struct BrowseRequest {
+    std::string file;   ///< path, or `-` for standard input
+    std::string output; ///< path, `-` for standard output, or empty for the file's name
+    ReadRequest reading;
+    bool isQuiet = false;
+};
+
+/// Writes a petal file as a page for a browser.
+int runBrowse(const BrowseRequest& request);
 
 /// Lists the options of the bridge.
 int runOptions(bool asJson);

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "DesignImport.h"
 #include "TemporaryFile.h"
 #include "Version.h"
 
@@ -8,6 +9,7 @@
 #include <CLI/CLI.hpp>
 #include <clocale>
 #include <iostream>
+#include <limits>
 #include <map>
 
 namespace {
@@ -17,13 +19,43 @@ constexpr const char* mainHelp = R"(Bring software designs into IBM Rational Ros
 Examples:
   petal export orders.model.json
   petal export orders.model.json -o orders.mdl --types java
+  petal export orders.mdj
+  petal import orders.mdj -o orders.model.json
 )";
 
-constexpr const char* exportHelp = R"(Write the design in a model file as a Rose 98 model file.
+constexpr const char* importHelp = R"(Make a model file of a design that another tool has saved.
+
+Examples:
+  petal import orders.mdj -o orders.model.json
+  petal import --list-formats
+)";
+
+constexpr const char* exportHelp = R"(Write the design in a model file, or of another tool, as a Rose 98 model file.
 
 Examples:
   petal export orders.model.json -o orders.mdl
   petal export orders.model.json --types "oracle" --foreign-keys --scale 150
+)";
+
+constexpr const char* checkHelp = R"(Say what is wrong with Rose files, one finding a line.
+
+Examples:
+  petal check orders.mdl
+  petal check old.mdl --path FRAMEWORK_PATH=shared --json
+)";
+
+constexpr const char* treeHelp = R"(Print the outline of a Rose file.
+
+Examples:
+  petal tree orders.mdl
+  petal tree orders.mdl --depth 2
+)";
+
+constexpr const char* browseHelp = R"(Make one page for a browser of a Rose file, with all its elements and diagrams.
+
+Examples:
+  petal browse orders.mdl
+  petal browse old.mdl -o old.html --path FRAMEWORK_PATH=shared
 )";
 
 constexpr const char* optionsHelp = R"(List the options of the export, their kinds, defaults and values.
@@ -169,6 +201,87 @@ private:
     std::map<std::string, Scale> scales;
 };
 
+std::string checkFormat(const std::string& name)
+{
+    return whyNotAFormat(name);
+}
+
+// The options of both commands that take designs of other tools.
+void addDesignOptions(CLI::App& command, DesignRequest& request)
+{
+    command.add_option("--from", request.format, "Format of the design (default: told by its content)")
+        ->type_name("FORMAT")
+        ->check(CLI::Validator(checkFormat, ""));
+    command
+        .add_flag_callback(
+            "--no-layout", [&request] { request.hasLayout = false; },
+            "Leave boxes without places and designs without diagrams as they are")
+        ->disable_flag_override();
+    command.add_option("--report", request.reportFile, "Write what was left out or made up as JSON")->type_name("FILE");
+}
+
+// The options of all commands that read Rose files.
+void addReadOptions(CLI::App& command, ReadRequest& request)
+{
+    command.add_option("--charset", request.charset, "Encoding of the files (default: told by their content)")
+        ->type_name("NAME")
+        ->check(CLI::Validator(whyNotACharset, ""));
+    command.add_option("--path", request.paths, "Folder behind a symbol in the paths of controlled units")
+        ->option_text("NAME=DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(whyNotAPath, ""))
+        ->take_all();
+    command.add_flag("--no-units", request.ignoresUnits, "Leave controlled units out");
+}
+
+CLI::App* addCheckCommand(CLI::App& app, CheckRequest& request)
+{
+    CLI::App* const command = app.add_subcommand("check", checkHelp);
+    command->add_option("FILE", request.files, "The Rose files; - reads standard input")->required()->type_name("");
+    addReadOptions(*command, request.reading);
+    command->add_flag("--json", request.asJson, "As JSON");
+    command->add_flag("--notes", request.showsNotes, "Also what says nothing against the file");
+    return command;
+}
+
+CLI::App* addTreeCommand(CLI::App& app, TreeRequest& request)
+{
+    CLI::App* const command = app.add_subcommand("tree", treeHelp);
+    command->add_option("FILE", request.file, "The Rose file; - reads standard input")->required()->type_name("");
+    command->add_option("--depth", request.depth, "Number of levels (default: all)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, std::numeric_limits<std::size_t>::max()).description(""));
+    addReadOptions(*command, request.reading);
+    return command;
+}
+
+CLI::App* addBrowseCommand(CLI::App& app, BrowseRequest& request)
+{
+    CLI::App* const command = app.add_subcommand("browse", browseHelp);
+    command->add_option("FILE", request.file, "The Rose file; - reads standard input")->required()->type_name("");
+    command
+        ->add_option("-o,--output", request.output,
+                     "The page to write; - writes to standard output (default: FILE's name with .html, here)")
+        ->type_name("OUT.html");
+    addReadOptions(*command, request.reading);
+    command->add_flag("-q,--quiet", request.isQuiet, "Say nothing but errors");
+    return command;
+}
+
+CLI::App* addImportCommand(CLI::App& app, ImportRequest& request)
+{
+    CLI::App* const command = app.add_subcommand("import", importHelp);
+    command->add_option("DESIGN", request.input, "The design; - reads standard input")->type_name("");
+    command
+        ->add_option("-o,--output", request.output,
+                     "The file to write; - writes to standard output (default: DESIGN's name with .model.json, here)")
+        ->type_name("OUT.model.json");
+    addDesignOptions(*command, request.design);
+    command->add_flag("-q,--quiet", request.isQuiet, "Say nothing but errors");
+    command->add_flag("--list-formats", request.listsFormats, "List the formats of designs and exit");
+    return command;
+}
+
 bool isCommand(const CLI::App& app, const std::string& name)
 {
     const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
@@ -198,7 +311,7 @@ int runCommandLine(int argc, char** argv)
 
     ExportRequest request;
     CLI::App* const exportCommand = app.add_subcommand("export", exportHelp);
-    exportCommand->add_option("MODEL", request.model, "The model file; - reads standard input")
+    exportCommand->add_option("MODEL", request.model, "The model file or design; - reads standard input")
         ->required()
         ->type_name("");
     exportCommand
@@ -215,6 +328,17 @@ int runCommandLine(int argc, char** argv)
         ->add_option("--stats-json", request.statisticsFile, "Write what the export cost as JSON; - is standard output")
         ->type_name("FILE");
 
+    addDesignOptions(*exportCommand, request.design);
+
+    ImportRequest importRequest;
+    CLI::App* const importCommand = addImportCommand(app, importRequest);
+    CheckRequest checkRequest;
+    CLI::App* const checkCommand = addCheckCommand(app, checkRequest);
+    TreeRequest treeRequest;
+    CLI::App* const treeCommand = addTreeCommand(app, treeRequest);
+    BrowseRequest browseRequest;
+    CLI::App* const browseCommand = addBrowseCommand(app, browseRequest);
+
     bool asJson = false;
     CLI::App* const optionsCommand = app.add_subcommand("options", optionsHelp);
     optionsCommand->add_flag("--json", asJson, "As JSON");
@@ -223,10 +347,11 @@ int runCommandLine(int argc, char** argv)
         report("there is no command '" + std::string(argv[1]) + "'; see petal --help");
         return wrongUsage;
     }
-    if (const char* const flag = flagWithEmptyValue(*exportCommand, argc, argv)) {
-        report(std::string(flag) + ": this option takes no value");
-        return wrongUsage;
-    }
+    for (const CLI::App* const command : {exportCommand, importCommand, checkCommand, treeCommand, browseCommand})
+        if (const char* const flag = flagWithEmptyValue(*command, argc, argv)) {
+            report(std::string(flag) + ": this option takes no value");
+            return wrongUsage;
+        }
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) { // help or version
@@ -236,8 +361,16 @@ int runCommandLine(int argc, char** argv)
         std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";
         return wrongUsage;
     }
+    if (checkCommand->parsed())
+        return runCheck(checkRequest);
+    if (treeCommand->parsed())
+        return runTree(treeRequest);
+    if (browseCommand->parsed())
+        return runBrowse(browseRequest);
     if (optionsCommand->parsed())
         return runOptions(asJson);
+    if (importCommand->parsed())
+        return runImport(importRequest);
     request.options = exportOptions.values();
     return runExport(request);
 }

@@ -1,0 +1,344 @@
+"""Uses the pages of `petal browse` in Chromium, as a reader would: browser_test.py PETAL [TEST...]
+
+The environment variable PETAL_SCREENSHOTS names a folder for pictures of the pages, to be looked at.
+"""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+from webdriver import Browser, missing_programs
+
+PETAL = None
+HOSTILE = "</script><img src=x onerror=document.title='taken'>"
+WORDS = "An order is <b>placed</b> by a customer.\nIt has items."
+
+
+def attribute(name, kind, **more):
+    return {"name": name, "type": kind, "visibility": 2, **more}
+
+
+def small_model():
+    """Two packages; a class diagram with three classes, an inheritance and an association."""
+    def shown(x, y):
+        return [{"diagram": "d", "x": x, "y": y, "width": 500, "height": 420}]
+
+    order = {"kind": "class", "id": "order", "name": "Order", "description": WORDS,
+             "attributes": [attribute("price", "money", description="What it costs.")],
+             "operations": [{"name": "pay", "returnType": "money", "arguments": [{"name": "amount", "type": "money"}]}],
+             "projections": shown(500, 500)}
+    item = {"kind": "class", "id": "item", "name": "Item", "attributes": [], "projections": shown(1500, 500)}
+    rush = {"kind": "class", "id": "rush", "name": "Rush order", "attributes": [], "projections": shown(500, 1300)}
+    hostile = {"kind": "class", "id": "hostile", "name": HOSTILE, "description": HOSTILE, "attributes": [],
+               "projections": shown(1500, 1300)}
+    inheritance = {"kind": "generalization", "id": "g", "supertypes": ["order"], "subtypes": ["rush"],
+                   "projections": [{"diagram": "d"}]}
+    association = {"kind": "association", "id": "a", "name": "contains", "projections": [{"diagram": "d"}],
+                   "roles": [{"name": "order", "participant": "order", "multiplicity": {"lower": 1, "upper": 1}},
+                             {"name": "items", "participant": "item", "multiplicity": {"lower": 0, "upper": -1}}]}
+    elements = [order, item, rush, hostile, inheritance, association]
+    orders = {"name": "Orders", "modelElements": elements,
+              "diagrams": [{"id": "d", "name": "Orders at a glance", "elements": [each["id"] for each in elements]}]}
+    other = {"name": "Other", "modelElements": [{"kind": "class", "id": "x", "name": "Customer", "attributes": []}]}
+    return {"format": "kiv-model", "version": 1, "name": "Shop", "childPackages": [orders, other],
+            "types": [{"id": "money", "name": "Money", "dataType": "NUMERIC", "length": 10}]}
+
+
+def large_model(class_count):
+    """Packages of 50 classes, each class with 8 attributes and 5 operations, and a diagram for every package."""
+    packages = []
+    for first in range(0, class_count, 50):
+        diagram = f"d{first}"
+        elements = [{
+            "kind": "class", "id": f"c{number}", "name": f"Class{number}", "description": f"What class {number} is for.",
+            "attributes": [attribute(f"attribute{k}", "text") for k in range(8)],
+            "operations": [{"name": f"operation{k}", "returnType": "text"} for k in range(5)],
+            "projections": [{"diagram": diagram, "x": 300 + 700 * (number % 7), "y": 400 + 900 * (number % 50 // 7),
+                             "width": 500, "height": 700}],
+        } for number in range(first, first + 50)]
+        packages.append({"name": f"Package{first // 50}", "modelElements": elements,
+                         "diagrams": [{"id": diagram, "name": "Main", "elements": [each["id"] for each in elements]}]})
+    return {"format": "kiv-model", "version": 1, "name": "Large", "childPackages": packages,
+            "types": [{"id": "text", "name": "Text", "dataType": "VARCHAR", "length": 10}]}
+
+
+def page_of(folder, name, model):
+    source = folder / f"{name}.model.json"
+    source.write_text(json.dumps(model))
+    for command in (["export", source, "-q"], ["browse", folder / f"{name}.mdl"]):
+        subprocess.run([PETAL, *command], cwd=folder, check=True)
+    return folder / f"{name}.html"
+
+
+class Pages(unittest.TestCase):
+    """The pages are made once; each test starts at the overview and may leave nothing on the console."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.folder_holder = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
+        cls.addClassCleanup(cls.folder_holder.cleanup)
+        cls.folder = pathlib.Path(cls.folder_holder.name)
+        cls.page = page_of(cls.folder, "shop", small_model())
+        cls.browser = Browser(cls.folder / "profile")
+        cls.addClassCleanup(cls.browser.close)
+
+    def setUp(self):
+        self.browser.open("about:blank")
+        self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
+        self.browser.open(self.page.as_uri())
+        self.browser.console()
+
+    def tearDown(self):
+        self.assertEqual(self.browser.console(), [])
+
+    def text(self, selector):
+        return self.browser.script("return document.querySelector(arguments[0])?.textContent ?? null", selector)
+
+    def wait_for_title(self, title):
+        self.browser.wait_for("document.querySelector('main h1')?.textContent === " + json.dumps(title))
+
+    def search(self, words):
+        self.browser.press("/")
+        self.browser.script("document.getElementById('search').value = ''")
+        self.browser.press(words)
+
+    def go_to(self, name):
+        self.search(name)
+        self.browser.press("Enter")
+        self.wait_for_title(name)
+
+    def active_row(self):
+        return self.browser.script(
+            "const tree = document.getElementById('tree');"
+            "return document.getElementById(tree.getAttribute('aria-activedescendant'))?.getAttribute('aria-label')")
+
+    def transform(self):
+        return self.browser.script("return document.querySelector('.paper').style.transform")
+
+    def keep(self, name):
+        if folder := os.environ.get("PETAL_SCREENSHOTS"):
+            self.browser.screenshot(pathlib.Path(folder) / f"{name}.png")
+
+    def test_opens_from_disk(self):
+        rows = self.browser.script("return [...document.querySelectorAll('[role=treeitem]')].map((row) =>"
+                                   " [row.textContent, row.getAttribute('aria-level')])")
+        self.assertEqual(rows, [["Use Case View", "1"], ["Logical View", "1"], ["Component View", "1"],
+                                ["Deployment View", "1"]])
+        self.assertEqual(self.browser.script("return document.title"), "shop.mdl")
+        self.assertIn("Orders at a glance", self.text("main"))
+        self.keep("overview")
+
+    def test_shows_the_sheet_of_an_element(self):
+        self.go_to("Order")
+        self.keep("sheet")
+        sheet = self.text("main")
+        for part in (WORDS, "What it costs.", "pay(amount : NUMBER", "items 0..n", "Inherited by", "Logical View::Orders::Order"):
+            with self.subTest(part):
+                self.assertIn(part.split(" : NUMBER")[0], sheet)
+
+    def test_searches_as_you_type(self):
+        found = "return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)"
+        for words, first, count in (("ord", "Order", None), ("ITEM", "Item", None), ("rush ord", "Rush order", None),
+                                    ("placed customer", "Order", 1), ("what it costs", "price", 1), ("zzz", None, 0)):
+            with self.subTest(words):
+                self.search(words)
+                names = self.browser.script(found)
+                self.assertEqual(names[0] if names else None, first)
+                if count is not None:
+                    self.assertEqual(len(names), count)
+                self.browser.press("Escape")
+                self.assertEqual(self.browser.script("return document.getElementById('found').hidden"), True)
+                self.browser.press("Escape")
+                self.assertEqual(self.browser.script("return document.activeElement.id"), "tree")
+
+    def test_chooses_a_result_by_keys(self):
+        self.search("ord")
+        self.keep("search")
+        names = self.browser.script("return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)")
+        self.browser.press("Down", "Down", "Up", "Enter")
+        self.wait_for_title(names[1])
+
+    def test_clicks_through_and_goes_back(self):
+        self.go_to("Order")
+        sheet = self.browser.script("return location.hash")
+        self.assertRegex(sheet, "^#Order~[0-9A-F]{12}$")
+        self.browser.click("section[aria-label='Shown in'] a")
+        self.wait_for_title("Orders at a glance")
+        self.browser.wait_for("document.querySelector('[data-element] .halo')")
+        self.keep("diagram")
+        item = ".leads[aria-label='class Item']"
+        self.browser.click(item)
+        self.wait_for_title("Item")
+        self.browser.back()
+        self.wait_for_title("Orders at a glance")
+        self.browser.back()
+        self.wait_for_title("Order")
+        self.assertEqual(self.browser.script("return location.hash"), sheet)
+        self.browser.forward()
+        self.wait_for_title("Orders at a glance")
+        self.browser.script("document.querySelector(arguments[0]).focus()", item)
+        self.browser.press("Enter")
+        self.wait_for_title("Item")
+
+    def test_opens_an_address(self):
+        self.go_to("Order")
+        address = self.browser.script("return location.href")
+        for where, title in ((address, "Order"), (address.replace("#Order~", "#Old-name~"), "Order")):
+            self.browser.open("about:blank")
+            self.browser.open(where)
+            self.assertEqual(self.text("main h1"), title, where)
+        for wrong in ("#Order~000000000BAD", "#%E0%A4%A", "#~"):
+            self.browser.open(self.page.as_uri() + wrong)
+            self.browser.wait_for("document.querySelector('main .message')")
+
+    def test_moves_in_the_tree_by_keys(self):
+        self.browser.script("document.getElementById('tree').focus()")
+        for keys, row in ((["Down"], "package Logical View"), (["Right"], "package Logical View"),
+                          (["Right", "Down"], "package Other"), (["Left"], "package Logical View"),
+                          (["Left", "Down"], "component package Component View"), (["End"], "view Deployment View"),
+                          (["Home"], "package Use Case View"), (["l"], "package Logical View"),
+                          (["*", "Right", "Right", "Right"], "class diagram Orders at a glance")):
+            with self.subTest(keys):
+                self.browser.press(*keys)
+                self.assertEqual(self.active_row(), row)
+        self.browser.press("Enter")
+        self.wait_for_title("Orders at a glance")
+        self.assertEqual(self.browser.script("return document.activeElement.id"), "tree")
+
+    def test_zooms_and_moves_a_picture(self):
+        self.go_to("Orders at a glance")
+        whole = self.transform()
+        center = self.browser.script("const box = document.querySelector('.picture').getBoundingClientRect();"
+                                     "return [box.left + box.width / 2, box.top + box.height / 2].map(Math.round)")
+        ways = {"+": lambda: self.browser.press("+"), "-": lambda: self.browser.press("-"),
+                "1": lambda: self.browser.press("+", "1"),
+                "button": lambda: self.browser.click("button[aria-label='Larger']"),
+                "wheel": lambda: self.browser.wheel(*center, -200),
+                "drag": lambda: self.browser.drag(*center, 80, 60),
+                "arrow": lambda: (self.browser.script("document.querySelector('.picture').focus()"),
+                                  self.browser.press("Left"))}
+        for name, way in ways.items():
+            with self.subTest(name):
+                way()
+                self.browser.wait_for("document.querySelector('.paper').style.transform !== " + json.dumps(whole)
+                                      if name != "1" else "document.querySelector('.percent').textContent === '100 %'")
+                self.assertEqual(self.text("main h1"), "Orders at a glance")
+                self.browser.press("0")
+                self.assertEqual(self.transform(), whole)
+
+    def test_keeps_hostile_names_as_texts(self):
+        self.go_to(HOSTILE)
+        for selector, text in (("main h1", HOSTILE), (".documentation", HOSTILE)):
+            self.assertEqual(self.text(selector), text)
+        self.browser.click("section[aria-label='Shown in'] a")
+        self.wait_for_title("Orders at a glance")
+        self.browser.wait_for("document.querySelector('.paper svg')")
+        self.assertEqual(self.browser.script("return document.querySelectorAll('img').length"), 0)
+        self.assertNotIn("taken", self.browser.script("return document.title"))
+
+    def test_names_its_controls(self):
+        for name in (None, "Order", "Orders at a glance"):
+            if name:
+                self.go_to(name)
+            controls = self.browser.find_all("button, a, input, [tabindex='0'], [role=treeitem]")
+            self.assertGreater(len(controls), 8)
+            for control in controls:
+                if self.browser.command("GET", f"/element/{control}/displayed"):
+                    self.assertNotEqual(self.browser.label(control).strip(), "",
+                                        self.browser.command("GET", f"/element/{control}/property/outerHTML"))
+            roles = [self.browser.role(element) for element in self.browser.find_all("header, nav, main, [role=search]")]
+            for role in ("banner", "navigation", "main", "search"):
+                self.assertIn(role, roles)
+
+    def test_is_readable_in_both_themes(self):
+        contrast = """
+            const values = (color) => color.match(/[\\d.]+/g).slice(0, 3).map(Number);
+            const light = (color) => values(color).map((each) => each / 255)
+                .map((each) => each <= 0.04045 ? each / 12.92 : ((each + 0.055) / 1.055) ** 2.4)
+                .reduce((sum, each, i) => sum + each * [0.2126, 0.7152, 0.0722][i], 0);
+            const back = (node) => {
+                const color = getComputedStyle(node).backgroundColor;
+                return color === "rgba(0, 0, 0, 0)" ? back(node.parentElement) : color;
+            };
+            return arguments[0].map((selector) => {
+                const node = document.querySelector(selector);
+                const [a, b] = [light(getComputedStyle(node).color), light(back(node))].sort((a, b) => b - a);
+                return [selector, (a + 0.05) / (b + 0.05)];
+            });"""
+        selectors = ["main h1", "main .sort", "main a", ".documentation", "td.sign", ".note", ".row-name",
+                     "#search", ".home", "thead th", ".row .icon.of-package", ".row .icon.of-classifier"]
+        self.go_to("Order")
+        for theme in ("light", "dark"):
+            self.browser.devtools("Emulation.setEmulatedMedia", media="",
+                                  features=[{"name": "prefers-color-scheme", "value": theme}])
+            self.keep("sheet-" + theme)
+            for selector, ratio in self.browser.script(contrast, selectors):
+                self.assertGreater(ratio, 4.5, f"{selector} {theme}")
+
+    def test_changes_the_theme(self):
+        def is_dark(selector):
+            return self.browser.script("const [r, g, b] = getComputedStyle(document.querySelector(arguments[0]))"
+                                       ".backgroundColor.match(/\\d+/g).map(Number); return r + g + b < 200", selector)
+        self.go_to("Orders at a glance")
+        for theme, other in (("light", "dark"), ("dark", "light")):
+            self.browser.devtools("Emulation.setEmulatedMedia", media="",
+                                  features=[{"name": "prefers-color-scheme", "value": theme}])
+            self.browser.script("document.documentElement.removeAttribute('data-theme')")
+            self.assertEqual(is_dark("body"), theme == "dark")
+            self.browser.wait_for(f"document.getElementById('theme').ariaPressed === '{str(theme == 'dark').lower()}'")
+            self.browser.click("#theme")
+            self.assertEqual(is_dark("body"), other == "dark")
+            self.assertFalse(is_dark(".paper"), "a picture stays on paper")
+            self.keep("diagram-" + other)
+            self.browser.script("localStorage.clear()")
+
+    def test_prints_sheet_and_picture(self):
+        for name, selector in (("Order", ".sheet"), ("Orders at a glance", ".paper svg")):
+            self.go_to(name)
+            self.browser.devtools("Emulation.setEmulatedMedia", media="print", features=[])
+            shown = "const node = document.querySelector(arguments[0]); return node.getBoundingClientRect().width"
+            self.assertEqual(self.browser.script(shown, "#navigation"), 0)
+            self.assertGreater(self.browser.script(shown, selector), 200)
+            if self.browser.find_all(".paper"):
+                style = "return getComputedStyle(document.querySelector('.paper')).transform"
+                self.assertEqual(self.browser.script(style), "none")
+            self.keep("print-" + name.split()[-1])
+            self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
+
+    def test_is_fast_with_many_elements(self):
+        page = page_of(self.folder, "large", large_model(1450))
+        start = time.monotonic()
+        self.browser.open(page.as_uri())
+        opened = time.monotonic() - start
+        paint = self.browser.script("return performance.getEntriesByName('first-contentful-paint')[0]?.startTime")
+        size = page.stat().st_size
+        self.browser.press("/")
+        seconds = []
+        for words in ("c", "class14", "attribute7", "what class 777", "nothing of it"):
+            seconds.append(self.browser.after_script("""
+                const input = document.getElementById("search");
+                input.value = arguments[0];
+                const start = performance.now();
+                input.dispatchEvent(new Event("input"));
+                requestAnimationFrame(() => setTimeout(() => done((performance.now() - start) / 1000)));""", words))
+        self.go_to("Class777")
+        nodes = self.browser.script("return document.querySelectorAll('*').length")
+        print(f"20,300 elements: {size / 1e6:.1f} MB, opened in {opened:.2f} s, first paint after "
+              f"{(paint or 0) / 1000:.2f} s, searches in at most {max(seconds) * 1000:.0f} ms, {nodes} nodes", file=sys.stderr)
+        self.assertLess(opened, 10)
+        self.assertLess(sorted(seconds)[2], 0.25)
+        self.assertLess(nodes, 2000)
+
+
+if __name__ == "__main__":
+    if missing := missing_programs():
+        print("skipped: these programs of Debian's packages chromium and chromium-driver are not installed: "
+              + ", ".join(missing))
+        sys.exit(77)
+    PETAL = str(pathlib.Path(sys.argv.pop(1)).resolve())
+    unittest.main(verbosity=2)
