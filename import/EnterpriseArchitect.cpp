@@ -359,6 +359,12 @@ void takeWaypoints(Diagram& diagram, const std::vector<umldi::OwnedDiagram>& see
     }
 }
 
+/// Object and package diagrams show classes and their relations, too.
+bool isClassDiagram(std::string_view type)
+{
+    return type == "Logical" || type == "Class" || type == "Object" || type == "Package";
+}
+
 void readDiagrams(const xml::Document& document, pugi::xml_node extension, uml2::Model& model, const Names& classes,
                   const Notes& notes, Report& report)
 {
@@ -367,7 +373,7 @@ void readDiagrams(const xml::Document& document, pugi::xml_node extension, uml2:
     const std::vector<umldi::OwnedDiagram> seen = umldi::read(document.root(), joined, ignored);
     for (const pugi::xml_node node : extension.child("diagrams").children("diagram")) {
         const std::string type(valueOf(node, "properties", "type"));
-        if (type != "Logical" && type != "Class") {
+        if (!isClassDiagram(type)) {
             report.left(uml2::plainWords(type) + " diagram", xml::xmiAttribute(node, "id"),
                         valueOf(node, "properties", "name"), "only class diagrams have a place");
             continue;

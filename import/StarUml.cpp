@@ -33,7 +33,12 @@ constexpr std::array classifierTypes = {
     ClassifierType{"UMLEnumeration", ClassifierKind::Enumeration, ""},
     ClassifierType{"UMLStereotype", ClassifierKind::Class, "stereotype"},
     ClassifierType{"UMLActor", ClassifierKind::Class, "Actor"},
+    ClassifierType{"UMLComponent", ClassifierKind::Class, "component"},
+    ClassifierType{"UMLObject", ClassifierKind::Class, "object"},
 };
+
+// Object and package diagrams show classes and their relations, too.
+constexpr std::array<std::string_view, 3> diagramTypes = {"UMLClassDiagram", "UMLObjectDiagram", "UMLPackageDiagram"};
 
 struct PackageType {
     std::string_view type;
@@ -317,7 +322,7 @@ private:
             readAssociation(object, package);
         else if (type == "UMLAssociationClassLink")
             associationClasses.emplace_back(referenceIn(object, "associationSide"), referenceIn(object, "classSide"));
-        else if (type == "UMLClassDiagram")
+        else if (std::find(diagramTypes.begin(), diagramTypes.end(), type) != diagramTypes.end())
             readDiagram(object, package);
         else if (type != "UMLConstraint") // read with its owner
             leave(object);

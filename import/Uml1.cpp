@@ -10,18 +10,24 @@ namespace design::uml1 {
 
 namespace {
 
+/// What becomes a classifier, and the stereotype of those that are none of their own kind in the host model.
 struct NamedClassifier {
     std::string_view element;
     ClassifierKind kind;
+    std::string_view stereotype;
 };
 
-constexpr std::array<NamedClassifier, 6> classifierElements = {{
-    {"Class", ClassifierKind::Class},
-    {"AssociationClass", ClassifierKind::AssociationClass},
-    {"Interface", ClassifierKind::Interface},
-    {"DataType", ClassifierKind::DataType},
-    {"Primitive", ClassifierKind::PrimitiveType},
-    {"Enumeration", ClassifierKind::Enumeration},
+constexpr std::array<NamedClassifier, 10> classifierElements = {{
+    {"Class", ClassifierKind::Class, ""},
+    {"AssociationClass", ClassifierKind::AssociationClass, ""},
+    {"Interface", ClassifierKind::Interface, ""},
+    {"DataType", ClassifierKind::DataType, ""},
+    {"Primitive", ClassifierKind::PrimitiveType, ""},
+    {"Enumeration", ClassifierKind::Enumeration, ""},
+    {"Actor", ClassifierKind::Class, "Actor"},
+    {"Signal", ClassifierKind::Class, "signal"},
+    {"Component", ClassifierKind::Class, "component"},
+    {"Object", ClassifierKind::Class, "object"},
 }};
 
 struct NamedRelationship {
@@ -111,7 +117,7 @@ private:
     void readContent(pugi::xml_node content);
     void readPackage(pugi::xml_node node, Package& package);
     void readMember(pugi::xml_node node, Package& package);
-    void readClassifier(pugi::xml_node node, ClassifierKind kind, Package& package);
+    void readClassifier(pugi::xml_node node, const NamedClassifier& row, Package& package);
     void readFeature(pugi::xml_node node, Classifier& classifier, const Package& package);
     void readAssociation(pugi::xml_node node, Package& package);
     void readRelationship(pugi::xml_node node, const NamedRelationship& row, Package& package);
@@ -203,7 +209,7 @@ void Reader::readMember(pugi::xml_node node, Package& package)
         readPackage(node, child);
         package.packages.push_back(std::move(child));
     } else if (const NamedClassifier* const classifier = rowOf(classifierElements, name)) {
-        readClassifier(node, classifier->kind, package);
+        readClassifier(node, *classifier, package);
     } else if (const NamedRelationship* const relationship = rowOf(relationshipElements, name)) {
         readRelationship(node, *relationship, package);
     } else if (name == "Association") {
@@ -239,13 +245,15 @@ void Reader::describe(pugi::xml_node node, Element& element, const Package& pack
     }
 }
 
-void Reader::readClassifier(pugi::xml_node node, ClassifierKind kind, Package& package)
+void Reader::readClassifier(pugi::xml_node node, const NamedClassifier& row, Package& package)
 {
     Classifier classifier;
     describe(node, classifier, package);
-    classifier.kind = kind;
+    classifier.kind = row.kind;
+    if (classifier.stereotype.empty())
+        classifier.stereotype = row.stereotype;
     classifier.visibility = uml2::visibility(node.attribute("visibility").value());
-    classifier.isAbstract = xml::flag(node, "isAbstract") && kind != ClassifierKind::Interface;
+    classifier.isAbstract = xml::flag(node, "isAbstract") && row.kind != ClassifierKind::Interface;
     classifier.isActive = xml::flag(node, "isActive");
     for (const pugi::xml_node parameter : parts(node, "templateParameter")) {
         const Attribute read = attribute(parameter, package);
@@ -261,7 +269,7 @@ void Reader::readClassifier(pugi::xml_node node, ClassifierKind kind, Package& p
     for (const pugi::xml_node literal : parts(node, "literal"))
         readFeature(literal, classifier, package);
     package.classifiers.push_back(std::move(classifier));
-    if (kind == ClassifierKind::AssociationClass)
+    if (row.kind == ClassifierKind::AssociationClass)
         readAssociation(node, package);
     for (const pugi::xml_node member : parts(node, "ownedElement")) {
         if (xml::xmiAttribute(member, "idref").empty() && rowOf(classifierElements, xml::localName(member.name())))

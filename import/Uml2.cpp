@@ -15,18 +15,25 @@ namespace design::uml2 {
 
 namespace {
 
+/// What becomes a classifier, and the stereotype of those that are none of their own kind in the host model. Objects
+/// are among them: relations lead to them as they do to classes.
 struct NamedClassifier {
     std::string_view type;
     ClassifierKind kind;
+    std::string_view stereotype;
 };
 
-constexpr std::array<NamedClassifier, 6> classifierTypes = {{
-    {"Class", ClassifierKind::Class},
-    {"AssociationClass", ClassifierKind::AssociationClass},
-    {"Interface", ClassifierKind::Interface},
-    {"DataType", ClassifierKind::DataType},
-    {"PrimitiveType", ClassifierKind::PrimitiveType},
-    {"Enumeration", ClassifierKind::Enumeration},
+constexpr std::array<NamedClassifier, 10> classifierTypes = {{
+    {"Class", ClassifierKind::Class, ""},
+    {"AssociationClass", ClassifierKind::AssociationClass, ""},
+    {"Interface", ClassifierKind::Interface, ""},
+    {"DataType", ClassifierKind::DataType, ""},
+    {"PrimitiveType", ClassifierKind::PrimitiveType, ""},
+    {"Enumeration", ClassifierKind::Enumeration, ""},
+    {"Actor", ClassifierKind::Class, "Actor"},
+    {"Signal", ClassifierKind::Class, "signal"},
+    {"Component", ClassifierKind::Class, "component"},
+    {"InstanceSpecification", ClassifierKind::Class, "object"},
 }};
 
 /// A relation between two elements, and the names of its ends in the file; `client` and `supplier` are always asked.
@@ -131,7 +138,7 @@ private:
     void leftWithMembers(pugi::xml_node node, std::string_view type, Package& package);
     void readPackage(pugi::xml_node node, Package& package);
     void readMember(pugi::xml_node node, Package& package);
-    void readClassifier(pugi::xml_node node, ClassifierKind kind, Package& package);
+    void readClassifier(pugi::xml_node node, const NamedClassifier& row, Package& package);
     void readClassifierPart(pugi::xml_node part, Classifier& classifier, Package& package);
     bool readFeature(pugi::xml_node part, Classifier& classifier, Package& package);
     void readOther(pugi::xml_node part, Package& package);
@@ -308,7 +315,7 @@ void Reader::readMember(pugi::xml_node node, Package& package)
         readPackage(node, child);
         package.packages.push_back(std::move(child));
     } else if (const NamedClassifier* const classifier = rowOf(classifierTypes, type)) {
-        readClassifier(node, classifier->kind, package);
+        readClassifier(node, *classifier, package);
     } else if (type == "Association") {
         readAssociation(node, package);
     } else if (const NamedRelationship* const relationship = rowOf(relationshipTypes, type)) {
@@ -418,18 +425,20 @@ std::string Reader::constraintsNamed(pugi::xml_node node, const char* role)
     return text;
 }
 
-void Reader::readClassifier(pugi::xml_node node, ClassifierKind kind, Package& package)
+void Reader::readClassifier(pugi::xml_node node, const NamedClassifier& row, Package& package)
 {
     Classifier classifier;
     describe(node, classifier, package);
-    classifier.kind = kind;
+    classifier.kind = row.kind;
+    if (classifier.stereotype.empty())
+        classifier.stereotype = row.stereotype;
     classifier.visibility = visibility(node.attribute("visibility").value());
     classifier.isAbstract = xml::flag(node, "isAbstract");
     classifier.isActive = xml::flag(node, "isActive");
     for (const pugi::xml_node part : node.children())
         readClassifierPart(part, classifier, package);
     package.classifiers.push_back(std::move(classifier));
-    if (kind == ClassifierKind::AssociationClass)
+    if (row.kind == ClassifierKind::AssociationClass)
         readAssociation(node, package);
 }
 
