@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -218,6 +219,32 @@ void takeNamesAsPrimitives(Package& root)
     });
 }
 
+template <class Item>
+void moveAll(std::vector<Item>& from, std::vector<Item>& to)
+{
+    std::move(from.begin(), from.end(), std::back_inserter(to));
+}
+
+/// The tool keeps a folder of that name of its own, and hangs when it reads a Rose file with a package called so: what
+/// is in it stands beside it.
+void dissolveTypeFolders(Package& root)
+{
+    forEachPackage(root, [](Package& package) {
+        std::vector<Package> kept;
+        for (Package& child : std::exchange(package.packages, {})) {
+            if (child.name != "Datatypes" || !child.packages.empty() || !child.diagrams.empty()) {
+                kept.push_back(std::move(child));
+                continue;
+            }
+            moveAll(child.classifiers, package.classifiers);
+            moveAll(child.associations, package.associations);
+            moveAll(child.relationships, package.relationships);
+            moveAll(child.looseNotes, package.looseNotes);
+        }
+        package.packages = std::move(kept);
+    });
+}
+
 bool recognizes(const Source& source)
 {
     const std::string head = xml::head(source.text);
@@ -232,6 +259,7 @@ Design read(const Source& source, Report& report)
     uml2::Model model = isUml1 ? uml1::read(document, report) : uml2::read(document, outside, report);
     DiagramReader(model, report).readBelow(document.root(), model.design.root.id);
     takeNamesAsPrimitives(model.design.root);
+    dissolveTypeFolders(model.design.root);
     return uml2::finish(std::move(model), report);
 }
 

@@ -138,7 +138,7 @@ TEST(XmlFormats, TakeWhatTheFilesHold)
         {"umbrello.xmi", "private static abstract operation Order.pay(out amount : int = 1) : int"},
         {"umbrello.xmi", "literal Kind.small = 4"},
         {"umbrello.xmi", "interface Payable in Logical View"},
-        {"umbrello.xmi", "primitive int in Datatypes"},
+        {"umbrello.xmi", "primitive int in Logical View"},
         {"umbrello.xmi", "association holds: Order order [1] composite - Item items [0..*] ->"},
         {"umbrello.xmi", "generalization Order - <nowhere>"},
         {"umbrello.xmi", "realization Order - Payable"},
