@@ -3,7 +3,7 @@
 #include "browse/Json.h"
 
 #include <algorithm>
-#include <ranges>
+#include <cstdint>
 #include <utility>
 
 namespace browse {
@@ -16,6 +16,22 @@ namespace {
 bool hasElements(const Object& object)
 {
     return !reader::diagramKindOf(object) && !object.is("Attribute", "Font", "Properties", "defaults");
+}
+
+constexpr std::size_t longestId = 80;
+
+// Ids of elements that have no quids grow from parent to child.
+std::string shortened(const std::string& id)
+{
+    if (id.size() <= longestId)
+        return id;
+    std::uint64_t hash = 14695981039346656037U;
+    for (const char c : id)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    std::string digits;
+    for (; hash != 0; hash >>= 4U)
+        digits += "0123456789ABCDEF"[hash & 0xFU];
+    return digits;
 }
 
 } // namespace
@@ -36,8 +52,9 @@ Elements::Elements(const reader::Document& document, const reader::Index& index)
         if (!hasElements(*object))
             continue;
         const std::size_t inside = isShown ? elements.size() - 1 : parent;
-        const auto children = reader::childrenOf(*object);
-        for (const Object* const child : std::views::reverse(children))
+        std::vector<const Object*> children = reader::childrenOf(*object);
+        std::reverse(children.begin(), children.end()); // the first is taken first
+        for (const Object* const child : children)
             open.push_back({child, inside});
     }
     giveIds();
@@ -81,8 +98,8 @@ void Elements::giveIds()
     for (Element& element : elements) {
         element.id = element.object->is("Design") ? "model" : element.object->text("quid");
         if (element.id.empty())
-            element.id = elements[element.parent].id + "." +
-                         (element.name.empty() ? std::string(element.object->kind()) : element.name);
+            element.id = shortened(elements[element.parent].id + "." +
+                                   (element.name.empty() ? std::string(element.object->kind()) : element.name));
         const std::string first = element.id;
         while (++takers[element.id] > 1)
             element.id = first + "." + std::to_string(takers[first]);

@@ -57,17 +57,23 @@ constexpr Kind kinds[] = {
     {"module", "component", "component", "", "", Group::classifier, false},
 };
 
-constexpr std::pair<reader::DiagramKind, std::string_view> diagramWords[] = {
-    {reader::DiagramKind::classes, "class diagram"},
-    {reader::DiagramKind::useCases, "use case diagram"},
-    {reader::DiagramKind::sequence, "sequence diagram"},
-    {reader::DiagramKind::collaboration, "collaboration diagram"},
-    {reader::DiagramKind::state, "state diagram"},
-    {reader::DiagramKind::activity, "activity diagram"},
-    {reader::DiagramKind::component, "component diagram"},
-    {reader::DiagramKind::deployment, "deployment diagram"},
-    {reader::DiagramKind::threeTier, "three-tier diagram"},
-    {reader::DiagramKind::other, "diagram"},
+struct DiagramRow {
+    reader::DiagramKind kind;
+    std::string_view word;
+    std::string_view icon;
+};
+
+constexpr DiagramRow diagramRows[] = {
+    {reader::DiagramKind::classes, "class diagram", "diagram"},
+    {reader::DiagramKind::useCases, "use case diagram", "use-case-diagram"},
+    {reader::DiagramKind::sequence, "sequence diagram", "sequence-diagram"},
+    {reader::DiagramKind::collaboration, "collaboration diagram", "collaboration-diagram"},
+    {reader::DiagramKind::state, "state diagram", "state-diagram"},
+    {reader::DiagramKind::activity, "activity diagram", "activity-diagram"},
+    {reader::DiagramKind::component, "component diagram", "component-diagram"},
+    {reader::DiagramKind::deployment, "deployment diagram", "deployment-diagram"},
+    {reader::DiagramKind::threeTier, "three-tier diagram", "diagram"},
+    {reader::DiagramKind::other, "diagram", "diagram"},
 };
 
 // Parts of an element's own sheet.
@@ -111,9 +117,9 @@ constexpr std::pair<std::string_view, std::string_view> labels[] = {
 Kind kindOf(const Object& object)
 {
     if (const auto diagram = reader::diagramKindOf(object))
-        for (const auto& [kind, word] : diagramWords)
-            if (kind == *diagram)
-                return {object.kind(), word, "diagram", "", "", Group::diagram, false};
+        for (const DiagramRow& row : diagramRows)
+            if (row.kind == *diagram)
+                return {object.kind(), row.word, row.icon, "", "", Group::diagram, false};
     const auto* const row = std::find_if(std::begin(kinds), std::end(kinds),
                                          [&](const Kind& each) { return each.keyword == object.kind(); });
     if (row != std::end(kinds))

@@ -14,6 +14,7 @@
   const mostResults = 100;
   const mostSorted = 5000; // of alike results
   const mostLinks = 200;
+  const mostEnds = 100; // of an association, which has two
   const byId = (id) => document.getElementById(id);
   const collator = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
 
@@ -115,7 +116,10 @@
     return ancestors;
   }
 
-  const fullName = (element) => [...ancestorsOf(element), element].map(nameOf).join("::");
+  function fullName(element) {
+    const named = ancestorsOf(element).filter((each) => elements[each][NAME]);
+    return [...named, element].map(nameOf).join("::");
+  }
   const elementById = once(() => new Map(elements.map((each, element) => [each[ID], element])));
   const diagramOf = once(() => new Map(diagrams.map(([element], number) => [element, number])));
 
@@ -183,9 +187,13 @@
     return [elementById().get(id), shown === undefined ? undefined : elementById().get(shown)];
   }
 
-  const goTo = (element, shown) => {
-    location.hash = addressOf(element, shown);
-  };
+  const focusTitle = () => document.querySelector("main h1")?.focus({ preventScroll: true });
+
+  function goTo(element) {
+    const address = addressOf(element);
+    if (location.hash === address) focusTitle(); // it is there already
+    else location.hash = address;
+  }
 
   const linkTo = (element, text = nameOf(element), shown = undefined) =>
     make("a", { href: addressOf(element, shown), dir: "auto" }, text);
@@ -382,7 +390,8 @@
 
   function trail(element) {
     const links = ancestorsOf(element).map((each) => make("li", {}, linkTo(each)));
-    return links.length ? make("nav", { class: "path", "aria-label": "Path" }, make("ol", { class: "trail" }, ...links)) : "";
+    if (links.length === 0) return "";
+    return make("nav", { class: "path", "aria-label": "Path" }, make("ol", { class: "trail" }, ...links));
   }
 
   function sortLine(element) {
@@ -409,7 +418,7 @@
 
   const section = (title, ...content) => make("section", { "aria-label": title }, make("h2", {}, title), ...content);
 
-  // A column is [TITLE, CLASS, what it says of an item: a list of texts and links]; those that say nothing are left out.
+  // A column is [TITLE, CLASS, what it says of an item: a list of texts and links]; one that says nothing is left out.
   function table(columns, items) {
     const isUsed = ([, , contentOf]) => items.some((item) => contentOf(item).some(Boolean));
     const used = columns.filter(isUsed);
@@ -428,6 +437,7 @@
 
   const reference = (text, target) => (target >= 0 ? linkTo(target, text || nameOf(target)) : text);
   const linkItem = (element, shown) => make("li", {}, iconOf(element), linkTo(element, nameOf(element), shown));
+  const noteOf = (text) => make("span", { class: "note", dir: "auto" }, text);
 
   const unresolved = (state) =>
     referenceStates[state] ? make("span", { class: "note" }, "(" + referenceStates[state] + ")") : "";
@@ -486,20 +496,22 @@
 
   // An association as seen from each of its ends that is `element`.
   function associationRows(element, association) {
-    const { ends } = detailsOf(association);
+    const ends = detailsOf(association).ends.slice(0, mostEnds);
     const words = ([role, multiplicity]) => [role, multiplicity].filter(Boolean).join(" ");
     const isSeen = (own, i, other, k) => own[3] === element && k !== i && (other[3] !== element || k > i);
     return ends.flatMap((own, i) => ends.filter((other, k) => isSeen(own, i, other, k)).map((other) => {
       const note = [words(other), words(own) && "(this: " + words(own) + ")"].filter(Boolean).join(" ");
-      return { phrase: kindOf(association)[3], text: other[2], target: other[3], state: other[4], via: association, note };
+      const [, , text, target, state] = other;
+      return { phrase: kindOf(association)[3], text, target, state, via: association, note };
     }));
   }
 
   function rowsTo(element) {
     const relations = childrenOf(element).filter(isRelation);
     return [...(isRelation(element) ? [] : [element]), ...relations].filter((via) => detailsOf(via).to).map((via) => {
-      const { to } = detailsOf(via);
-      return { phrase: kindOf(via)[3], text: targetName(to), target: to[1], state: to[2], via: via === element ? -1 : via };
+      const [, target, state] = detailsOf(via).to;
+      const text = targetName(detailsOf(via).to);
+      return { phrase: kindOf(via)[3], text, target, state, via: via === element ? -1 : via };
     });
   }
 
@@ -510,20 +522,21 @@
       const { ends, to, type, parameters } = detailsOf(from);
       const inClass = { text: nameOf(parentOf(from)) + "." + nameOf(from), target: from, via: -1 };
       const backward = kindOf(from)[4];
+      const isParameter = (parameters || []).some((parameter) => parameter[2] === element);
       const rows = ends ? associationRows(element, from) : [];
       if (to && to[1] === element)
         rows.push(isRelation(from)
           ? { phrase: backward, target: parentOf(from), via: from }
           : { phrase: backward, target: from, via: -1, note: "in " + placeOf(from) });
       if (type && type[1] === element) rows.push({ phrase: backward, ...inClass });
-      if ((parameters || []).some((parameter) => parameter[2] === element)) rows.push({ phrase: "Parameter of", ...inClass });
+      if (isParameter) rows.push({ phrase: "Parameter of", ...inClass });
       return rows;
     });
   }
 
   function relationItem({ text, target, state, via, note }) {
     const item = make("li", {}, target >= 0 ? iconOf(target) : "", reference(text, target), unresolved(state));
-    if (note) item.append(make("span", { class: "note", dir: "auto" }, note));
+    if (note) item.append(noteOf(note));
     if (via >= 0) {
       const link = linkTo(via, elements[via][NAME] || wordOf(via));
       link.setAttribute("aria-label", wordOf(via) + " " + nameOf(via));
@@ -542,20 +555,27 @@
 
   // --- Sheets ---
 
-  const linksSection = (title, list, shown) =>
-    list && list.length
-      ? section(title, ...limited(make("ul", { class: "links in-columns" }), list, (each) => linkItem(each, shown)))
-      : "";
+  const columnsOf = (list, makeItem) => limited(make("ul", { class: "links in-columns" }), list, makeItem);
+
+  function diagramsSection(title, list, shown) {
+    if (!list || list.length === 0) return "";
+    return section(title, ...columnsOf(list, (each) => {
+      const item = linkItem(each, shown);
+      item.append(noteOf(wordOf(each)));
+      return item;
+    }));
+  }
 
   function plural(word) {
-    const text = /(s|x|ch)$/.test(word) ? word + "es" : /[^aeiou]y$/.test(word) ? word.slice(0, -1) + "ies" : word + "s";
+    let text = word + (/(s|x|ch)$/.test(word) ? "es" : "s");
+    if (/[^aeiou]y$/.test(word)) text = word.slice(0, -1) + "ies";
     return text[0].toUpperCase() + text.slice(1);
   }
 
   function contentsSections(children) {
     const byWord = new Map();
     for (const child of children) addTo(byWord, wordOf(child), child);
-    return [...byWord].map(([word, list]) => linksSection(plural(word), list));
+    return [...byWord].map(([word, list]) => section(plural(word), ...columnsOf(list, (each) => linkItem(each))));
   }
 
   function sheetOf(element) {
@@ -573,8 +593,8 @@
       parameters ? parametersSection(parameters) : "",
       ends ? endsSection(ends) : "",
       relationsSection(element),
-      linksSection("Diagrams", children.filter((child) => groupOf(child) === DIAGRAM)),
-      linksSection("Shown in", shownIn().get(element), element),
+      diagramsSection("Diagrams", children.filter((child) => groupOf(child) === DIAGRAM)),
+      diagramsSection("Shown in", shownIn().get(element), element),
       ...contentsSections(others),
       propertiesSection(element),
       tools === undefined ? "" : toolsSection(tools));
@@ -583,12 +603,12 @@
   // Numbers of elements; some groups are counted as one.
   function figures() {
     const counts = new Map();
-    const words = { [DIAGRAM]: "diagram", [BEHAVIOR]: "part of a behaviour", [RELATION]: "relation" };
+    const words = { [DIAGRAM]: "diagram", [BEHAVIOR]: "behaviour item", [RELATION]: "relation" };
     for (let element = isUnit ? 0 : 1; element < elements.length; ++element) {
       const word = words[groupOf(element)] || wordOf(element);
       if (word !== "view") counts.set(word, (counts.get(word) || 0) + 1);
     }
-    const named = (word, count) => (count === 1 ? word : word === words[BEHAVIOR] ? "parts of behaviour" : plural(word).toLowerCase());
+    const named = (word, count) => (count === 1 ? word : plural(word).toLowerCase());
     return make("ul", { class: "figures" }, ...[...counts].sort((a, b) => b[1] - a[1]).map(([word, count]) =>
       make("li", {}, make("b", {}, count.toLocaleString("en")), make("span", {}, named(word, count)))));
   }
@@ -599,11 +619,11 @@
     if (byWord.size === 0) return "";
     const item = (element) => {
       const link = linkItem(element);
-      link.append(make("span", { class: "note", dir: "auto" }, nameOf(parentOf(element))));
+      link.append(noteOf(nameOf(parentOf(element))));
       return link;
     };
     return section("Diagrams", ...[...byWord].flatMap(([word, list]) =>
-      [make("h3", {}, plural(word)), ...limited(make("ul", { class: "links in-columns" }), list, item)]));
+      [make("h3", {}, plural(word)), ...columnsOf(list, item)]));
   }
 
   function overview() {
@@ -659,8 +679,9 @@
     prepare() {
       const { svg } = this;
       const drawn = svg.viewBox.baseVal;
-      this.width = (drawn && drawn.width) || parseFloat(svg.getAttribute("width")) || 800;
-      this.height = (drawn && drawn.height) || parseFloat(svg.getAttribute("height")) || 600;
+      this.width = parseFloat(svg.getAttribute("width")) || drawn?.width || 800;
+      this.height = parseFloat(svg.getAttribute("height")) || drawn?.height || 600;
+      this.unit = (drawn?.width || this.width) / this.width; // of the picture, in its own size
       svg.setAttribute("width", this.width);
       svg.setAttribute("height", this.height);
       for (const name of ["role", "aria-label", "aria-labelledby"]) svg.removeAttribute(name);
@@ -675,12 +696,17 @@
 
     prepareItem(node) {
       const target = this.items.get(Number(node.dataset.view));
-      if (target === undefined || target === this.element) return;
+      if (target === undefined || target === this.element || !node.querySelector(":not(title)")) return;
       node.classList.add("leads");
       node.setAttribute("tabindex", "0");
       node.setAttribute("role", "link");
       node.setAttribute("aria-label", wordOf(target) + " " + nameOf(target));
       node.dataset.element = target;
+      for (const line of node.querySelectorAll("line, polyline[fill=none], path[fill=none]")) {
+        const reach = line.cloneNode(); // a thin line is hard to hit
+        reach.setAttribute("class", "reach");
+        line.after(reach);
+      }
     }
 
     // Called when it is in the page and has a size.
@@ -723,12 +749,12 @@
       const isIt = (node) => Number(node.dataset.element) === this.shown;
       const nodes = [...this.svg.querySelectorAll("[data-element]")].filter(isIt);
       if (nodes.length === 0) return;
-      nodes.forEach((node) => node.append(halo(node.getBBox())));
+      nodes.forEach((node) => node.append(halo(node.getBBox(), 4 * this.unit)));
       if (this.scale < 0.6) this.center(0.6);
       const outer = this.box.getBoundingClientRect();
       const inner = nodes[0].getBoundingClientRect();
-      if (inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top && inner.bottom <= outer.bottom)
-        return;
+      const isInside = inner.left >= outer.left && inner.right <= outer.right;
+      if (isInside && inner.top >= outer.top && inner.bottom <= outer.bottom) return;
       const dx = outer.left + outer.width / 2 - inner.left - inner.width / 2;
       const dy = outer.top + outer.height / 2 - inner.top - inner.height / 2;
       this.move(this.x + dx, this.y + dy, this.scale);
@@ -800,18 +826,19 @@
     }
 
     tools() {
-      const button = (label, name, key) => make("button",
-        { type: "button", "aria-label": label, title: label + " (" + key + ")", onclick: () => this.key(key) }, icon(name));
+      const button = (label, name, key) => make("button", { type: "button", "aria-label": label,
+        title: label + " (" + key + ")", onclick: () => this.key(key) }, icon(name));
       return make("div", { class: "tools", role: "toolbar", "aria-label": "Size of the picture" },
-        button("Smaller", "minus", "-"), this.percent, button("Larger", "plus", "+"), button("Whole picture", "fit", "0"));
+        button("Smaller", "minus", "-"), this.percent, button("Larger", "plus", "+"),
+        button("Whole picture", "fit", "0"));
     }
   }
 
-  function halo({ x, y, width, height }) {
+  function halo({ x, y, width, height }, room) {
     const rectangle = document.createElementNS("http://www.w3.org/2000/svg", "rect");
-    const room = 6;
-    const shape = { class: "halo", x: x - room, y: y - room, width: width + 2 * room, height: height + 2 * room, rx: 4 };
+    const shape = { x: x - room, y: y - room, width: width + 2 * room, height: height + 2 * room, rx: room };
     for (const [name, value] of Object.entries(shape)) rectangle.setAttribute(name, value);
+    rectangle.setAttribute("class", "halo");
     return rectangle;
   }
 
@@ -855,7 +882,7 @@
     document.title = element ? nameOf(element) + " \u2013 " + model.title : model.title;
     main.scrollTop = scrolled.get(shownAddress) || 0;
     if (picture) picture.place();
-    if (!isFirst && !tree.hasFocus()) main.querySelector("h1")?.focus({ preventScroll: true });
+    if (!isFirst && !tree.hasFocus()) focusTitle();
   }
 
   // --- Search ---
@@ -953,7 +980,8 @@
       results = result.elements;
       list.replaceChildren(...results.map((element, index) => makeResult(element, index, words)));
       const more = result.count > results.length ? ", the first " + results.length + " shown" : "";
-      byId("found-count").textContent = result.count ? result.count.toLocaleString("en") + " found" + more : "Nothing found";
+      const count = result.count ? result.count.toLocaleString("en") + " found" : "Nothing found";
+      byId("found-count").textContent = count + more;
       setOpen(query !== "");
       chosen = -1;
       choose(0);

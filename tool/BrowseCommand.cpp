@@ -4,6 +4,7 @@
 #include "OutputFile.h"
 
 #include "browse/Page.h"
+#include "render/Draw.h"
 
 #include <filesystem>
 
@@ -23,26 +24,34 @@ std::string defaultPageName(const std::string& file)
     return file == "-" ? "-" : std::filesystem::path(file).stem().string() + ".html";
 }
 
-void writeFindings(const reader::Document& document)
+void writePage(const reader::Document& document, const std::string& title, const std::string& outputName)
 {
-    for (const reader::Finding& finding : document.findings())
-        report(onOneLine(finding.place.file) + ":" + std::to_string(finding.place.line) + ":" +
-               std::to_string(finding.place.column) + ": " + onOneLine(finding.text));
-    for (const reader::MissingUnit& unit : document.missingUnits())
-        if (!unit.isUnwanted)
-            report(onOneLine(unit.fileName) + ": not loaded: " + onOneLine(unit.reason));
-}
-
-void browseFile(const BrowseRequest& request, const std::string& outputName)
-{
-    const reader::Document document(request.file, readOptions(request.reading));
     const reader::Index index(document);
     OutputFile output(outputName);
-    const browse::PageOptions options = {titleOf(request.file), {}};
+    std::size_t number = 0; // parts of pictures are called by it, so that no two in the page are called alike
+    const auto picture = [&](const reader::Diagram& diagram) {
+        render::DrawOptions options;
+        options.idPrefix.append("p").append(std::to_string(number++)).append("-");
+        return render::svgOf(document, index, diagram, options);
+    };
+    const browse::PageOptions options = {title, picture};
     browse::writePage(document, index, options, [&](std::string_view piece) { output.write(piece); });
     output.commit();
-    if (!request.isQuiet)
-        writeFindings(document);
+}
+
+int browseFile(const BrowseRequest& request, const std::string& output)
+{
+    try {
+        const reader::Document document(request.file, readOptions(request.reading));
+        const int exitCode =
+            reportFailures(request.file, output, [&] { writePage(document, titleOf(request.file), output); });
+        if (exitCode == done && !request.isQuiet)
+            reportFindings(document);
+        return exitCode;
+    } catch (const reader::NotPetal& error) {
+        report(request.file + ": " + error.what());
+        return invalidModel;
+    }
 }
 
 } // namespace
@@ -55,10 +64,5 @@ int runBrowse(const BrowseRequest& request)
         report(clash);
         return wrongUsage;
     }
-    try {
-        return reportFailures(request.file, output, [&] { browseFile(request, output); });
-    } catch (const reader::NotPetal& error) {
-        report(request.file + ": " + error.what());
-        return invalidModel;
-    }
+    return browseFile(request, output);
 }

@@ -84,6 +84,22 @@ struct BrowseRequest {
 /// Writes a petal file as a page for a browser.
 int runBrowse(const BrowseRequest& request);
 
+struct DrawRequest {
+    std::string file;                  ///< path, or `-` for standard input
+    std::vector<std::string> diagrams; ///< names, full names or quids; none for all
+    std::string output;                ///< file or folder, `-` for standard output, or empty for the current folder
+    std::string format;                ///< `svg`, `png`, `pdf`, or empty to tell it by the output's ending
+    ReadRequest reading;
+    bool listsDiagrams = false; ///< instead of drawing
+    bool isQuiet = false;
+};
+
+/// Draws diagrams of a petal file.
+int runDraw(const DrawRequest& request);
+
+/// Why pictures have no format of that name, or the empty text when they have.
+[[nodiscard]] std::string whyNotAnImageFormat(const std::string& name);
+
 /// Lists the options of the bridge.
 int runOptions(bool asJson);
 

@@ -1,5 +1,7 @@
 #include "ReadRequest.h"
 
+#include "Commands.h"
+
 std::string whyNotACharset(const std::string& charset)
 {
     return reader::isCharset(charset) ? "" : "there is no charset '" + charset + "'";
@@ -24,6 +26,16 @@ reader::ReadOptions readOptions(const ReadRequest& request)
         options.paths[path.substr(nameStart, equals - nameStart)] = path.substr(equals + 1);
     }
     return options;
+}
+
+void reportFindings(const reader::Document& document)
+{
+    for (const reader::Finding& finding : document.findings())
+        report(onOneLine(finding.place.file) + ":" + std::to_string(finding.place.line) + ":" +
+               std::to_string(finding.place.column) + ": " + onOneLine(finding.text));
+    for (const reader::MissingUnit& unit : document.missingUnits())
+        if (!unit.isUnwanted)
+            report(onOneLine(unit.fileName) + ": not loaded: " + onOneLine(unit.reason));
 }
 
 std::string onOneLine(std::string_view text)

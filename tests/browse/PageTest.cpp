@@ -160,6 +160,27 @@ TEST(Page, SaysWhatOfADiagramShowsWhat)
     EXPECT_THAT(modelOf(read(logicalView(aClass("Order"), views))), HasSubstr(R"("diagrams":[[3,[7,2,9,2]]])"));
 }
 
+// Whatever is left of a file, the page of it is whole.
+TEST(Page, IsWholeForEveryBeginningOfAFile)
+{
+    const std::string text =
+        logicalView(aClass("Order", sheetRows[3].body) +
+                        R"((object Association "a" quid "0000000000F6" roles (list l (object Role "r" supplier "x"))))",
+                    R"((object ClassView "Class" "Logical View::Order" @7 quidu "0000000000C1"))");
+    simdjson::dom::parser parser;
+    std::size_t pages = 0;
+    for (std::size_t length = 0; length < text.size(); ++length) {
+        try {
+            const std::string json = modelOf(read(text.substr(0, length)));
+            EXPECT_EQ(parser.parse(json).error(), simdjson::SUCCESS) << json;
+            ++pages;
+        } catch (const reader::NotPetal&) {
+            EXPECT_LT(length, 100U);
+        }
+    }
+    EXPECT_GT(pages, text.size() / 2);
+}
+
 // An address must mean the same element in every page of the model, and only that.
 TEST(Page, GivesEachElementAnIdOfItsOwn)
 {

@@ -55,7 +55,8 @@ def large_model(class_count):
     for first in range(0, class_count, 50):
         diagram = f"d{first}"
         elements = [{
-            "kind": "class", "id": f"c{number}", "name": f"Class{number}", "description": f"What class {number} is for.",
+            "kind": "class", "id": f"c{number}", "name": f"Class{number}",
+            "description": f"What class {number} is for.",
             "attributes": [attribute(f"attribute{k}", "text") for k in range(8)],
             "operations": [{"name": f"operation{k}", "returnType": "text"} for k in range(5)],
             "projections": [{"diagram": diagram, "x": 300 + 700 * (number % 7), "y": 400 + 900 * (number % 50 // 7),
@@ -107,6 +108,10 @@ class Pages(unittest.TestCase):
         self.browser.script("document.getElementById('search').value = ''")
         self.browser.press(words)
 
+    def found_names(self):
+        return self.browser.script(
+            "return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)")
+
     def go_to(self, name):
         self.search(name)
         self.browser.press("Enter")
@@ -137,17 +142,17 @@ class Pages(unittest.TestCase):
         self.go_to("Order")
         self.keep("sheet")
         sheet = self.text("main")
-        for part in (WORDS, "What it costs.", "pay(amount : NUMBER", "items 0..n", "Inherited by", "Logical View::Orders::Order"):
+        for part in (WORDS, "What it costs.", "pay(amount : ", "items 0..n", "Inherited by",
+                     "Logical View::Orders::Order"):
             with self.subTest(part):
-                self.assertIn(part.split(" : NUMBER")[0], sheet)
+                self.assertIn(part, sheet)
 
     def test_searches_as_you_type(self):
-        found = "return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)"
         for words, first, count in (("ord", "Order", None), ("ITEM", "Item", None), ("rush ord", "Rush order", None),
                                     ("placed customer", "Order", 1), ("what it costs", "price", 1), ("zzz", None, 0)):
             with self.subTest(words):
                 self.search(words)
-                names = self.browser.script(found)
+                names = self.found_names()
                 self.assertEqual(names[0] if names else None, first)
                 if count is not None:
                     self.assertEqual(len(names), count)
@@ -159,7 +164,7 @@ class Pages(unittest.TestCase):
     def test_chooses_a_result_by_keys(self):
         self.search("ord")
         self.keep("search")
-        names = self.browser.script("return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)")
+        names = self.found_names()
         self.browser.press("Down", "Down", "Up", "Enter")
         self.wait_for_title(names[1])
 
@@ -251,7 +256,8 @@ class Pages(unittest.TestCase):
                 if self.browser.command("GET", f"/element/{control}/displayed"):
                     self.assertNotEqual(self.browser.label(control).strip(), "",
                                         self.browser.command("GET", f"/element/{control}/property/outerHTML"))
-            roles = [self.browser.role(element) for element in self.browser.find_all("header, nav, main, [role=search]")]
+            landmarks = self.browser.find_all("header, nav, main, [role=search]")
+            roles = [self.browser.role(landmark) for landmark in landmarks]
             for role in ("banner", "navigation", "main", "search"):
                 self.assertIn(role, roles)
 
@@ -329,7 +335,8 @@ class Pages(unittest.TestCase):
         self.go_to("Class777")
         nodes = self.browser.script("return document.querySelectorAll('*').length")
         print(f"20,300 elements: {size / 1e6:.1f} MB, opened in {opened:.2f} s, first paint after "
-              f"{(paint or 0) / 1000:.2f} s, searches in at most {max(seconds) * 1000:.0f} ms, {nodes} nodes", file=sys.stderr)
+              f"{(paint or 0) / 1000:.2f} s, searches in at most {max(seconds) * 1000:.0f} ms, {nodes} nodes",
+              file=sys.stderr)
         self.assertLess(opened, 10)
         self.assertLess(sorted(seconds)[2], 0.25)
         self.assertLess(nodes, 2000)

@@ -1,0 +1,135 @@
+#include "render/Context.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace render {
+
+namespace {
+
+constexpr std::uint32_t maroon = 3342489;
+constexpr std::uint32_t lightYellow = 13434879;
+constexpr std::uint32_t white = 0xFFFFFF;
+constexpr double smallestFont = 4;
+constexpr double largestFont = 144;
+
+Point boundedPoint(const reader::Value& value)
+{
+    const Point point = value.asPoint().value_or(Point{});
+    return {boundedPlace(point.x), boundedPlace(point.y)};
+}
+
+std::optional<std::uint32_t> colourAt(const Object& view, std::string_view key)
+{
+    const auto colour = view.get(key).asInt();
+    return colour ? std::optional(static_cast<std::uint32_t>(*colour) & white) : std::nullopt;
+}
+
+// In old files the pieces of a stereotype label's text have no brackets.
+std::string bracketed(const std::string& text)
+{
+    return text.empty() ? text : withGuillemets(text.starts_with("<<") ? text : "<<" + text + ">>");
+}
+
+} // namespace
+
+Context::Context(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
+                 const TextMeasure& measure, std::function<void(const std::string&)> warn)
+    : document(document), index(index), diagram(diagram), measure(measure), warn(std::move(warn))
+{
+    const Object* const defaults = document.root().object("defaults");
+    if (const Object* const font = defaults ? defaults->object("defaultFont") : nullptr)
+        defaultFont = fontOf(*font, defaultFont);
+    defaultFont.isUnderlined = false;
+}
+
+Font fontOf(const Object& view, const Font& otherwise)
+{
+    const Object* const font = view.is("Font") ? &view : view.object("font");
+    if (!font)
+        return otherwise;
+    Font result = otherwise;
+    if (const std::string face = lineOf(*font, "face"); !face.empty())
+        result.face = face;
+    if (const double size = font->number("size"); size > 0)
+        result.size = std::clamp(size, smallestFont, largestFont);
+    result.isBold = font->flag("bold", result.isBold);
+    result.isItalic = font->flag("italics", result.isItalic);
+    result.isUnderlined = font->flag("underline", result.isUnderlined);
+    result.isStruck = font->flag("strike", result.isStruck);
+    if (!font->flag("default_color"))
+        result.colour = colourAt(*font, "color").value_or(result.colour);
+    return result;
+}
+
+Stroke strokeOf(const Object& view)
+{
+    const auto line = colourAt(view, "line_color");
+    const auto fill = colourAt(view, "fill_color");
+    return {line.value_or(maroon), fill.value_or(line ? white : lightYellow)};
+}
+
+Point locationOf(const Object& view)
+{
+    return boundedPoint(view.get("location"));
+}
+
+bool isPlaced(const Object& view)
+{
+    const Point location = locationOf(view);
+    return location.x != 0 || location.y != 0;
+}
+
+Size sizeOf(const Object& view)
+{
+    return {boundedLength(view.number("width")), boundedLength(view.number("height"))};
+}
+
+Path pointsOf(const Object& view)
+{
+    Path path;
+    if (const reader::List* const vertices = view.get("vertices").asList())
+        for (const reader::Value& point : vertices->values())
+            if (point.asPoint())
+                path.push_back(boundedPoint(point));
+    if (path.size() >= 2)
+        return path;
+    path.clear();
+    for (const std::string_view key : {"origin_attachment", "terminal_attachment"})
+        if (view.get(key).asPoint())
+            path.push_back(boundedPoint(view.get(key)));
+    return path.size() == 2 ? path : Path();
+}
+
+std::string lineOf(const Object& object, std::string_view key)
+{
+    return cleanText(object.text(key));
+}
+
+std::string nameOf(const Object& view, const Object* element)
+{
+    if (const Object* const label = view.object("label"))
+        if (const std::string text = lineOf(*label, "label"); !text.empty())
+            return text;
+    return cleanText(reader::shownName(element ? *element : view));
+}
+
+std::string stereotypeOf(const Object& view, const Object* element)
+{
+    if (const Object* const label = view.object("stereotype"))
+        return label->flag("hidden") ? std::string() : bracketed(lineOf(*label, "label"));
+    const bool isText = view.flag("stereotype") && (!view.has("icon") || view.text("icon_style") == "Label");
+    return isText && element ? bracketed(lineOf(*element, "stereotype")) : std::string();
+}
+
+void beginItem(Svg& svg, const Object& view, const Object* element)
+{
+    std::string kind = cleanText(view.kind());
+    std::transform(kind.begin(), kind.end(), kind.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::isalnum(c) != 0 ? std::tolower(c) : '_'); });
+    const auto number = view.viewNumber();
+    svg.beginGroup(kind, number ? std::to_string(*number) : "", element ? lineOf(*element, "quid") : "",
+                   nameOf(view, element));
+}
+
+} // namespace render

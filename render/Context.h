@@ -1,0 +1,55 @@
+#pragma once
+
+#include "render/Draw.h"
+#include "render/Svg.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What all items of a picture have in common, and what can be read from any view.
+
+namespace render {
+
+using reader::Object;
+
+struct Context {
+    Context(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
+            const TextMeasure& measure, std::function<void(const std::string&)> warn);
+
+    const reader::Document& document;
+    const reader::Index& index;
+    const reader::Diagram& diagram;
+    const TextMeasure& measure;
+    std::function<void(const std::string&)> warn;
+    Font defaultFont;
+};
+
+/// The font of a view or label; what it leaves open is as in `otherwise`.
+[[nodiscard]] Font fontOf(const Object& view, const Font& otherwise);
+
+/// Line and fill colour of a view. One that names neither has those that the host gives new items.
+[[nodiscard]] Stroke strokeOf(const Object& view);
+
+/// `location` if it is there and within reason.
+[[nodiscard]] Point locationOf(const Object& view);
+/// Whether the view has a place of its own: (0,0) is written for those that have none.
+[[nodiscard]] bool isPlaced(const Object& view);
+/// `width` and `height`, 0 where they are not written.
+[[nodiscard]] Size sizeOf(const Object& view);
+/// `vertices`, else the attachments at both ends, else nothing.
+[[nodiscard]] Path pointsOf(const Object& view);
+
+/// One line of text behind a key.
+[[nodiscard]] std::string lineOf(const Object& object, std::string_view key);
+
+/// The text of the label of a view if it has one, else the name of its element, else its own.
+[[nodiscard]] std::string nameOf(const Object& view, const Object* element);
+
+/// The element's stereotype in guillemets if the view shows it as text, or empty.
+[[nodiscard]] std::string stereotypeOf(const Object& view, const Object* element);
+
+/// Starts the group of a view.
+void beginItem(Svg& svg, const Object& view, const Object* element);
+
+} // namespace render

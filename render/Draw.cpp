@@ -1,0 +1,95 @@
+#include "render/Draw.h"
+
+#include "render/Scene.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace render {
+
+namespace {
+
+// The numbers of the messages of a diagram: their order, or for those beside links what the file gives them.
+class MessageNumbers {
+public:
+    explicit MessageNumbers(const Scene& scene)
+    {
+        std::vector<std::pair<std::int64_t, const Object*>> inOrder;
+        for (const Object* const view : scene.others())
+            if (view->is("InterMessView", "SelfMessView", "MessView"))
+                inOrder.emplace_back(ordinalOf(scene.context(), *view), view);
+        std::stable_sort(inOrder.begin(), inOrder.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (std::size_t i = 0; i < inOrder.size(); ++i) {
+            const Object* const view = inOrder[i].second;
+            const std::string given = sequenceOf(scene.context(), *view);
+            numbers.emplace(view, (given.empty() ? std::to_string(i + 1) : given) + ": ");
+        }
+    }
+
+    [[nodiscard]] std::string of(const Object* view) const
+    {
+        const auto found = numbers.find(view);
+        return found == numbers.end() ? std::string() : found->second;
+    }
+
+private:
+    static std::int64_t ordinalOf(const Context& context, const Object& view)
+    {
+        const Object* const message = view.has("ordinal") ? &view : messageOf(context, view);
+        return message ? message->integer("ordinal") : 0;
+    }
+
+    static std::string sequenceOf(const Context& context, const Object& view)
+    {
+        const Object* const message = view.is("MessView") ? messageOf(context, view) : nullptr;
+        return message ? lineOf(*message, "sequence") : std::string();
+    }
+
+    std::unordered_map<const Object*, std::string> numbers;
+};
+
+// What is larger is drawn first, so that it hides nothing that stands in it.
+std::vector<const Node*> largestFirst(const Scene& scene)
+{
+    std::vector<const Node*> nodes;
+    for (const Node& node : scene.nodes())
+        nodes.push_back(&node);
+    std::stable_sort(nodes.begin(), nodes.end(), [](const Node* a, const Node* b) {
+        return a->rect.width() * a->rect.height() > b->rect.width() * b->rect.height();
+    });
+    return nodes;
+}
+
+void draw(const Scene& scene, Svg& svg)
+{
+    const MessageNumbers numbers(scene);
+    Labels labels(scene, svg);
+    for (const Object* const view : scene.others())
+        if (view->is("Swimlane"))
+            drawOther(scene, *view, "", svg, labels);
+    for (const Node* const node : largestFirst(scene))
+        drawNode(scene.context(), *node, svg);
+    for (const Line& line : scene.lines())
+        drawLine(scene.context(), line, svg, labels);
+    for (const Object* const view : scene.others())
+        if (!view->is("Swimlane"))
+            drawOther(scene, *view, numbers.of(view), svg, labels);
+}
+
+} // namespace
+
+std::string svgOf(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
+                  const DrawOptions& options)
+{
+    thread_local const PangoMeasure machine; // finding the fonts takes longer than a picture
+    const TextMeasure& measure = options.measure ? *options.measure : machine;
+    const Context context(
+        document, index, diagram, measure, options.warn ? options.warn : [](const std::string& /*text*/) {});
+    const Scene scene(context);
+    Svg svg;
+    draw(scene, svg);
+    return svg.finished(options.idPrefix + "diagram", cleanText(diagram.name));
+}
+
+} // namespace render

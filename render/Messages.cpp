@@ -1,0 +1,203 @@
+#include "render/Scene.h"
+
+#include <algorithm>
+
+namespace render {
+
+namespace {
+
+constexpr double usualArrow = 120; // length of an arrow beside a link
+constexpr double arrowGap = 44;    // between it and the link
+constexpr double flowLength = 60;
+constexpr double flowCircle = 16;
+constexpr double crossSize = 24;
+constexpr double laneTitle = 70;
+constexpr double usualLane = 600;
+constexpr double selfHeight = 40;
+constexpr double selfWidth = 150;
+
+struct Synchronization {
+    std::string_view keyword;
+    LineEnd end;
+    bool isDashed = false;
+};
+
+constexpr Synchronization synchronizations[] = {
+    {"Simple", LineEnd::openArrow},       {"Synchronous", LineEnd::filledArrow},
+    {"Asynchronous", LineEnd::halfArrow}, {"Procedure Call", LineEnd::filledArrow},
+    {"Return", LineEnd::openArrow, true}, {"Balking", LineEnd::filledArrow},
+    {"Timeout", LineEnd::filledArrow},
+};
+
+Synchronization synchronizationOf(const Object* message)
+{
+    const std::string keyword = message ? message->text("synchronization") : std::string();
+    for (const Synchronization& each : synchronizations)
+        if (keyword == each.keyword)
+            return each;
+    return synchronizations[0];
+}
+
+std::optional<Path> writtenPath(const Object& view)
+{
+    const auto origin = view.get("origin").asPoint();
+    const auto terminus = view.get("terminus").asPoint();
+    if (!origin || !terminus)
+        return std::nullopt;
+    return Path{{boundedPlace(origin->x), boundedPlace(origin->y)},
+                {boundedPlace(terminus->x), boundedPlace(terminus->y)}};
+}
+
+// Between lifelines; from a lifeline to itself it comes back below.
+Path messagePath(const Scene& scene, const Object& view)
+{
+    const double y = locationOf(view).y;
+    const Node* const client = scene.nodeOf(view, "client");
+    const Node* const supplier = scene.nodeOf(view, "supplier");
+    const bool isSelf = view.is("SelfMessView");
+    Path path = writtenPath(view).value_or(Path());
+    if (path.empty() && client && (supplier || isSelf)) {
+        const double x = client->rect.centre().x;
+        path = {{x, y}, {isSelf ? x + selfWidth : supplier->rect.centre().x, y}};
+    }
+    if (isSelf && !path.empty()) {
+        path.push_back({path.back().x, path.back().y + selfHeight});
+        path.push_back({path.front().x, path.back().y});
+    }
+    return path;
+}
+
+// Beside the link, in the middle of it if the file does not say where.
+Path arrowPath(const Scene& scene, const Object& view)
+{
+    Path path = writtenPath(view).value_or(Path());
+    const Path* const link = scene.pathOf(view, "object_arc");
+    if (path.empty() && link && !link->empty()) {
+        const PathPlace on = placeOn(*link, view.number("pctDist", 0.5));
+        const Point middle = {on.point.x + arrowGap * on.direction.y, on.point.y - arrowGap * on.direction.x};
+        const double x = on.direction.x * usualArrow / 2;
+        const double y = on.direction.y * usualArrow / 2;
+        path = {{middle.x - x, middle.y - y}, {middle.x + x, middle.y + y}};
+        if (view.integer("dir", 1) < 0)
+            std::reverse(path.begin(), path.end());
+    }
+    return path;
+}
+
+void drawMessage(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels)
+{
+    const Path path = view.is("MessView") ? arrowPath(scene, view) : messagePath(scene, view);
+    const Synchronization synchronization = synchronizationOf(messageOf(scene.context(), view));
+    Stroke stroke = strokeOf(view);
+    stroke.isDashed = synchronization.isDashed;
+    drawPath(path, stroke, synchronization.end, svg);
+    labels.draw(view, path, number);
+}
+
+// A small arrow with a circle at its tail, beside the message that the data goes with.
+void drawDataFlow(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& labels)
+{
+    const Object* const message = scene.context().index.view(view, "MessView");
+    const Path arrow = message ? arrowPath(scene, *message) : Path();
+    if (arrow.size() < 2)
+        return;
+    const Stroke stroke = strokeOf(view);
+    const double back = view.integer("dir", 1) < 0 ? -1 : 1;
+    const Point along = direction(arrow.front(), arrow.back());
+    const Point middle = between(arrow.front(), arrow.back(), 0.5);
+    const Point tail = {middle.x + arrowGap * along.y - back * along.x * flowLength / 2,
+                        middle.y - arrowGap * along.x - back * along.y * flowLength / 2};
+    const Point tip = {tail.x + back * along.x * flowLength, tail.y + back * along.y * flowLength};
+    svg.ellipse(rectAround(tail, {flowCircle, flowCircle}), stroke);
+    drawPath({tail, tip}, stroke, LineEnd::openArrow, svg);
+    labels.draw(view, {tail, tip});
+}
+
+void drawCross(const Scene& /*scene*/, const Object& view, const std::string& /*number*/, Svg& svg, Labels& /*labels*/)
+{
+    const Point centre = locationOf(view);
+    const Rect rect = rectAround(centre, {2 * crossSize, 2 * crossSize});
+    const Stroke stroke = strokeOf(view);
+    svg.line({{rect.left, rect.top}, {rect.right, rect.bottom}}, stroke);
+    svg.line({{rect.left, rect.bottom}, {rect.right, rect.top}}, stroke);
+}
+
+// The lines of an association are those of its roles; its own are only texts.
+void drawAssociation(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& /*svg*/,
+                     Labels& labels)
+{
+    const Point junction = scene.junctionOf(view);
+    labels.draw(view, {junction, {junction.x + 1, junction.y}});
+}
+
+// Lanes stand beside each other from the left, as high as what the diagram shows.
+void drawSwimlane(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& /*labels*/)
+{
+    const auto widthOf = [](const Object& lane) {
+        const double width = sizeOf(lane).width;
+        return width > 0 ? width : usualLane;
+    };
+    double left = 0;
+    for (const Object* const each : scene.others()) {
+        if (each == &view)
+            break;
+        if (each->is("Swimlane"))
+            left += widthOf(*each);
+    }
+    const Context& context = scene.context();
+    const Rect room = scene.room();
+    const Rect lane = {left, std::min(0.0, room.top - 2 * laneTitle), left + widthOf(view), room.bottom + laneTitle};
+    const Stroke stroke = {strokeOf(view).line, std::nullopt};
+    svg.rectangle(lane, stroke);
+    svg.line({{lane.left, lane.top + laneTitle}, {lane.right, lane.top + laneTitle}}, stroke);
+    TextBlock title;
+    title.font = fontOf(view, context.defaultFont);
+    title.lines = wrapped(nameOf(view, context.index.element(view).element), title.font, lane.width(), context.measure);
+    svg.text(title, {lane.left, lane.top + padding, lane.right, lane.bottom}, Align::centre, context.measure);
+}
+
+struct OtherKind {
+    std::string_view keyword;
+    void (*draw)(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels);
+};
+
+constexpr OtherKind otherKinds[] = {
+    {"AssociationViewNew", drawAssociation},
+    {"DataFlowView", drawDataFlow},
+    {"Destruction_Marker", drawCross},
+    {"InterMessView", drawMessage},
+    {"MessView", drawMessage},
+    {"SelfMessView", drawMessage},
+    {"Swimlane", drawSwimlane},
+};
+
+const OtherKind* otherKindOf(const Object& view)
+{
+    const auto* const found = std::find_if(std::begin(otherKinds), std::end(otherKinds),
+                                           [&](const OtherKind& kind) { return view.is(kind.keyword); });
+    return found == std::end(otherKinds) ? nullptr : found;
+}
+
+} // namespace
+
+const Object* messageOf(const Context& context, const Object& view)
+{
+    const Object* const label = view.object("label");
+    return label ? context.index.element(*label).element : nullptr;
+}
+
+bool isOther(const Object& view)
+{
+    return otherKindOf(view) != nullptr;
+}
+
+void drawOther(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels)
+{
+    const Context& context = scene.context();
+    const Object* const element = context.index.element(view).element;
+    beginItem(svg, view, element ? element : messageOf(context, view));
+    otherKindOf(view)->draw(scene, view, number, svg, labels);
+    svg.endGroup();
+}
+
+} // namespace render

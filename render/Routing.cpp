@@ -1,0 +1,320 @@
+#include "render/Scene.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace render {
+
+namespace {
+
+constexpr double nearEnough = 60; // of a line's end to its box
+constexpr double loopWidth = 120; // of a line that ends where it starts
+constexpr double loopHeight = 90;
+constexpr double treeHeight = 90; // of an inheritance tree that the file gives no place
+constexpr LineKind lineKinds[] = {
+    {"AnchorView", true, LineEnd::none},
+    {"AssocAttachView", true, LineEnd::none},
+    {"AttachView", true, LineEnd::none},
+    {"ConnectionView", false, LineEnd::none},
+    {"DependencyView", true, LineEnd::openArrow},
+    {"ImportView", true, LineEnd::openArrow},
+    {"InheritTreeView", false, LineEnd::triangle},
+    {"InheritView", false, LineEnd::triangle},
+    {"InstantiateView", true, LineEnd::openArrow},
+    {"LinkSelfView", false, LineEnd::none},
+    {"LinkView", false, LineEnd::none},
+    {"ModVisView", true, LineEnd::openArrow},
+    {"ObjectFlowView", true, LineEnd::openArrow},
+    {"RealizeView", true, LineEnd::triangle},
+    {"RoleView", false, LineEnd::none},
+    {"SelfTransView", false, LineEnd::openArrow},
+    {"TransView", false, LineEnd::openArrow},
+    {"UsesView", true, LineEnd::openArrow},
+};
+
+// Starts `path` at the border of the box that its first point is in or near.
+void attachStart(Path& path, const Node& node, bool isByCentre)
+{
+    const Rect& rect = node.rect;
+    while (path.size() > 2 && rect.contains(path[1]))
+        path.erase(path.begin());
+    const Point inside = isByCentre ? rect.centre() : clampedInto(rect.grownBy(-1), path.front());
+    if (!isByCentre && distance(inside, path.front()) > nearEnough)
+        path.insert(path.begin(), inside);
+    if (!rect.contains(path[1]))
+        path.front() = clipped(rect, node.outline, inside, path[1]);
+}
+
+void attachEnd(Path& path, const Node& node, bool isByCentre)
+{
+    std::reverse(path.begin(), path.end());
+    attachStart(path, node, isByCentre);
+    std::reverse(path.begin(), path.end());
+}
+
+enum class Side : std::uint8_t { above, below, left, right };
+
+Side sideOf(const Rect& rect, Point place)
+{
+    if (place.y < rect.top || place.y > rect.bottom)
+        return place.y < rect.top ? Side::above : Side::below;
+    if (place.x < rect.left || place.x > rect.right)
+        return place.x < rect.left ? Side::left : Side::right;
+    return Side::above;
+}
+
+// Half of a line from a box to itself that passes `place` outside of it, from there; `step` says which half.
+Path halfLoop(const Rect& rect, Point place, double step)
+{
+    const Side side = sideOf(rect, place);
+    if (side == Side::above || side == Side::below) {
+        const double edge = side == Side::above ? rect.top : rect.bottom;
+        const double x = std::clamp(place.x + step, rect.left, rect.right);
+        return {place, {x, place.y}, {x, edge}};
+    }
+    const double edge = side == Side::left ? rect.left : rect.right;
+    const double y = std::clamp(place.y + step, rect.top, rect.bottom);
+    return {place, {place.x, y}, {edge, y}};
+}
+
+Path loop(const Rect& rect, Point place)
+{
+    if (rect.contains(place))
+        place = {rect.centre().x, rect.top - loopHeight};
+    Path path = halfLoop(rect, place, -loopWidth / 2);
+    std::reverse(path.begin(), path.end());
+    const Path second = halfLoop(rect, place, loopWidth / 2);
+    path.insert(path.end(), second.begin() + 1, second.end());
+    return path;
+}
+
+// The tree that an inheritance ends in, or null.
+const Object* treeOf(const reader::Index& index, const Object& view)
+{
+    const Object* const tree = index.view(view, "drawSupplier");
+    return tree && tree->is("InheritTreeView") ? tree : nullptr;
+}
+
+// Trees stand below or above their supertype, rarely beside it.
+bool isBeside(const Object& tree)
+{
+    const Path points = pointsOf(tree);
+    return points.size() >= 2 && points[0].y == points[1].y && points[0].x != points[1].x;
+}
+
+bool isLollipop(const Node* node)
+{
+    return node && node->icon == "interface";
+}
+
+// A realization of an interface that is drawn as a circle is a plain line.
+void simplifyRealization(Line& line, const Node* supplier)
+{
+    if (!line.view->is("RealizeView") || !isLollipop(supplier))
+        return;
+    line.end = LineEnd::none;
+    line.stroke.isDashed = false;
+}
+
+const Object* otherRole(const Object& role)
+{
+    if (role.parent())
+        for (const Object* const each : role.parent()->objects("roles"))
+            if (each != &role)
+                return each;
+    return nullptr;
+}
+
+LineEnd endOfRole(const Object& role)
+{
+    const Object* const other = otherRole(role);
+    const auto isByValue = [](const Object* object) { return object && object->text("Containment") == "By Value"; };
+    if (role.flag("is_aggregate"))
+        return isByValue(&role) || isByValue(other) ? LineEnd::filledDiamond : LineEnd::diamond;
+    const bool isOnlyWay = role.flag("is_navigable") && other && !other->flag("is_navigable");
+    return isOnlyWay ? LineEnd::openArrow : LineEnd::none;
+}
+
+} // namespace
+
+const LineKind* lineKindOf(const Object& view)
+{
+    const auto* const found = std::find_if(std::begin(lineKinds), std::end(lineKinds),
+                                           [&](const LineKind& kind) { return view.is(kind.keyword); });
+    return found == std::end(lineKinds) ? nullptr : found;
+}
+
+// Lines that end at lines come after those.
+void Scene::routeAll()
+{
+    for (int pass = 0; pass < 2; ++pass)
+        for (Line& line : allLines)
+            if (line.path.empty())
+                route(line);
+}
+
+void Scene::route(Line& line)
+{
+    line.path = pathOf(line);
+    if (line.path.empty())
+        return;
+    simplifyRealization(line, nodeOf(*line.view, "supplier"));
+    if (treeOf(common.index, *line.view))
+        line.end = LineEnd::none;
+    if (line.view->is("RoleView") && line.element) {
+        line.end = endOfRole(*line.element);
+        addQualifiers(line);
+    }
+}
+
+Scene::End Scene::endOf(const Object& view, std::string_view key) const
+{
+    const Object* const target = common.index.view(view, key);
+    if (!target)
+        return {};
+    if (const Node* const node = nodeOf(view, key))
+        return {node, node->rect.centre(), node->isPlaced};
+    if (target->is("AssociationViewNew"))
+        return {nullptr, junctionOf(*target), true};
+    const Path* const path = pathOf(view, key);
+    return path && !path->empty() ? End{nullptr, placeOn(*path, 0.5).point, true} : End{};
+}
+
+std::vector<const Node*> Scene::nodesOf(const Object& association) const
+{
+    std::vector<const Node*> nodes;
+    for (const Object* const role : association.objects("roleview_list"))
+        if (const Node* const node = nodeOf(*role, "supplier"))
+            nodes.push_back(node);
+    return nodes;
+}
+
+// Not so when the file gives no place, or one that a box covers because its text needs more room than the file says.
+bool Scene::isJunctionPlaced(const Object& association) const
+{
+    const Point place = locationOf(association);
+    const std::vector<const Node*> nodes = nodesOf(association);
+    return isPlaced(association) &&
+           std::none_of(nodes.begin(), nodes.end(), [&](const Node* node) { return node->rect.contains(place); });
+}
+
+Point Scene::junctionOf(const Object& association) const
+{
+    if (isJunctionPlaced(association))
+        return locationOf(association);
+    const std::vector<const Node*> nodes = nodesOf(association);
+    if (nodes.empty())
+        return locationOf(association);
+    const Rect& first = nodes.front()->rect;
+    if (nodes.size() == 1 || nodes[0] == nodes[1])
+        return {first.centre().x, first.top - loopHeight};
+    const Point a = first.centre();
+    const Point b = nodes[1]->rect.centre();
+    return between(clipped(first, nodes[0]->outline, a, b), clipped(nodes[1]->rect, nodes[1]->outline, b, a), 0.5);
+}
+
+Path Scene::pathOf(const Line& line) const
+{
+    const Object& view = *line.view;
+    if (view.is("InheritTreeView"))
+        return treePath(view);
+    const End client = endOf(view, "client");
+    const End supplier = endOf(view, "supplier");
+    const Object* const tree = treeOf(common.index, view);
+    if (tree && client.node)
+        return branchPath(view, *client.node, *tree);
+    const bool isMoved = view.is("RoleView") && view.parent() && !isJunctionPlaced(*view.parent());
+    Path path = isMoved ? Path() : pointsOf(view);
+    const bool isByCentre = path.empty();
+    if (isByCentre && (!client.isKnown || !supplier.isKnown))
+        return path;
+    if (isByCentre && client.node && client.node == supplier.node)
+        return loop(client.node->rect, locationOf(view));
+    if (isByCentre && view.is("RoleView") && supplier.node && isFromAndTo(*supplier.node, view))
+        return selfRolePath(view, *supplier.node);
+    if (isByCentre)
+        path = {client.place, supplier.place};
+    if (client.node)
+        attachStart(path, *client.node, isByCentre);
+    if (supplier.node)
+        attachEnd(path, *supplier.node, isByCentre);
+    return path;
+}
+
+// Whether all roles of the association of `role` end at `node`.
+bool Scene::isFromAndTo(const Node& node, const Object& role) const
+{
+    const std::vector<const Node*> nodes = role.parent() ? nodesOf(*role.parent()) : std::vector<const Node*>();
+    return nodes.size() > 1 && std::count(nodes.begin(), nodes.end(), &node) == std::ssize(nodes);
+}
+
+Path Scene::selfRolePath(const Object& role, const Node& node) const
+{
+    const bool isFirst = role.parent()->objects("roleview_list").front() == &role;
+    return halfLoop(node.rect, junctionOf(*role.parent()), (isFirst ? -1 : 1) * loopWidth / 2);
+}
+
+Point Scene::treePoint(const Object& tree) const
+{
+    if (isPlaced(tree))
+        return locationOf(tree);
+    const Node* const supplier = nodeOf(tree, "supplier");
+    return supplier ? Point{supplier->rect.centre().x, supplier->rect.bottom + treeHeight} : Point{};
+}
+
+Path Scene::treePath(const Object& tree) const
+{
+    const Node* const supplier = nodeOf(tree, "supplier");
+    if (!supplier)
+        return {};
+    const Point start = treePoint(tree);
+    const Point inside = clampedInto(supplier->rect.grownBy(-1), start);
+    return {start, clipped(supplier->rect, supplier->outline, inside, start)};
+}
+
+// From a subtype straight to the line that the tree's branches share, and along it to the tree's point.
+Path Scene::branchPath(const Object& view, const Node& client, const Object& tree) const
+{
+    const Point root = treePoint(tree);
+    const Path points = pointsOf(view);
+    const Rect inner = client.rect.grownBy(-1);
+    Point inside = inner.centre();
+    Point corner;
+    if (isBeside(tree)) {
+        inside.y = std::clamp(points.empty() ? inside.y : points.front().y, inner.top, inner.bottom);
+        corner = {root.x, inside.y};
+    } else {
+        inside.x = std::clamp(points.empty() ? inside.x : points.front().x, inner.left, inner.right);
+        corner = {inside.x, root.y};
+    }
+    if (client.rect.contains(corner))
+        return {clipped(client.rect, client.outline, inner.centre(), root), root};
+    return {clipped(client.rect, client.outline, inside, corner), corner, root};
+}
+
+// The qualifiers by which objects of a role are found stand at the other end, in a box between the class and the line.
+void Scene::addQualifiers(Line& line) const
+{
+    const Node* const node = nodeOf(*line.view, "supplier");
+    const Object* const other = otherRole(*line.element);
+    if (!node || !other || line.path.size() < 2)
+        return;
+    line.qualifiers.font = fontOf(*line.view, common.defaultFont);
+    for (const Object* const key : other->objects("keys")) {
+        const std::string type = lineOf(*key, "type");
+        line.qualifiers.lines.push_back(cleanText(key->name()) + (type.empty() ? type : " : " + type));
+    }
+    if (line.qualifiers.lines.empty())
+        return;
+    const Size text = line.qualifiers.size(common.measure);
+    const Size size = {text.width + 2 * padding, text.height + padding};
+    const Point at = line.path.back();
+    const bool isAtSide = at.x <= node->rect.left + 1 || at.x >= node->rect.right - 1;
+    const double x = isAtSide ? std::copysign(size.width / 2, at.x - node->rect.centre().x) : 0;
+    const double y = isAtSide ? 0 : std::copysign(size.height / 2, at.y - node->rect.centre().y);
+    line.qualifierRect = rectAround({at.x + x, at.y + y}, size);
+    Point& previous = line.path[line.path.size() - 2];
+    line.path.back() = clipped(line.qualifierRect, Outline::rectangle, line.qualifierRect.centre(), previous);
+}
+
+} // namespace render

@@ -1,0 +1,102 @@
+#include "render/Shapes.h"
+
+#include <algorithm>
+
+namespace render {
+
+namespace {
+
+constexpr double cornerOfState = 30;
+constexpr double startSize = 44;
+constexpr double endSize = 56;
+
+enum class StateKind : std::uint8_t { normal, start, end };
+
+StateKind kindOf(const Node& node)
+{
+    const std::string name = node.view->name();
+    if (name == "StartState")
+        return StateKind::start;
+    return name == "EndState" ? StateKind::end : StateKind::normal;
+}
+
+// `entry/ ring the bell`
+std::string actionLine(const Object& action)
+{
+    const Object* const time = action.object("ActionTime");
+    std::string when = time ? lineOf(*time, "when") : std::string();
+    std::transform(when.begin(), when.end(), when.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return (when.empty() ? when : when + "/ ") + cleanText(action.name());
+}
+
+void prepareRound(Node& node, double size)
+{
+    node.usual = {size, size};
+    node.outline = Outline::ellipse;
+    node.isNamedOutside = true;
+}
+
+void drawActions(const Context& context, const Node& node, Svg& svg)
+{
+    const double nameHeight = node.blocks.front().size(context.measure).height;
+    const double top = node.rect.top + padding + nameHeight;
+    svg.line({{node.rect.left, top}, {node.rect.right, top}}, node.stroke);
+    svg.text(node.blocks.front(), {node.rect.left, node.rect.top + padding / 2, node.rect.right, top}, Align::centre,
+             context.measure);
+    svg.text(node.blocks[1], {node.rect.left + 2 * padding, top + padding / 2, node.rect.right, node.rect.bottom},
+             Align::left, context.measure);
+}
+
+void drawRounded(const Context& context, const Node& node, double radius, Svg& svg)
+{
+    svg.rectangle(node.rect, node.stroke, radius);
+    if (node.blocks.size() > 1)
+        drawActions(context, node, svg);
+    else
+        drawCentred(context, node, node.rect, svg);
+}
+
+} // namespace
+
+void prepareState(const Context& context, Node& node)
+{
+    const StateKind kind = kindOf(node);
+    if (kind != StateKind::normal) {
+        prepareRound(node, kind == StateKind::start ? startSize : endSize);
+        return;
+    }
+    prepareBox(context, node);
+    TextBlock actions;
+    actions.font = node.font;
+    if (node.element)
+        for (const Object* const action : node.element->objects("actions"))
+            actions.lines.push_back(actionLine(*action));
+    if (!actions.lines.empty())
+        node.blocks.push_back(std::move(actions));
+    const Size size = sizeOfBlocks(context, node);
+    node.least = {size.width + 4 * padding, size.height + padding};
+}
+
+void drawState(const Context& context, const Node& node, Svg& svg)
+{
+    const StateKind kind = kindOf(node);
+    if (kind == StateKind::normal) {
+        drawRounded(context, node, cornerOfState, svg);
+        return;
+    }
+    const Stroke solid = {node.stroke.line, node.stroke.line, false, node.stroke.width};
+    if (kind == StateKind::end)
+        svg.ellipse(node.rect, node.stroke);
+    svg.ellipse(kind == StateKind::end ? node.rect.grownBy(-padding) : node.rect, solid);
+}
+
+void drawActivity(const Context& context, const Node& node, Svg& svg)
+{
+    if (kindOf(node) != StateKind::normal)
+        drawState(context, node, svg);
+    else
+        drawRounded(context, node, node.rect.height() / 2, svg);
+}
+
+} // namespace render

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "render/Text.h"
+
+#include <pugixml.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace render {
+
+/// How something is drawn. Colours are those of the file: red + 256 * green + 65536 * blue.
+struct Stroke {
+    std::uint32_t line = 0;
+    std::optional<std::uint32_t> fill; ///< none: what is behind shows
+    bool isDashed = false;
+    double width = 3;
+};
+
+enum class Align : std::uint8_t { left, centre };
+
+/// Builds an `svg` element, and keeps how much room it takes.
+class Svg {
+public:
+    Svg();
+
+    /// What is drawn until `endGroup` is in a group of the class `item KIND`.
+    void beginGroup(const std::string& kind, const std::string& view, const std::string& quid,
+                    const std::string& title);
+    void endGroup();
+
+    void rectangle(const Rect& rect, const Stroke& stroke, double radius = 0);
+    void ellipse(const Rect& rect, const Stroke& stroke);
+    void line(const Path& path, const Stroke& stroke);
+    void polygon(const Path& path, const Stroke& stroke);
+    /// An arc of a circle or ellipse, as the commands of a path. `bounds` is the room it takes.
+    void curve(const std::string& commands, const Rect& bounds, const Stroke& stroke);
+    /// One line of text; `place` is on its base line, at its left end or middle.
+    void text(const std::string& line, Point place, Align align, const Font& font, double width);
+    /// A block whose first line starts at the top of `rect`, between its left and right sides.
+    void text(const TextBlock& block, const Rect& rect, Align align, const TextMeasure& measure);
+
+    [[nodiscard]] const Rect& bounds() const { return room; }
+    /// The whole picture.
+    [[nodiscard]] std::string finished(const std::string& id, const std::string& title);
+
+private:
+    pugi::xml_node shape(const char* name, const Stroke& stroke, const Rect& bounds);
+    void use(const Rect& rect);
+
+    pugi::xml_document document;
+    pugi::xml_node root;
+    pugi::xml_node open;
+    Rect room;
+    bool isEmpty = true;
+};
+
+/// A number as it stands in a picture: a tenth of a unit is enough.
+[[nodiscard]] std::string numberText(double value);
+
+} // namespace render

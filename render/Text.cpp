@@ -1,0 +1,203 @@
+#include "render/Text.h"
+
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace render {
+
+namespace {
+
+template <auto release>
+struct Releaser {
+    template <typename T>
+    void operator()(T* object) const
+    {
+        release(object);
+    }
+};
+
+constexpr double dotsPerInch = 300; // a unit of the file is a dot
+
+// Words up to this width are kept whole, whatever room there is for them.
+constexpr double widestUnbroken = 1500;
+
+// Longer lines are not measured letter by letter: nobody reads them.
+constexpr std::size_t longestLine = 4000;
+
+constexpr std::size_t mostWidths = 20000;
+
+bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+std::size_t nextCharacter(std::string_view text, std::size_t at)
+{
+    ++at;
+    while (at < text.size() && isContinuation(text[at]))
+        ++at;
+    return at;
+}
+
+// U+FFFE and U+FFFF, U+0080 to U+009F.
+bool isNoText(std::string_view character)
+{
+    return character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF" ||
+           (character.size() == 2 && character[0] == '\xC2' && static_cast<unsigned char>(character[1]) < 0xA0U);
+}
+
+// Bytes of the longest start of `word` that is not wider than `width`, at least a character.
+std::size_t fitting(std::string_view word, const Font& font, double width, const TextMeasure& measure)
+{
+    std::size_t end = nextCharacter(word, 0);
+    while (end < word.size()) {
+        const std::size_t next = nextCharacter(word, end);
+        if (measure.width(std::string(word.substr(0, next)), font) > width)
+            break;
+        end = next;
+    }
+    return end;
+}
+
+double widestWord(std::string_view text, const Font& font, const TextMeasure& measure)
+{
+    double widest = 0;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(" \n"), text.size());
+        widest = std::max(widest, measure.width(std::string(text.substr(0, end)), font));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return widest;
+}
+
+void wrapLine(std::string_view rest, const Font& font, double width, const TextMeasure& measure,
+              std::vector<std::string>& lines)
+{
+    std::string line;
+    while (!rest.empty()) {
+        const std::size_t blank = rest.find(' ', 1);
+        std::string_view word = rest.substr(0, blank);
+        if (measure.width(line + std::string(word), font) <= width) {
+            line += word;
+        } else if (!line.empty()) {
+            lines.push_back(line);
+            line.clear();
+            rest.remove_prefix(rest.find_first_not_of(' ') == std::string_view::npos ? rest.size()
+                                                                                     : rest.find_first_not_of(' '));
+            continue;
+        } else {
+            word = word.substr(0, fitting(word, font, width, measure));
+            lines.emplace_back(word);
+        }
+        rest.remove_prefix(word.size());
+    }
+    if (!line.empty())
+        lines.push_back(line);
+}
+
+} // namespace
+
+struct PangoMeasure::Layout {
+    [[nodiscard]] double measure(const std::string& line, const Font& font) const;
+
+    std::unique_ptr<PangoFontMap, Releaser<g_object_unref>> map{pango_cairo_font_map_new()};
+    std::unique_ptr<PangoContext, Releaser<g_object_unref>> context{pango_font_map_create_context(map.get())};
+    std::unique_ptr<PangoLayout, Releaser<g_object_unref>> layout{pango_layout_new(context.get())};
+    std::unordered_map<std::string, double> widths; // of what was asked for before: names stand in many places
+};
+
+PangoMeasure::PangoMeasure() : layout(std::make_unique<Layout>())
+{
+    pango_cairo_context_set_resolution(layout->context.get(), dotsPerInch);
+    pango_context_set_round_glyph_positions(layout->context.get(), FALSE);
+}
+
+PangoMeasure::~PangoMeasure() = default;
+
+double PangoMeasure::width(const std::string& line, const Font& font) const
+{
+    const std::string key = std::to_string(font.size)
+                                .append(font.isBold ? "b" : "")
+                                .append(font.isItalic ? "i" : "")
+                                .append(font.face)
+                                .append("\n")
+                                .append(line);
+    if (layout->widths.size() >= mostWidths)
+        layout->widths.clear();
+    const auto [entry, isNew] = layout->widths.try_emplace(key, 0);
+    if (isNew)
+        entry->second = layout->measure(line, font);
+    return entry->second;
+}
+
+double PangoMeasure::Layout::measure(const std::string& line, const Font& font) const
+{
+    const std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>> description(
+        pango_font_description_new());
+    pango_font_description_set_family(description.get(), font.face.c_str());
+    pango_font_description_set_size(description.get(), static_cast<int>(font.size * PANGO_SCALE));
+    pango_font_description_set_weight(description.get(), font.isBold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_style(description.get(), font.isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+    pango_layout_set_font_description(layout.get(), description.get());
+    pango_layout_set_text(layout.get(), line.data(), static_cast<int>(std::min(line.size(), longestLine)));
+    int width = 0;
+    pango_layout_get_size(layout.get(), &width, nullptr);
+    return static_cast<double>(width) / PANGO_SCALE;
+}
+
+std::string cleanText(std::string_view text, bool keepsLines)
+{
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = nextCharacter(text, at);
+        const std::string_view character = text.substr(at, end - at);
+        const auto lead = static_cast<unsigned char>(character[0]);
+        at = end;
+        if (lead == '\n' && keepsLines)
+            result += '\n';
+        else if (lead == '\t' || lead == '\n')
+            result += ' ';
+        else if (lead >= 0x20U && lead != 0x7FU && !isNoText(character))
+            result += character;
+    }
+    return result;
+}
+
+std::string withGuillemets(const std::string& text)
+{
+    if (text.size() < 4 || !text.starts_with("<<") || !text.ends_with(">>"))
+        return text;
+    return "\u00AB" + text.substr(2, text.size() - 4) + "\u00BB";
+}
+
+std::vector<std::string> wrapped(const std::string& text, const Font& font, double width, const TextMeasure& measure)
+{
+    if (width > 0)
+        width = std::max(width, std::min(widestWord(text, font, measure), widestUnbroken));
+    std::vector<std::string> lines;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        if (width > 0 && !line.empty())
+            wrapLine(line, font, width, measure, lines);
+        else
+            lines.emplace_back(line);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    while (!lines.empty() && lines.back().empty())
+        lines.pop_back();
+    return lines;
+}
+
+Size TextBlock::size(const TextMeasure& measure) const
+{
+    double width = 0;
+    for (const std::string& line : lines)
+        width = std::max(width, measure.width(line, font));
+    return {width, static_cast<double>(lines.size()) * font.lineHeight()};
+}
+
+} // namespace render

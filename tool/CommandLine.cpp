@@ -1,0 +1,293 @@
+#include "CommandLine.h"
+
+#include "Commands.h"
+#include "DesignImport.h"
+#include "ExportOptions.h"
+#include "Version.h"
+
+#include <algorithm>
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <iostream>
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr const char* mainHelp = R"(Bring software designs into IBM Rational Rose 98 model files (.mdl).
+
+Examples:
+  petal export orders.model.json
+  petal export orders.model.json -o orders.mdl --types java
+  petal export orders.mdj
+  petal import orders.mdj -o orders.model.json
+)";
+
+constexpr const char* importHelp = R"(Make a model file of a design that another tool has saved.
+
+Examples:
+  petal import orders.mdj -o orders.model.json
+  petal import --list-formats
+)";
+
+constexpr const char* exportHelp = R"(Write the design in a model file, or of another tool, as a Rose 98 model file.
+
+Examples:
+  petal export orders.model.json -o orders.mdl
+  petal export orders.model.json --types "oracle" --foreign-keys --scale 150
+)";
+
+constexpr const char* checkHelp = R"(Say what is wrong with Rose files, one finding a line.
+
+Examples:
+  petal check orders.mdl
+  petal check old.mdl --path FRAMEWORK_PATH=shared --json
+)";
+
+constexpr const char* treeHelp = R"(Print the outline of a Rose file.
+
+Examples:
+  petal tree orders.mdl
+  petal tree orders.mdl --depth 2
+)";
+
+constexpr const char* browseHelp = R"(Make one page for a browser of a Rose file, with all its elements and diagrams.
+
+Examples:
+  petal browse orders.mdl
+  petal browse old.mdl -o old.html --path FRAMEWORK_PATH=shared
+)";
+
+constexpr const char* drawHelp = R"(Draw the diagrams of a Rose file as pictures.
+
+Examples:
+  petal draw orders.mdl -o pictures
+  petal draw orders.mdl --diagram Main -o main.png
+  petal draw old.mdl --list
+)";
+
+constexpr const char* optionsHelp = R"(List the options of the export, their kinds, defaults and values.
+
+Examples:
+  petal options
+  petal options --json
+)";
+
+// In a list of commands each is one line.
+class OneLineEach : public CLI::Formatter {
+public:
+    std::string make_subcommand(const CLI::App* command) const override
+    {
+        const std::string purpose = command->get_description();
+        std::stringstream out;
+        CLI::detail::format_help(out, command->get_name(), purpose.substr(0, purpose.find('\n')), get_column_width());
+        return out.str();
+    }
+};
+
+std::string checkFormat(const std::string& name)
+{
+    return whyNotAFormat(name);
+}
+
+// The options of both commands that take designs of other tools.
+void addDesignOptions(CLI::App& command, DesignRequest& request)
+{
+    command.add_option("--from", request.format, "Format of the design (default: told by its content)")
+        ->type_name("FORMAT")
+        ->check(CLI::Validator(checkFormat, ""));
+    command
+        .add_flag_callback(
+            "--no-layout", [&request] { request.hasLayout = false; },
+            "Leave boxes without places and designs without diagrams as they are")
+        ->disable_flag_override();
+    command.add_option("--report", request.reportFile, "Write what was left out or made up as JSON")->type_name("FILE");
+}
+
+// The options of all commands that read Rose files.
+void addReadOptions(CLI::App& command, ReadRequest& request)
+{
+    command.add_option("--charset", request.charset, "Encoding of the files (default: told by their content)")
+        ->type_name("NAME")
+        ->check(CLI::Validator(whyNotACharset, ""));
+    command.add_option("--path", request.paths, "Folder behind a symbol in the paths of controlled units")
+        ->option_text("NAME=DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(whyNotAPath, ""))
+        ->take_all();
+    command.add_flag("--no-units", request.ignoresUnits, "Leave controlled units out");
+}
+
+// A command and what it does when the command line has been read.
+struct Command {
+    CLI::App* app;
+    std::function<int()> run;
+};
+
+Command addExportCommand(CLI::App& app)
+{
+    auto request = std::make_shared<ExportRequest>();
+    CLI::App* const command = app.add_subcommand("export", exportHelp);
+    command->add_option("MODEL", request->model, "The model file or design; - reads standard input")
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("-o,--output", request->output,
+                     "The file to write; - writes to standard output (default: MODEL's name with .mdl, here)")
+        ->type_name("OUT.mdl");
+    const auto options = std::make_shared<ExportOptions>(*command);
+    command->add_option("--log", request->log, "Write every message of the export, one a line; - is standard error")
+        ->type_name("FILE");
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    command->add_flag("--stats", request->showsStatistics, "Say what the export cost");
+    command
+        ->add_option("--stats-json", request->statisticsFile,
+                     "Write what the export cost as JSON; - is standard output")
+        ->type_name("FILE");
+    addDesignOptions(*command, request->design);
+    return {command, [request, options] {
+                request->options = options->values();
+                return runExport(*request);
+            }};
+}
+
+Command addCheckCommand(CLI::App& app)
+{
+    auto request = std::make_shared<CheckRequest>();
+    CLI::App* const command = app.add_subcommand("check", checkHelp);
+    command->add_option("FILE", request->files, "The Rose files; - reads standard input")->required()->type_name("");
+    addReadOptions(*command, request->reading);
+    command->add_flag("--json", request->asJson, "As JSON");
+    command->add_flag("--notes", request->showsNotes, "Also what says nothing against the file");
+    return {command, [request] { return runCheck(*request); }};
+}
+
+Command addTreeCommand(CLI::App& app)
+{
+    auto request = std::make_shared<TreeRequest>();
+    CLI::App* const command = app.add_subcommand("tree", treeHelp);
+    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    command->add_option("--depth", request->depth, "Number of levels (default: all)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, std::numeric_limits<std::size_t>::max()).description(""));
+    addReadOptions(*command, request->reading);
+    return {command, [request] { return runTree(*request); }};
+}
+
+Command addBrowseCommand(CLI::App& app)
+{
+    auto request = std::make_shared<BrowseRequest>();
+    CLI::App* const command = app.add_subcommand("browse", browseHelp);
+    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    command
+        ->add_option("-o,--output", request->output,
+                     "The page to write; - writes to standard output (default: FILE's name with .html, here)")
+        ->type_name("OUT.html");
+    addReadOptions(*command, request->reading);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    return {command, [request] { return runBrowse(*request); }};
+}
+
+Command addDrawCommand(CLI::App& app)
+{
+    auto request = std::make_shared<DrawRequest>();
+    CLI::App* const command = app.add_subcommand("draw", drawHelp);
+    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    command->add_option("--diagram", request->diagrams, "Name of a diagram to draw, may be repeated (default: all)")
+        ->option_text("NAME")
+        ->allow_extra_args(false)
+        ->take_all();
+    command
+        ->add_option("-o,--output", request->output,
+                     "Folder for the pictures, or the file for one; - writes to standard output (default: here)")
+        ->type_name("DIR|FILE");
+    command->add_option("--format", request->format, "svg, png or pdf (default: told by the file's ending, else svg)")
+        ->type_name("FORMAT")
+        ->check(CLI::Validator(whyNotAnImageFormat, ""));
+    command->add_flag("--list", request->listsDiagrams, "List the diagrams, their kinds and names, and draw none");
+    addReadOptions(*command, request->reading);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    return {command, [request] { return runDraw(*request); }};
+}
+
+Command addImportCommand(CLI::App& app)
+{
+    auto request = std::make_shared<ImportRequest>();
+    CLI::App* const command = app.add_subcommand("import", importHelp);
+    command->add_option("DESIGN", request->input, "The design; - reads standard input")->type_name("");
+    command
+        ->add_option("-o,--output", request->output,
+                     "The file to write; - writes to standard output (default: DESIGN's name with .model.json, here)")
+        ->type_name("OUT.model.json");
+    addDesignOptions(*command, request->design);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    command->add_flag("--list-formats", request->listsFormats, "List the formats of designs and exit");
+    return {command, [request] { return runImport(*request); }};
+}
+
+Command addOptionsCommand(CLI::App& app)
+{
+    auto asJson = std::make_shared<bool>(false);
+    CLI::App* const command = app.add_subcommand("options", optionsHelp);
+    command->add_flag("--json", *asJson, "As JSON");
+    return {command, [asJson] { return runOptions(*asJson); }};
+}
+
+bool isCommand(const CLI::App& app, const std::string& name)
+{
+    const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
+    return !app.get_subcommands(isNamed).empty();
+}
+
+// The first argument that gives an empty value to a flag of `command`, which the parser would take for none; or null.
+const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (!argument.starts_with("--") || !argument.ends_with('='))
+            continue;
+        const CLI::Option* const option = command.get_option_no_throw(argument.substr(0, argument.size() - 1));
+        if (option && option->get_items_expected_max() == 0)
+            return argv[i];
+    }
+    return nullptr;
+}
+
+// Why the command line cannot be meant, or the empty text.
+std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& commands, int argc, char** argv)
+{
+    if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1]))
+        return "there is no command '" + std::string(argv[1]) + "'; see petal --help";
+    for (const Command& command : commands)
+        if (const char* const flag = flagWithEmptyValue(*command.app, argc, argv))
+            return std::string(flag) + ": this option takes no value";
+    return "";
+}
+
+} // namespace
+
+int runCommandLine(int argc, char** argv)
+{
+    CLI::App app(mainHelp, "petal");
+    app.formatter(std::make_shared<OneLineEach>());
+    app.set_version_flag("--version", std::string("petal ") + petalVersion);
+    app.require_subcommand(1);
+    const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app), addCheckCommand(app),
+                                           addTreeCommand(app),   addDrawCommand(app),   addBrowseCommand(app),
+                                           addOptionsCommand(app)};
+    if (const std::string fault = faultBeforeParsing(app, commands, argc, argv); !fault.empty()) {
+        report(fault);
+        return wrongUsage;
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& success) { // help or version
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        report(error.what());
+        std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";
+        return wrongUsage;
+    }
+    const auto isMeant = [](const Command& command) { return command.app->parsed(); };
+    return std::find_if(commands.begin(), commands.end(), isMeant)->run();
+}

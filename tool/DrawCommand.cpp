@@ -1,0 +1,254 @@
+#include "Commands.h"
+
+#include "FileRoles.h"
+#include "NearestName.h"
+#include "OutputFile.h"
+
+#include "reader/Index.h"
+#include "render/Draw.h"
+#include "render/Image.h"
+#include "render/Text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <iostream>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+using reader::Diagram;
+using render::ImageFormat;
+
+constexpr std::pair<std::string_view, ImageFormat> formats[] = {
+    {"svg", ImageFormat::svg},
+    {"png", ImageFormat::png},
+    {"pdf", ImageFormat::pdf},
+};
+
+// Names that some systems keep for devices, whatever comes behind a dot.
+constexpr std::string_view devices[] = {"aux", "con", "nul", "prn"};
+
+constexpr std::size_t longestName = 100; // bytes, far below what file systems take
+
+std::string lowerCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+bool isFormat(const std::string& name)
+{
+    return std::any_of(std::begin(formats), std::end(formats),
+                       [&](const auto& format) { return format.first == name; });
+}
+
+ImageFormat formatCalled(const std::string& name)
+{
+    const auto* const found =
+        std::find_if(std::begin(formats), std::end(formats), [&](const auto& format) { return format.first == name; });
+    return found == std::end(formats) ? ImageFormat::svg : found->second;
+}
+
+// `svg` of `Orders.SVG`; empty for other endings.
+std::string formatOfEnding(const std::string& path)
+{
+    const std::string ending = lowerCase(fs::path(path).extension().string());
+    return ending.size() > 1 && isFormat(ending.substr(1)) ? ending.substr(1) : std::string();
+}
+
+// A name that every file system takes: what may stand for something else there becomes an underscore.
+std::string safeName(const std::string& text)
+{
+    constexpr std::string_view unsafe = "/\\:*?\"<>|$`'&;!";
+    std::string name = render::cleanText(text);
+    std::replace_if(
+        name.begin(), name.end(), [&](char c) { return unsafe.find(c) != std::string_view::npos; }, '_');
+    if (name.size() > longestName) {
+        std::size_t end = longestName;
+        while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U)
+            --end;
+        name.resize(end);
+    }
+    while (!name.empty() && (name.back() == ' ' || name.back() == '.'))
+        name.pop_back();
+    const std::string stem = lowerCase(name.substr(0, name.find('.')));
+    const bool isDevice = std::find(std::begin(devices), std::end(devices), stem) != std::end(devices);
+    if (!name.empty() && (isDevice || name.front() == '.' || name.front() == '-' || name.front() == ' '))
+        name.insert(name.begin(), '_');
+    return name;
+}
+
+// Names of the files of diagrams in one folder, no two of which differ in case only.
+class FileNames {
+public:
+    std::string nameFor(const Diagram& diagram, const std::string& ending)
+    {
+        std::string name = safeName(diagram.name);
+        if (name.empty())
+            name = std::string(reader::diagramKindName(diagram.kind)) + " diagram";
+        const std::string owner = diagram.owner ? safeName(reader::shownName(*diagram.owner)) : std::string();
+        std::string unique = name;
+        if (isTaken(unique, ending) && !owner.empty())
+            unique = name += " (" + owner + ")";
+        for (std::size_t number = 2; isTaken(unique, ending); ++number)
+            unique = name + " " + std::to_string(number);
+        taken.insert(lowerCase(unique + ending));
+        return unique + ending;
+    }
+
+private:
+    [[nodiscard]] bool isTaken(const std::string& name, const std::string& ending) const
+    {
+        return taken.contains(lowerCase(name + ending));
+    }
+
+    std::set<std::string> taken;
+};
+
+class Drawing {
+public:
+    Drawing(const DrawRequest& request, const reader::Document& document)
+        : request(request), document(document), index(document)
+    {
+    }
+
+    int run()
+    {
+        if (request.listsDiagrams)
+            return list();
+        const int exitCode = select();
+        if (exitCode != done)
+            return exitCode;
+        const bool isFile = request.output == "-" || !formatOfEnding(request.output).empty();
+        return isFile && !fs::is_directory(request.output) ? drawInto(request.output) : drawAll();
+    }
+
+private:
+    [[nodiscard]] std::string fullName(const Diagram& diagram) const
+    {
+        const std::string path = diagram.owner ? index.path(*diagram.owner) : std::string();
+        return path.empty() ? diagram.name : path + "::" + diagram.name;
+    }
+
+    [[nodiscard]] int list() const
+    {
+        for (const Diagram& diagram : index.diagrams())
+            std::cout << reader::diagramKindName(diagram.kind) << '\t' << onOneLine(fullName(diagram)) << '\n';
+        std::cout.flush();
+        if (std::cout)
+            return done;
+        report("standard output cannot be written");
+        return exportFailed;
+    }
+
+    // Takes those that are asked for, or all.
+    int select()
+    {
+        std::set<std::string> unknown(request.diagrams.begin(), request.diagrams.end());
+        const std::set<std::string> wanted = unknown;
+        for (const Diagram& diagram : index.diagrams()) {
+            const std::string names[] = {diagram.name, fullName(diagram), diagram.object->text("quid")};
+            const bool isWanted = std::any_of(std::begin(names), std::end(names),
+                                              [&](const std::string& name) { return wanted.contains(name); });
+            for (const std::string& name : names)
+                unknown.erase(name);
+            if (wanted.empty() || isWanted)
+                selected.push_back(&diagram);
+        }
+        for (const std::string& name : unknown)
+            report(whyNotADiagram(name));
+        return unknown.empty() ? done : wrongUsage;
+    }
+
+    [[nodiscard]] std::string whyNotADiagram(const std::string& name) const
+    {
+        std::vector<std::string_view> known;
+        for (const Diagram& diagram : index.diagrams())
+            known.emplace_back(diagram.name);
+        std::string reason = "there is no diagram '" + onOneLine(name) + "'";
+        if (const auto nearest = nearestName(name, known))
+            reason.append("; did you mean '").append(onOneLine(*nearest)).append("'?");
+        return reason.append(" (see: --list)");
+    }
+
+    int drawInto(const std::string& file)
+    {
+        if (selected.size() != 1) {
+            report((file == "-" ? "standard output" : file) + " takes one diagram, not " +
+                   std::to_string(selected.size()) + "; name it with --diagram");
+            return wrongUsage;
+        }
+        const std::string clash = clashOf({{request.file, "the file"}, {file, "the picture"}});
+        if (!clash.empty()) {
+            report(clash);
+            return wrongUsage;
+        }
+        const std::string format = request.format.empty() ? formatOfEnding(file) : request.format;
+        return draw(*selected.front(), file, formatCalled(format));
+    }
+
+    int drawAll()
+    {
+        const fs::path folder = request.output.empty() ? fs::path(".") : fs::path(request.output);
+        std::error_code error;
+        fs::create_directories(folder, error);
+        if (error) {
+            report(folder.string() + ": " + error.message());
+            return exportFailed;
+        }
+        if (selected.empty())
+            report(request.file + ": there are no diagrams in it");
+        const std::string format = request.format.empty() ? "svg" : request.format;
+        FileNames names;
+        int exitCode = done;
+        for (const Diagram* const diagram : selected) {
+            const std::string name = names.nameFor(*diagram, std::string(".").append(format));
+            const std::string path = request.output.empty() ? name : (folder / name).string();
+            exitCode = std::max(exitCode, draw(*diagram, path, formatCalled(format)));
+        }
+        return exitCode;
+    }
+
+    int draw(const Diagram& diagram, const std::string& file, ImageFormat format)
+    {
+        return reportFailures(request.file, file, [&] {
+            const auto warn = [&](const std::string& text) {
+                if (!request.isQuiet)
+                    report(onOneLine(fullName(diagram)) + ": " + text);
+            };
+            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure});
+            OutputFile output(file);
+            output.write(render::imageOf(svg, format, warn));
+            output.commit();
+        });
+    }
+
+    const DrawRequest& request;
+    const reader::Document& document;
+    reader::Index index;
+    render::PangoMeasure measure;
+    std::vector<const Diagram*> selected;
+};
+
+} // namespace
+
+std::string whyNotAnImageFormat(const std::string& name)
+{
+    return isFormat(name) ? "" : "svg, png or pdf expected, found '" + onOneLine(name) + "'";
+}
+
+int runDraw(const DrawRequest& request)
+{
+    try {
+        const reader::Document document(request.file, readOptions(request.reading));
+        if (!request.isQuiet)
+            reportFindings(document);
+        return Drawing(request, document).run();
+    } catch (const reader::NotPetal& error) {
+        report((request.file == "-" ? "standard input" : request.file) + ": " + error.what());
+        return invalidModel;
+    }
+}
