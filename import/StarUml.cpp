@@ -1,6 +1,7 @@
 #include "StarUml.h"
 
 #include "Json.h"
+#include "Kinds.h"
 #include "Texts.h"
 #include "Walk.h"
 
@@ -19,22 +20,17 @@ using List = simdjson::dom::array;
 
 // Elements by the kind that the file gives them.
 
-struct ClassifierType {
-    std::string_view type;
-    ClassifierKind kind;
-    std::string_view stereotype; // for those that have none of their own
-};
 constexpr std::array classifierTypes = {
-    ClassifierType{"UMLClass", ClassifierKind::Class, ""},
-    ClassifierType{"UMLInterface", ClassifierKind::Interface, ""},
-    ClassifierType{"UMLSignal", ClassifierKind::Class, "signal"},
-    ClassifierType{"UMLDataType", ClassifierKind::DataType, ""},
-    ClassifierType{"UMLPrimitiveType", ClassifierKind::PrimitiveType, ""},
-    ClassifierType{"UMLEnumeration", ClassifierKind::Enumeration, ""},
-    ClassifierType{"UMLStereotype", ClassifierKind::Class, "stereotype"},
-    ClassifierType{"UMLActor", ClassifierKind::Class, "Actor"},
-    ClassifierType{"UMLComponent", ClassifierKind::Class, "component"},
-    ClassifierType{"UMLObject", ClassifierKind::Class, "object"},
+    NamedClassifier{"UMLClass", ClassifierKind::Class, ""},
+    NamedClassifier{"UMLInterface", ClassifierKind::Interface, ""},
+    NamedClassifier{"UMLSignal", ClassifierKind::Class, "signal"},
+    NamedClassifier{"UMLDataType", ClassifierKind::DataType, ""},
+    NamedClassifier{"UMLPrimitiveType", ClassifierKind::PrimitiveType, ""},
+    NamedClassifier{"UMLEnumeration", ClassifierKind::Enumeration, ""},
+    NamedClassifier{"UMLStereotype", ClassifierKind::Class, "stereotype"},
+    NamedClassifier{"UMLActor", ClassifierKind::Class, "Actor"},
+    NamedClassifier{"UMLComponent", ClassifierKind::Class, "component"},
+    NamedClassifier{"UMLObject", ClassifierKind::Class, "object"},
 };
 
 // Object and package diagrams show classes and their relations, too.
@@ -66,14 +62,6 @@ constexpr std::array relationshipTypes = {
     RelationshipType{"UMLRefinement", RelationshipKind::Dependency, "refine"},
     RelationshipType{"UMLTemplateBinding", RelationshipKind::Dependency, "bind"},
 };
-
-template <class Entry, std::size_t Count>
-const Entry* find(const std::array<Entry, Count>& table, std::string_view type)
-{
-    const auto* const found =
-        std::find_if(table.begin(), table.end(), [&](const Entry& entry) { return entry.type == type; });
-    return found == table.end() ? nullptr : found;
-}
 
 // Values of an object; what is not there, or of another type than expected, is empty.
 
@@ -312,11 +300,11 @@ private:
     void readMember(const Object& object, Package& package)
     {
         const std::string_view type = typeOf(object);
-        if (const auto* const packageType = find(packageTypes, type))
+        if (const auto* const packageType = rowOf(packageTypes, type))
             readPackage(object, *packageType, package);
-        else if (const auto* const classifierType = find(classifierTypes, type))
+        else if (const auto* const classifierType = rowOf(classifierTypes, type))
             readClassifier(object, *classifierType, package);
-        else if (const auto* const relationshipType = find(relationshipTypes, type))
+        else if (const auto* const relationshipType = rowOf(relationshipTypes, type))
             readRelationship(object, *relationshipType, package);
         else if (type == "UMLAssociation")
             readAssociation(object, package);
@@ -347,7 +335,7 @@ private:
         parent.packages.push_back(std::move(package));
     }
 
-    void readClassifier(const Object& object, const ClassifierType& type, Package& package)
+    void readClassifier(const Object& object, const NamedClassifier& type, Package& package)
     {
         Classifier classifier;
         readElement(object, classifier);
@@ -376,7 +364,7 @@ private:
 
     void readMemberOfClassifier(const Object& member, Package& package)
     {
-        if (find(classifierTypes, typeOf(member)))
+        if (rowOf(classifierTypes, typeOf(member)))
             report.made("nested class", idOf(member), nameOf(member), "it stands beside the class that it lay in");
         readMember(member, package);
     }
@@ -465,7 +453,7 @@ private:
     bool isPossibleEnd(std::string_view id) const
     {
         const std::string_view type = typeOfId(id);
-        return type.empty() || find(classifierTypes, type) || find(packageTypes, type);
+        return type.empty() || rowOf(classifierTypes, type) || rowOf(packageTypes, type);
     }
 
     bool hasPossibleEnds(const Object& object, std::string_view a, std::string_view b)
@@ -576,7 +564,7 @@ private:
         else if (!textIn(view, "points").empty())
             diagram.lines.push_back(
                 {std::string(modelId), parsePoints(textIn(view, "points")), true, appearanceOf(view)});
-        else if (find(classifierTypes, typeOfId(modelId)) || find(packageTypes, typeOfId(modelId)))
+        else if (rowOf(classifierTypes, typeOfId(modelId)) || rowOf(packageTypes, typeOfId(modelId)))
             diagram.boxes.push_back({std::string(modelId), boundsOf(view), appearanceOf(view)});
         else
             diagram.lines.push_back({std::string(modelId), {}, true, appearanceOf(view)});
@@ -585,7 +573,7 @@ private:
     [[nodiscard]] bool isTaken(std::string_view id) const
     {
         const std::string_view type = typeOfId(id);
-        return find(classifierTypes, type) || find(packageTypes, type) || find(relationshipTypes, type) ||
+        return rowOf(classifierTypes, type) || rowOf(packageTypes, type) || rowOf(relationshipTypes, type) ||
                type == "UMLAssociation";
     }
 

@@ -1,5 +1,6 @@
 #include "Uml1.h"
 
+#include "Kinds.h"
 #include "Texts.h"
 
 #include <algorithm>
@@ -9,13 +10,6 @@
 namespace design::uml1 {
 
 namespace {
-
-/// What becomes a classifier, and the stereotype of those that are none of their own kind in the host model.
-struct NamedClassifier {
-    std::string_view element;
-    ClassifierKind kind;
-    std::string_view stereotype;
-};
 
 constexpr std::array<NamedClassifier, 10> classifierElements = {{
     {"Class", ClassifierKind::Class, ""},
@@ -30,14 +24,6 @@ constexpr std::array<NamedClassifier, 10> classifierElements = {{
     {"Object", ClassifierKind::Class, "object"},
 }};
 
-struct NamedRelationship {
-    std::string_view element;
-    RelationshipKind kind;
-    std::string_view stereotype;
-    const char* client;
-    const char* supplier;
-};
-
 /// UML 1.x has no realizations of its own, and tools write them as abstractions.
 constexpr std::array<NamedRelationship, 5> relationshipElements = {{
     {"Generalization", RelationshipKind::Generalization, "", "child", "parent"},
@@ -50,14 +36,6 @@ constexpr std::array<NamedRelationship, 5> relationshipElements = {{
 /// Stereotypes that say what the kind of the element says already.
 constexpr std::array<std::string_view, 5> impliedStereotypes = {"folder", "datatype", "enum", "interface",
                                                                 "enumeration"};
-
-template <class Row, std::size_t size>
-const Row* rowOf(const std::array<Row, size>& table, std::string_view element)
-{
-    const auto* const row =
-        std::find_if(table.begin(), table.end(), [element](const Row& each) { return each.element == element; });
-    return row == table.end() ? nullptr : row;
-}
 
 /// The children of "UML:Classifier.feature" and the like, by what follows the dot.
 std::vector<pugi::xml_node> parts(pugi::xml_node node, std::string_view role)

@@ -1,5 +1,6 @@
 #include "Uml2.h"
 
+#include "Kinds.h"
 #include "Naming.h"
 #include "Texts.h"
 
@@ -15,14 +16,6 @@ namespace design::uml2 {
 
 namespace {
 
-/// What becomes a classifier, and the stereotype of those that are none of their own kind in the host model. Objects
-/// are among them: relations lead to them as they do to classes.
-struct NamedClassifier {
-    std::string_view type;
-    ClassifierKind kind;
-    std::string_view stereotype;
-};
-
 constexpr std::array<NamedClassifier, 10> classifierTypes = {{
     {"Class", ClassifierKind::Class, ""},
     {"AssociationClass", ClassifierKind::AssociationClass, ""},
@@ -36,15 +29,7 @@ constexpr std::array<NamedClassifier, 10> classifierTypes = {{
     {"InstanceSpecification", ClassifierKind::Class, "object"},
 }};
 
-/// A relation between two elements, and the names of its ends in the file; `client` and `supplier` are always asked.
-struct NamedRelationship {
-    std::string_view type;
-    RelationshipKind kind;
-    std::string_view stereotype;
-    const char* client;
-    const char* supplier;
-};
-
+/// Of the ends, `client` and `supplier` are always asked, too.
 constexpr std::array<NamedRelationship, 11> relationshipTypes = {{
     {"Generalization", RelationshipKind::Generalization, "", "specific", "general"},
     {"InterfaceRealization", RelationshipKind::Realization, "", "implementingClassifier", "contract"},
@@ -76,14 +61,6 @@ constexpr std::array<LeftReason, 7> leftReasons = {{
 }};
 
 constexpr std::string_view otherReason = "the host model has classes, their features and their relations only";
-
-template <class Row, std::size_t size>
-const Row* rowOf(const std::array<Row, size>& table, std::string_view type)
-{
-    const auto* const row =
-        std::find_if(table.begin(), table.end(), [type](const Row& each) { return each.type == type; });
-    return row == table.end() ? nullptr : row;
-}
 
 template <std::size_t size>
 bool isOneOf(const std::array<std::string_view, size>& words, std::string_view word)
