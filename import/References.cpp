@@ -71,13 +71,19 @@ public:
 
     void run()
     {
+        std::vector<bool> verdicts; // of all relations, in their order
         forEachPackage(design.root, [&](Package& package) {
-            const auto keep = [&](auto& list, const auto& resolve) {
-                list.erase(std::remove_if(list.begin(), list.end(), [&](auto& each) { return !resolve(each); }),
-                           list.end());
-            };
-            keep(package.associations, [&](Association& association) { return resolveAssociation(association); });
-            keep(package.relationships, [&](Relationship& relationship) { return resolveRelationship(relationship); });
+            for (Association& association : package.associations)
+                verdicts.push_back(resolveAssociation(association));
+            for (Relationship& relationship : package.relationships)
+                verdicts.push_back(resolveRelationship(relationship));
+        });
+        // Only now may elements move: the catalogue is not asked any more.
+        auto verdict = verdicts.begin();
+        const auto keep = [&](auto& list) { std::erase_if(list, [&](const auto& /*each*/) { return !*verdict++; }); };
+        forEachPackage(design.root, [&](Package& package) {
+            keep(package.associations);
+            keep(package.relationships);
         });
         addPlaceholders();
     }
