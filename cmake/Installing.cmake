@@ -19,7 +19,7 @@ configure_file(cmake/petal-bridge.pc.in petal-bridge.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/petal-bridge.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 set(petal_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/petal-bridge)
-install(FILES docs/browsing.md docs/import.md docs/model-file.md docs/model-file.schema.json docs/reading.md DESTINATION ${petal_doc_dir}/docs) # links lead to ../examples
+install(FILES docs/browsing.md docs/drawing.md docs/import.md docs/model-file.md docs/model-file.schema.json docs/reading.md DESTINATION ${petal_doc_dir}/docs) # links lead to ../examples
 install(DIRECTORY examples DESTINATION ${petal_doc_dir} FILES_MATCHING PATTERN "*.model.json")
 
 if(PETAL_BUILD_TOOL)

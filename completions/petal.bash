@@ -56,6 +56,7 @@ _petal_argument() {
         --types) _petal_words "$2" as-is c++ java oracle ;;
         --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
         --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
+        --format) _petal_words "$2" svg png pdf ;;
         -o | --output | --log | --stats-json | --report) _petal_files "$2" '' ;;
     esac
 }
@@ -63,7 +64,7 @@ _petal_argument() {
 _petal_takes_argument() {
     case $1 in
         -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
-            --from | --report | --charset | --path | --depth) return 0 ;;
+            --from | --report | --charset | --path | --depth | --diagram | --format) return 0 ;;
         *) return 1 ;;
     esac
 }
@@ -118,6 +119,11 @@ _petal_tree() {
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
+_petal_draw() {
+    local options=(-h --help --diagram -o --output --format --list --charset --path --no-units -q --quiet)
+    _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
 _petal_browse() {
     local options=(-h --help -o --output --charset --path --no-units -q --quiet)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
@@ -143,13 +149,14 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help --version
             else
-                _petal_words "$current" export import check tree browse options
+                _petal_words "$current" export import check tree draw browse options
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
         import) _petal_import "$current" "${before[@]:1}" ;;
         check) _petal_check "$current" "${before[@]:1}" ;;
         tree) _petal_tree "$current" "${before[@]:1}" ;;
+        draw) _petal_draw "$current" "${before[@]:1}" ;;
         browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;
     esac

@@ -25,6 +25,7 @@ complete -c petal -n $command -a export -d 'Write a design as a Rose 98 model fi
 complete -c petal -n $command -a import -d 'Make a model file of a design'
 complete -c petal -n $command -a check -d 'Say what is wrong with Rose files'
 complete -c petal -n $command -a tree -d 'Print the outline of a Rose file'
+complete -c petal -n $command -a draw -d 'Draw the diagrams of a Rose file'
 complete -c petal -n $command -a browse -d 'Make one page for a browser of a Rose file'
 complete -c petal -n $command -a options -d 'List the options of the bridge'
 complete -c petal -n $command -s h -l help -d 'Print help'
@@ -78,6 +79,18 @@ complete -c petal -n $tree -l depth -x -d 'Number of levels'
 complete -c petal -n $tree -l charset -x -d 'Encoding of the file'
 complete -c petal -n $tree -l path -x -d 'Folder behind a symbol in the paths of units'
 complete -c petal -n $tree -l no-units -d 'Leave controlled units out'
+
+set -l draw '__fish_seen_subcommand_from draw'
+complete -c petal -n $draw -F
+complete -c petal -n $draw -s h -l help -d 'Print help'
+complete -c petal -n $draw -l diagram -x -d 'Name of a diagram to draw'
+complete -c petal -n $draw -s o -l output -r -F -d 'Folder or file for the pictures, - for standard output'
+complete -c petal -n $draw -l format -x -a 'svg png pdf' -d 'Format of the pictures'
+complete -c petal -n $draw -l list -d 'List the diagrams'
+complete -c petal -n $draw -l charset -x -d 'Encoding of the file'
+complete -c petal -n $draw -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $draw -l no-units -d 'Leave controlled units out'
+complete -c petal -n $draw -s q -l quiet -d 'Print nothing but errors'
 
 set -l browse '__fish_seen_subcommand_from browse'
 complete -c petal -n $browse -F

@@ -7,6 +7,7 @@ namespace render {
 namespace {
 
 constexpr double shadow = 14;
+constexpr std::size_t mostLines = 2000; // of a compartment
 
 struct Visibility {
     std::string_view keyword;
@@ -47,14 +48,14 @@ std::string featureStereotype(const Object& view, const Object& feature)
 
 std::string attributeLine(const Object& view, const Object& attribute)
 {
-    return signOf(attribute, "exportControl", "Private") + " " + (attribute.flag("static") ? "$" : "") +
-           featureStereotype(view, attribute) + (attribute.flag("derived") ? "/" : "") + cleanText(attribute.name()) +
-           typeAndValue(attribute);
+    return featureStereotype(view, attribute) + signOf(attribute, "exportControl", "Private") + " " +
+           (attribute.flag("static") ? "$" : "") + (attribute.flag("derived") ? "/" : "") +
+           cleanText(attribute.name()) + typeAndValue(attribute);
 }
 
 std::string operationLine(const Object& view, const Object& operation)
 {
-    std::string line = signOf(operation, "opExportControl", "Public") + " " + featureStereotype(view, operation) +
+    std::string line = featureStereotype(view, operation) + signOf(operation, "opExportControl", "Public") + " " +
                        cleanText(operation.name());
     if (!view.flag("ShowOperationSignature"))
         return line + "()";
@@ -104,24 +105,30 @@ std::vector<std::string> listedLines(const Object& view, const FeatureKind& kind
     return lines;
 }
 
-void addCompartment(Node& node, const FeatureKind& kind)
+void addCompartment(const Context& context, Node& node, const FeatureKind& kind)
 {
     if (node.view->flag(kind.suppressKey))
         return;
     TextBlock block;
-    block.font = node.font;
+    block.font = fontOf(*node.view, context.defaultFont);
     block.font.isItalic = false;
+    if (const Object* const compartment = node.view->object("compartment"))
+        block.font = fontOf(*compartment, block.font);
     if (!node.view->flag(kind.includeKey))
         block.lines = listedLines(*node.view, kind);
     else if (node.element)
         for (const Object* const feature : node.element->objects(kind.listKey))
             block.lines.push_back(kind.lineOf(*node.view, *feature));
+    if (block.lines.size() > mostLines) {
+        block.lines.resize(mostLines);
+        block.lines.emplace_back("\u2026");
+    }
     node.blocks.push_back(std::move(block));
 }
 
 std::string headStereotype(const Node& node)
 {
-    const std::string shown = stereotypeOf(*node.view, node.element);
+    std::string shown = stereotypeOf(*node.view, node.element);
     if (!shown.empty())
         return shown;
     const bool isMetaclass = !node.view->names().empty() && node.view->name() == "Metaclass";
@@ -158,7 +165,8 @@ void drawParameters(const Context& context, const Node& node, Svg& svg)
     const Size size = block.size(context.measure);
     const Size room = {std::max(size.width, 60.0) + 2 * padding, std::max(size.height, 40.0)};
     const Point corner = {node.rect.right, node.rect.top};
-    const Rect rect = rectAround(corner, room).movedBy(0, padding - room.height / 2);
+    const double overlap = std::min(room.width / 2, node.rect.width() / 6);
+    const Rect rect = rectAround(corner, room).movedBy(room.width / 2 - overlap, padding - room.height / 2);
     svg.rectangle(rect, dashed(node.stroke));
     svg.text(block, rect, Align::centre, context.measure);
 }
@@ -181,7 +189,7 @@ void prepareClass(const Context& context, Node& node)
     head.lines.push_back(node.name);
     node.blocks.push_back(std::move(head));
     for (const FeatureKind& kind : featureKinds)
-        addCompartment(node, kind);
+        addCompartment(context, node, kind);
     const Size size = sizeOfBlocks(context, node);
     node.least = {size.width + 2 * padding, size.height};
 }

@@ -109,7 +109,7 @@ std::string lineOf(const Object& object, std::string_view key)
 std::string nameOf(const Object& view, const Object* element)
 {
     if (const Object* const label = view.object("label"))
-        if (const std::string text = lineOf(*label, "label"); !text.empty())
+        if (std::string text = lineOf(*label, "label"); !text.empty() && !text.starts_with("$UNNAMED$"))
             return text;
     return cleanText(reader::shownName(element ? *element : view));
 }

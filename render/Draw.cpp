@@ -77,18 +77,26 @@ void draw(const Scene& scene, Svg& svg)
             drawOther(scene, *view, numbers.of(view), svg, labels);
 }
 
+// Finding the fonts takes longer than a picture.
+const TextMeasure& machineFonts()
+{
+    thread_local const PangoMeasure measure;
+    return measure;
+}
+
 } // namespace
 
 std::string svgOf(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
                   const DrawOptions& options)
 {
-    thread_local const PangoMeasure machine; // finding the fonts takes longer than a picture
-    const TextMeasure& measure = options.measure ? *options.measure : machine;
+    const TextMeasure& measure = options.measure ? *options.measure : machineFonts();
     const Context context(
         document, index, diagram, measure, options.warn ? options.warn : [](const std::string& /*text*/) {});
     const Scene scene(context);
     Svg svg;
     draw(scene, svg);
+    if (svg.isCut())
+        context.warn("there is too much in it; the rest is left out");
     return svg.finished(options.idPrefix + "diagram", cleanText(diagram.name));
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double pixelsPerUnit = 2 * 96.0 / 300;
 constexpr double pointsPerUnit = 72.0 / 300;
-constexpr double mostPixels = 64e6;
+constexpr double mostPixels = 36e6;
 constexpr double longestSide = 16000;
 constexpr double longestPage = 14400; // points; viewers of PDF files show no larger ones
 

@@ -12,7 +12,8 @@ constexpr double farAway = 900;        // labels stand nearer to their lines
 constexpr double slack = 150;          // between where a label stands and how far from the line it says it is
 constexpr Size nearOrigin = {12, 120}; // labels with a place in there have none
 constexpr double labelGap = 10;
-constexpr double tolerance = 8; // labels may overlap that far
+constexpr double tolerance = 8;     // labels may overlap that far
+constexpr double longestStep = 120; // of a label that is moved away from a box
 constexpr std::size_t mostKept = 2000;
 constexpr int qualifierAnchor = 5; // qualifiers stand in their own box
 
@@ -153,7 +154,7 @@ void Labels::drawOne(const Object& view, const Object& label, const Path& path, 
 
 Rect Labels::rectOf(const Object& view, const Object& label, const Path& path, Size size) const
 {
-    const Rect beside = rectBeside(label, path, size);
+    const Rect beside = clearOfEnds(view, rectBeside(label, path, size));
     if (!isWherePlaced(label, path))
         return beside;
     const Rect rect = rectAround(locationOf(label), size);
@@ -176,6 +177,28 @@ Rect Labels::moved(Rect rect) const
         if (other == taken.end())
             break;
         rect = rect.movedBy(0, other->bottom - rect.top);
+    }
+    return rect;
+}
+
+// Without covering the boxes at the ends of the line, if a small step is enough for that.
+Rect Labels::clearOfEnds(const Object& view, Rect rect) const
+{
+    for (const std::string_view key : {"client", "supplier"}) {
+        const Node* const node = scene.nodeOf(view, key);
+        if (!node || !node->rect.overlaps(rect))
+            continue;
+        const double right = node->rect.right - rect.left;
+        const double left = rect.right - node->rect.left;
+        const double down = node->rect.bottom - rect.top;
+        const double up = rect.bottom - node->rect.top;
+        const double step = std::min({right, left, down, up});
+        if (step > longestStep)
+            continue;
+        if (step == right || step == left)
+            rect = rect.movedBy(step == right ? step + 2 : -step - 2, 0);
+        else
+            rect = rect.movedBy(0, step == down ? step + 2 : -step - 2);
     }
     return rect;
 }

@@ -11,8 +11,6 @@ constexpr double arrowGap = 44;    // between it and the link
 constexpr double flowLength = 60;
 constexpr double flowCircle = 16;
 constexpr double crossSize = 24;
-constexpr double laneTitle = 70;
-constexpr double usualLane = 600;
 constexpr double selfHeight = 40;
 constexpr double selfWidth = 150;
 
@@ -94,7 +92,7 @@ void drawMessage(const Scene& scene, const Object& view, const std::string& numb
     labels.draw(view, path, number);
 }
 
-// A small arrow with a circle at its tail, beside the message that the data goes with.
+// A small arrow with a circle at its tail, in front of the message that the data goes with.
 void drawDataFlow(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& labels)
 {
     const Object* const message = scene.context().index.view(view, "MessView");
@@ -104,10 +102,10 @@ void drawDataFlow(const Scene& scene, const Object& view, const std::string& /*n
     const Stroke stroke = strokeOf(view);
     const double back = view.integer("dir", 1) < 0 ? -1 : 1;
     const Point along = direction(arrow.front(), arrow.back());
-    const Point middle = between(arrow.front(), arrow.back(), 0.5);
-    const Point tail = {middle.x + arrowGap * along.y - back * along.x * flowLength / 2,
-                        middle.y - arrowGap * along.x - back * along.y * flowLength / 2};
-    const Point tip = {tail.x + back * along.x * flowLength, tail.y + back * along.y * flowLength};
+    const Point middle = {arrow.back().x + along.x * flowLength, arrow.back().y + along.y * flowLength};
+    const double half = back * flowLength / 2;
+    const Point tail = {middle.x - along.x * half, middle.y - along.y * half};
+    const Point tip = {middle.x + along.x * half, middle.y + along.y * half};
     svg.ellipse(rectAround(tail, {flowCircle, flowCircle}), stroke);
     drawPath({tail, tip}, stroke, LineEnd::openArrow, svg);
     labels.draw(view, {tail, tip});
@@ -130,23 +128,10 @@ void drawAssociation(const Scene& scene, const Object& view, const std::string& 
     labels.draw(view, {junction, {junction.x + 1, junction.y}});
 }
 
-// Lanes stand beside each other from the left, as high as what the diagram shows.
 void drawSwimlane(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& /*labels*/)
 {
-    const auto widthOf = [](const Object& lane) {
-        const double width = sizeOf(lane).width;
-        return width > 0 ? width : usualLane;
-    };
-    double left = 0;
-    for (const Object* const each : scene.others()) {
-        if (each == &view)
-            break;
-        if (each->is("Swimlane"))
-            left += widthOf(*each);
-    }
     const Context& context = scene.context();
-    const Rect room = scene.room();
-    const Rect lane = {left, std::min(0.0, room.top - 2 * laneTitle), left + widthOf(view), room.bottom + laneTitle};
+    const Rect lane = scene.laneOf(view);
     const Stroke stroke = {strokeOf(view).line, std::nullopt};
     svg.rectangle(lane, stroke);
     svg.line({{lane.left, lane.top + laneTitle}, {lane.right, lane.top + laneTitle}}, stroke);

@@ -15,6 +15,7 @@ constexpr double usualNameWidth = 400;
 constexpr NodeKind kinds[] = {
     {"ActivityStateView", prepareState, drawActivity, {300, 124}, false},
     {"CategoryView", preparePackage, drawPackage, {300, 180}, false},
+    {"ClassInstanceView", prepareObject, drawObject, {220, 72}, false},
     {"ClassView", prepareClass, drawClass, {300, 110}, false},
     {"DecisionView", prepareDecision, drawDecision, {112, 80}, true},
     {"DeviceView", prepareDeployed, drawDevice, {225, 180}, false},
@@ -108,6 +109,8 @@ Node nodeOf(const Context& context, const Object& view)
     node.name = nameOf(view, node.element);
     node.icon = iconOf(view);
     node.font = fontOf(view, context.defaultFont);
+    if (const Object* const label = view.object("label"))
+        node.font = fontOf(*label, node.font);
     node.stroke = strokeOf(view);
     node.usual = node.kind->usualSize;
     node.isNamedOutside = node.kind->isNamedOutside;

@@ -37,7 +37,7 @@ void addName(const Context& context, Node& node, double width)
 
 std::string objectName(const Context& context, const Object& view, const Object* element)
 {
-    const std::string name = nameOf(view, element);
+    std::string name = nameOf(view, element);
     if (!element || name.find(':') != std::string::npos)
         return name;
     const std::string type = className(context, *element);

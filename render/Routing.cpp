@@ -118,10 +118,11 @@ void simplifyRealization(Line& line, const Node* supplier)
 
 const Object* otherRole(const Object& role)
 {
-    if (role.parent())
-        for (const Object* const each : role.parent()->objects("roles"))
-            if (each != &role)
-                return each;
+    const reader::List* const roles = role.parent() ? role.parent()->get("roles").asList() : nullptr;
+    if (roles)
+        for (const reader::Value& each : roles->values())
+            if (each.asObject() && each.asObject() != &role)
+                return each.asObject();
     return nullptr;
 }
 
@@ -180,37 +181,44 @@ Scene::End Scene::endOf(const Object& view, std::string_view key) const
     return path && !path->empty() ? End{nullptr, placeOn(*path, 0.5).point, true} : End{};
 }
 
-std::vector<const Node*> Scene::nodesOf(const Object& association) const
+// Between the boxes of the roles when the file gives no place, or one that a box covers because its text needs more
+// room than the file says.
+void Scene::findJunction(const Object& association)
 {
     std::vector<const Node*> nodes;
     for (const Object* const role : association.objects("roleview_list"))
         if (const Node* const node = nodeOf(*role, "supplier"))
             nodes.push_back(node);
-    return nodes;
+    Junction& junction = junctions[&association];
+    junction.place = locationOf(association);
+    const auto isCovered = [&](const Node* node) { return node->rect.contains(junction.place); };
+    junction.isPlaced = isPlaced(association) && std::none_of(nodes.begin(), nodes.end(), isCovered);
+    if (nodes.empty())
+        return;
+    const Node& first = *nodes.front();
+    junction.isLoop = nodes.size() > 1 && std::count(nodes.begin(), nodes.end(), &first) == std::ssize(nodes);
+    junction.firstRole = association.objects("roleview_list").front();
+    if (junction.isPlaced)
+        return;
+    junction.place = {first.rect.centre().x, first.rect.top - loopHeight};
+    if (nodes.size() == 1 || junction.isLoop)
+        return;
+    const Node& second = *nodes[1];
+    const Point a = first.rect.centre();
+    const Point b = second.rect.centre();
+    junction.place = between(clipped(first.rect, first.outline, a, b), clipped(second.rect, second.outline, b, a), 0.5);
 }
 
-// Not so when the file gives no place, or one that a box covers because its text needs more room than the file says.
-bool Scene::isJunctionPlaced(const Object& association) const
+const Scene::Junction* Scene::junctionAt(const Object& association) const
 {
-    const Point place = locationOf(association);
-    const std::vector<const Node*> nodes = nodesOf(association);
-    return isPlaced(association) &&
-           std::none_of(nodes.begin(), nodes.end(), [&](const Node* node) { return node->rect.contains(place); });
+    const auto found = junctions.find(&association);
+    return found == junctions.end() ? nullptr : &found->second;
 }
 
 Point Scene::junctionOf(const Object& association) const
 {
-    if (isJunctionPlaced(association))
-        return locationOf(association);
-    const std::vector<const Node*> nodes = nodesOf(association);
-    if (nodes.empty())
-        return locationOf(association);
-    const Rect& first = nodes.front()->rect;
-    if (nodes.size() == 1 || nodes[0] == nodes[1])
-        return {first.centre().x, first.top - loopHeight};
-    const Point a = first.centre();
-    const Point b = nodes[1]->rect.centre();
-    return between(clipped(first, nodes[0]->outline, a, b), clipped(nodes[1]->rect, nodes[1]->outline, b, a), 0.5);
+    const Junction* const junction = junctionAt(association);
+    return junction ? junction->place : locationOf(association);
 }
 
 Path Scene::pathOf(const Line& line) const
@@ -223,15 +231,15 @@ Path Scene::pathOf(const Line& line) const
     const Object* const tree = treeOf(common.index, view);
     if (tree && client.node)
         return branchPath(view, *client.node, *tree);
-    const bool isMoved = view.is("RoleView") && view.parent() && !isJunctionPlaced(*view.parent());
-    Path path = isMoved ? Path() : pointsOf(view);
+    const Junction* const junction = view.is("RoleView") && view.parent() ? junctionAt(*view.parent()) : nullptr;
+    Path path = junction && !junction->isPlaced ? Path() : pointsOf(view);
     const bool isByCentre = path.empty();
     if (isByCentre && (!client.isKnown || !supplier.isKnown))
         return path;
     if (isByCentre && client.node && client.node == supplier.node)
         return loop(client.node->rect, locationOf(view));
-    if (isByCentre && view.is("RoleView") && supplier.node && isFromAndTo(*supplier.node, view))
-        return selfRolePath(view, *supplier.node);
+    if (isByCentre && junction && junction->isLoop && supplier.node)
+        return selfRolePath(view, *supplier.node, *junction);
     if (isByCentre)
         path = {client.place, supplier.place};
     if (client.node)
@@ -241,17 +249,9 @@ Path Scene::pathOf(const Line& line) const
     return path;
 }
 
-// Whether all roles of the association of `role` end at `node`.
-bool Scene::isFromAndTo(const Node& node, const Object& role) const
+Path Scene::selfRolePath(const Object& role, const Node& node, const Junction& junction)
 {
-    const std::vector<const Node*> nodes = role.parent() ? nodesOf(*role.parent()) : std::vector<const Node*>();
-    return nodes.size() > 1 && std::count(nodes.begin(), nodes.end(), &node) == std::ssize(nodes);
-}
-
-Path Scene::selfRolePath(const Object& role, const Node& node) const
-{
-    const bool isFirst = role.parent()->objects("roleview_list").front() == &role;
-    return halfLoop(node.rect, junctionOf(*role.parent()), (isFirst ? -1 : 1) * loopWidth / 2);
+    return halfLoop(node.rect, junction.place, (junction.firstRole == &role ? -1 : 1) * loopWidth / 2);
 }
 
 Point Scene::treePoint(const Object& tree) const

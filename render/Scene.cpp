@@ -8,8 +8,9 @@ namespace render {
 
 namespace {
 
-constexpr double gap = 120;            // between boxes that the file gives no place
-constexpr double noteGap = 60;         // between a note and what it is attached to
+constexpr double gap = 120;    // between boxes that the file gives no place
+constexpr double noteGap = 60; // between a note and what it is attached to
+constexpr double usualLane = 600;
 constexpr double clearance = 12;       // around what is in a note's way
 constexpr std::size_t mostNotes = 200; // that a free place is looked for; the others stand below
 
@@ -35,10 +36,14 @@ Scene::Scene(const Context& context) : common(context)
         add(*view);
     }
     arrangeNodes();
+    for (const Object* const view : otherViews)
+        if (view->is("AssociationViewNew"))
+            findJunction(*view);
     routeAll();
     arrangeNotes();
     arrangeRest();
     routeAll();
+    arrangeLanes();
 }
 
 void Scene::add(const Object& view)
@@ -160,6 +165,21 @@ std::optional<Point> Scene::freePlaceBeside(const Rect& target, Size size) const
                 return place;
     }
     return std::nullopt;
+}
+
+// Lanes stand beside each other from the left, as high as what the diagram shows.
+void Scene::arrangeLanes()
+{
+    const Rect taken = room();
+    Rect lane = {0, std::min(0.0, taken.top - 2 * laneTitle), 0, taken.bottom + laneTitle};
+    for (const Object* const view : otherViews) {
+        if (!view->is("Swimlane"))
+            continue;
+        const double width = sizeOf(*view).width;
+        lane.left = lane.right;
+        lane.right = boundedPlace(lane.left + (width > 0 ? width : usualLane));
+        lanes.emplace(view, lane);
+    }
 }
 
 void Scene::arrangeNotes()

@@ -9,6 +9,9 @@
 
 namespace render {
 
+/// Height of the title of a swimlane.
+inline constexpr double laneTitle = 70;
+
 /// What a line ends with at its supplier.
 enum class LineEnd : std::uint8_t { none, openArrow, filledArrow, halfArrow, triangle, diamond, filledDiamond };
 
@@ -46,8 +49,7 @@ public:
     [[nodiscard]] const Path* pathOf(const Object& view, std::string_view key) const;
     /// Where the roles of an association meet.
     [[nodiscard]] Point junctionOf(const Object& association) const;
-    /// The room of all nodes.
-    [[nodiscard]] Rect room() const;
+    [[nodiscard]] Rect laneOf(const Object& swimlane) const { return lanes.at(&swimlane); }
 
 private:
     struct End {
@@ -56,14 +58,25 @@ private:
         bool isKnown = false;
     };
 
+    /// Where the roles of an association meet.
+    struct Junction {
+        Point place;
+        bool isPlaced = false; ///< the file says where
+        bool isLoop = false;   ///< all roles end at one node
+        const Object* firstRole = nullptr;
+    };
+
     void add(const Object& view);
     void addNode(const Object& view);
     void addLine(const Object& view, const LineKind& kind);
     void addRoles(const Object& association);
 
     void arrangeNodes();
+    void arrangeLanes();
     void arrangeNotes();
     void arrangeRest();
+    /// The room of all nodes that have a place.
+    [[nodiscard]] Rect room() const;
     [[nodiscard]] std::optional<Rect> targetOf(const Object& attachment, const Node*& note);
     [[nodiscard]] bool isFree(const Rect& rect) const;
     [[nodiscard]] std::optional<Point> freePlaceBeside(const Rect& target, Size size) const;
@@ -73,10 +86,9 @@ private:
     [[nodiscard]] Path pathOf(const Line& line) const;
     [[nodiscard]] Path treePath(const Object& tree) const;
     [[nodiscard]] Path branchPath(const Object& view, const Node& client, const Object& tree) const;
-    [[nodiscard]] bool isFromAndTo(const Node& node, const Object& role) const;
-    [[nodiscard]] std::vector<const Node*> nodesOf(const Object& association) const;
-    [[nodiscard]] bool isJunctionPlaced(const Object& association) const;
-    [[nodiscard]] Path selfRolePath(const Object& role, const Node& node) const;
+    void findJunction(const Object& association);
+    [[nodiscard]] const Junction* junctionAt(const Object& association) const;
+    [[nodiscard]] static Path selfRolePath(const Object& role, const Node& node, const Junction& junction);
     [[nodiscard]] Point treePoint(const Object& tree) const;
     [[nodiscard]] End endOf(const Object& view, std::string_view key) const;
     void addQualifiers(Line& line) const;
@@ -87,6 +99,8 @@ private:
     std::vector<const Object*> otherViews;
     std::unordered_map<const Object*, Node*> nodeByView;
     std::unordered_map<const Object*, std::size_t> lineByView;
+    std::unordered_map<const Object*, Junction> junctions;
+    std::unordered_map<const Object*, Rect> lanes;
 };
 
 [[nodiscard]] const LineKind* lineKindOf(const Object& view);
@@ -105,6 +119,7 @@ public:
 private:
     void drawOne(const Object& view, const Object& label, const Path& path, const std::string& number);
     [[nodiscard]] Rect rectOf(const Object& view, const Object& label, const Path& path, Size size) const;
+    [[nodiscard]] Rect clearOfEnds(const Object& view, Rect rect) const;
     [[nodiscard]] Rect moved(Rect rect) const;
 
     const Scene& scene;

@@ -12,7 +12,6 @@ constexpr Size socket = {60, 32};    // of a component
 constexpr double widestNote = 600;   // of those whose size the file leaves open
 constexpr double widestLabel = 2400; // of texts that stand free
 constexpr double tolerance = 1.08;   // fonts of other machines differ a little
-constexpr std::uint32_t white = 0xFFFFFF;
 
 const reader::Value& labelOf(const Object& view)
 {

@@ -48,13 +48,24 @@ void drawActions(const Context& context, const Node& node, Svg& svg)
              Align::left, context.measure);
 }
 
+// Around where the label stands, above what stands in the state; the whole state if the file does not say.
+Rect nameRoom(const Node& node)
+{
+    const Object* const label = node.view->object("label");
+    if (!label || !isPlaced(*label) || !node.rect.contains(locationOf(*label)))
+        return node.rect;
+    const double y = locationOf(*label).y;
+    const double half = std::max(node.font.lineHeight() / 2, std::min(y - node.rect.top, node.rect.bottom - y));
+    return {node.rect.left, y - half, node.rect.right, y + half};
+}
+
 void drawRounded(const Context& context, const Node& node, double radius, Svg& svg)
 {
     svg.rectangle(node.rect, node.stroke, radius);
     if (node.blocks.size() > 1)
         drawActions(context, node, svg);
     else
-        drawCentred(context, node, node.rect, svg);
+        drawCentred(context, node, nameRoom(node), svg);
 }
 
 } // namespace

@@ -74,7 +74,9 @@ Svg::Svg() : root(document.append_child("svg")), open(root) {}
 void Svg::beginGroup(const std::string& kind, const std::string& view, const std::string& quid,
                      const std::string& title)
 {
-    open = root.append_child("g");
+    if (isCut())
+        leftOut.reset();
+    open = (isCut() ? leftOut.append_child("g") : root.append_child("g"));
     set(open, "class", "item " + kind);
     if (!view.empty())
         set(open, "data-view", view);
@@ -100,6 +102,7 @@ void Svg::use(const Rect& rect)
 pugi::xml_node Svg::shape(const char* name, const Stroke& stroke, const Rect& bounds)
 {
     use(bounds.grownBy(stroke.width / 2));
+    ++count;
     pugi::xml_node node = open.append_child(name);
     set(node, "fill", stroke.fill ? colourText(*stroke.fill) : "none");
     set(node, "stroke", colourText(stroke.line));
@@ -157,6 +160,7 @@ void Svg::text(const std::string& line, Point place, Align align, const Font& fo
         return;
     const double left = align == Align::centre ? place.x - width / 2 : place.x;
     use({left, place.y - font.ascent(), left + width, place.y - font.ascent() + font.lineHeight()});
+    ++count;
     pugi::xml_node node = open.append_child("text");
     set(node, "x", numberText(place.x));
     set(node, "y", numberText(place.y));

@@ -24,6 +24,8 @@ enum class Align : std::uint8_t { left, centre };
 /// Builds an `svg` element, and keeps how much room it takes.
 class Svg {
 public:
+    static constexpr std::size_t mostElements = 500000;
+
     Svg();
 
     /// What is drawn until `endGroup` is in a group of the class `item KIND`.
@@ -42,7 +44,8 @@ public:
     /// A block whose first line starts at the top of `rect`, between its left and right sides.
     void text(const TextBlock& block, const Rect& rect, Align align, const TextMeasure& measure);
 
-    [[nodiscard]] const Rect& bounds() const { return room; }
+    /// Whether there was more than a picture can hold. What came later is left out.
+    [[nodiscard]] bool isCut() const { return count > mostElements; }
     /// The whole picture.
     [[nodiscard]] std::string finished(const std::string& id, const std::string& title);
 
@@ -51,8 +54,10 @@ private:
     void use(const Rect& rect);
 
     pugi::xml_document document;
+    pugi::xml_document leftOut;
     pugi::xml_node root;
     pugi::xml_node open;
+    std::size_t count = 0; ///< of shapes and texts
     Rect room;
     bool isEmpty = true;
 };

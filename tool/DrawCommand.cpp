@@ -13,6 +13,7 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <set>
 
 namespace {
@@ -86,15 +87,19 @@ class FileNames {
 public:
     std::string nameFor(const Diagram& diagram, const std::string& ending)
     {
+        const std::string kind(reader::diagramKindName(diagram.kind));
         std::string name = safeName(diagram.name);
         if (name.empty())
-            name = std::string(reader::diagramKindName(diagram.kind)) + " diagram";
-        const std::string owner = diagram.owner ? safeName(reader::shownName(*diagram.owner)) : std::string();
+            name = kind + " diagram";
         std::string unique = name;
-        if (isTaken(unique, ending) && !owner.empty())
-            unique = name += " (" + owner + ")";
-        for (std::size_t number = 2; isTaken(unique, ending); ++number)
-            unique = name + " " + std::to_string(number);
+        if (isTaken(unique, ending))
+            unique = name + " (" + kind + ")";
+        if (isTaken(unique, ending) && diagram.owner)
+            unique = name + " (" + safeName(reader::shownName(*diagram.owner)) + ")";
+        const std::string numbered = unique;
+        std::size_t& number = numbers[lowerCase(numbered)];
+        while (isTaken(unique, ending))
+            unique = numbered + " " + std::to_string(++number + 1);
         taken.insert(lowerCase(unique + ending));
         return unique + ending;
     }
@@ -106,6 +111,7 @@ private:
     }
 
     std::set<std::string> taken;
+    std::map<std::string, std::size_t> numbers; ///< the last behind each name
 };
 
 class Drawing {

@@ -1,0 +1,53 @@
+#include "render/Draw.h"
+#include "render/Text.h"
+#include "Target.h"
+
+#include <pugixml.hpp>
+
+#include <cstdlib>
+#include <string>
+
+// The bytes of a petal file. Whatever its diagrams hold, each becomes a picture that is XML and of bounded size.
+namespace {
+
+constexpr double longestSide = 100000; // pixels
+
+class EqualLetters final : public render::TextMeasure {
+public:
+    [[nodiscard]] double width(const std::string& line, const render::Font& font) const override
+    {
+        return static_cast<double>(line.size()) * font.em() / 2;
+    }
+};
+
+void checkPicture(const std::string& svg)
+{
+    pugi::xml_document picture;
+    require(static_cast<bool>(picture.load_string(svg.c_str())), "well-formed XML");
+    const pugi::xml_node root = picture.child("svg");
+    for (const char* const side : {"width", "height"}) {
+        const double length = root.attribute(side).as_double(-1);
+        require(length > 0 && length < longestSide, "a picture of bounded size");
+    }
+    require(svg.find("<script") == std::string::npos, "texts that stay texts");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const EqualLetters measure;
+    render::DrawOptions drawing;
+    drawing.measure = &measure;
+    reader::ReadOptions reading;
+    reading.readsUnits = false;
+    try {
+        const reader::Document document(std::string(asText(data, size)), "fuzzed.mdl", reading);
+        const reader::Index index(document);
+        for (const reader::Diagram& diagram : index.diagrams())
+            checkPicture(render::svgOf(document, index, diagram, drawing));
+    } catch (const reader::NotPetal& error) {
+        require(*error.what() != '\0', "a reason for refusing a file");
+    }
+    return 0;
+}

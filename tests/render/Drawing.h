@@ -1,0 +1,61 @@
+#pragma once
+
+#include "reader/Index.h"
+#include "render/Draw.h"
+#include "render/Text.h"
+
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// All letters are alike here, so that pictures do not depend on the fonts of the machine.
+class EqualLetters final : public render::TextMeasure {
+public:
+    [[nodiscard]] double width(const std::string& line, const render::Font& font) const override
+    {
+        const auto starts = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+        return static_cast<double>(std::count_if(line.begin(), line.end(), starts)) * font.em() / 2;
+    }
+};
+
+inline std::string textOfFile(const std::string& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+// A file of which pictures are drawn.
+class Drawn {
+public:
+    explicit Drawn(std::string text) : document(std::move(text), "test.mdl"), index(document) {}
+
+    [[nodiscard]] std::string picture(const reader::Diagram& diagram, const std::string& prefix = "")
+    {
+        render::DrawOptions options;
+        options.idPrefix = prefix;
+        options.measure = &measure;
+        options.warn = [this](const std::string& text) { warnings.push_back(text); };
+        return render::svgOf(document, index, diagram, options);
+    }
+
+    reader::Document document;
+    reader::Index index;
+    EqualLetters measure;
+    std::vector<std::string> warnings;
+};
+
+// A model with one class diagram of these items, and these classes.
+inline std::string modelOf(const std::string& items, const std::string& classes = "")
+{
+    return "\n(object Petal\n version 45\n charSet 0)\n(object Design \"Logical View\"\nroot_category (object "
+           "Class_Category \"Logical View\"\nlogical_models (list l " +
+           classes + ")\nlogical_presentations (list l (object ClassDiagram \"Main\" items (list diagram_item_list " +
+           items + "))))))";
+}

@@ -1,0 +1,257 @@
+#include "Drawing.h"
+
+#include <cstdlib>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* folder = PETAL_SOURCE_DIR "/tests/render/";
+
+std::string goldenFile(const reader::Diagram& diagram)
+{
+    return std::string(folder).append("golden/").append(diagram.name).append(".svg");
+}
+
+double number(const pugi::xml_node& node, const char* name)
+{
+    return node.attribute(name).as_double();
+}
+
+render::Rect rectOf(const pugi::xml_node& node)
+{
+    const double x = number(node, "x");
+    const double y = number(node, "y");
+    return {x, y, x + number(node, "width"), y + number(node, "height")};
+}
+
+render::Path pointsOf(const pugi::xml_node& line)
+{
+    std::istringstream stream(line.attribute("points").value());
+    render::Path path;
+    char comma = 0;
+    for (render::Point point; stream >> point.x >> comma >> point.y;)
+        path.push_back(point);
+    return path;
+}
+
+pugi::xml_node itemOf(const pugi::xml_document& svg, int view)
+{
+    return svg.child("svg").find_child_by_attribute("data-view", std::to_string(view).c_str());
+}
+
+// A picture of items as a tree.
+struct Parsed {
+    explicit Parsed(const std::string& items, const std::string& classes = "") : drawn(modelOf(items, classes))
+    {
+        text = drawn.picture(drawn.index.diagrams().front());
+        isWellFormed = static_cast<bool>(svg.load_string(text.c_str()));
+    }
+
+    Drawn drawn;
+    std::string text;
+    pugi::xml_document svg;
+    bool isWellFormed = false;
+};
+
+// With PETAL_UPDATE_GOLDEN the kept pictures are written anew.
+TEST(Picture, IsTheOneThatWasLookedAt)
+{
+    Drawn drawn(textOfFile(std::string(folder) + "models/everything.mdl"));
+    EXPECT_EQ(drawn.index.diagrams().size(), 9U);
+    for (const reader::Diagram& diagram : drawn.index.diagrams()) {
+        const std::string picture = drawn.picture(diagram);
+        if (std::getenv("PETAL_UPDATE_GOLDEN"))
+            std::ofstream(goldenFile(diagram), std::ios::binary) << picture;
+        EXPECT_EQ(picture, textOfFile(goldenFile(diagram))) << diagram.name;
+    }
+    EXPECT_THAT(drawn.warnings, ElementsAre("items of the kind HologramView are not known; drawn plainly",
+                                            "items of the kind BeamView are not known; drawn plainly"));
+}
+
+TEST(Picture, HasNoIdsOfAnother)
+{
+    Drawn drawn(modelOf(""));
+    const reader::Diagram& diagram = drawn.index.diagrams().front();
+    EXPECT_THAT(drawn.picture(diagram, "p1-"), HasSubstr("id=\"p1-"));
+    EXPECT_THAT(drawn.picture(diagram, "p1-"), Not(HasSubstr("id=\"diagram")));
+}
+
+TEST(Picture, KeepsTextsOfTheFileText)
+{
+    const struct {
+        const char* name;
+        const char* shown; // in the picture's source
+    } rows[] = {
+        {"<script>alert(1)</script>", "&lt;script&gt;alert(1)&lt;/script&gt;"},
+        {"a\x01\x1b[31mb\x7f", "a[31mb"},
+        {"]]>&amp;", "]]&gt;&amp;amp;"},
+        {"\\\"quoted\\\"", "\"quoted\""},
+    };
+    for (const auto& row : rows) {
+        const std::string name = std::string("\"").append(row.name).append("\"");
+        Parsed picture("(object ClassView \"Class\" " + name + " @1 location (100, 100) icon " + name +
+                           " label (object ItemLabel label " + name + "))",
+                       "(object Class " + name + " quid \"3ABD00000001\")");
+        EXPECT_TRUE(picture.isWellFormed) << row.name;
+        EXPECT_THAT(picture.text, HasSubstr(std::string(">").append(row.shown).append("</text>"))) << row.name;
+        EXPECT_THAT(picture.text, Not(HasSubstr("<script"))) << row.name;
+    }
+}
+
+TEST(Picture, StaysWithinBoundsWhateverTheFileSays)
+{
+    const char* const rows[] = {
+        "(object ClassView \"Class\" \"A\" @1 location (99999999999999999999, -1e308) width 1e300 height -5)",
+        "(object ClassView \"Class\" \"A\" @1 location (9, 9) font (object Font size 1000000 face \"'\\\" onload=x\"))",
+        "(object AttachView \"\" @1 client @2 supplier @2) (object AttachView \"\" @2 client @1 supplier @1)",
+        "(object StateView \"Normal\" \"A\" @1 Parent_View @2) (object StateView \"Normal\" \"B\" @2 Parent_View @1)",
+        "(object InheritView \"\" @1 client @1 supplier @1 drawSupplier @1 vertices (list Points))",
+        "(object InheritTreeView \"\" @1 supplier @1 vertices (list Points (1,1)))",
+        "(object AssociationViewNew \"\" @1 roleview_list (list RoleViews (object RoleView \"\" @2 client @1)))",
+        "(object MessView \"\" @1 object_arc @1) (object DataFlowView \"\" @2 MessView @2)",
+        "(object SelfMessView \"\" @1 client @1) (object InterMessView \"\" @2) (object LinkSelfView \"\" @3)",
+        "(object InterObjView \"\" @1 Focus_Of_Control (object Focus_Of_Control \"\" @2 height 1e99))",
+        "(object Swimlane \"\" @1 width -1) (object SynchronizationView) (object DecisionView) (object Label)",
+        "(object RoleView \"\" @1) (object NoteView) (object) (object \"\" \"\")",
+    };
+    for (const char* const row : rows) {
+        const Parsed picture(row);
+        EXPECT_TRUE(picture.isWellFormed) << row;
+        EXPECT_LT(number(picture.svg.child("svg"), "width"), 100000) << row;
+        EXPECT_LT(number(picture.svg.child("svg"), "height"), 100000) << row;
+        EXPECT_THAT(picture.text, Not(HasSubstr("nan"))) << row;
+    }
+}
+
+TEST(Picture, LetsNoTextSpillOverItsBox)
+{
+    const struct {
+        const char* item;
+        const char* longest; // all of the text, or its longest line
+    } rows[] = {
+        {R"((object ClassView "Class" "A" @1 location (500, 500) width 40 height 20 label (object ItemLabel
+label "A name that is much longer than the box")))",
+         "A name that is much longer than the box"},
+        {R"((object ClassView "Class" "Logical View::Wide" @1 location (500, 500) width 40 height 20
+IncludeAttribute TRUE ShowOperationSignature TRUE))",
+         "- anAttributeWithALongName : Type"},
+        {R"((object NoteView @1 location (500, 500) width 100 height 40 label (object ItemLabel
+label "several words in a small note with an-unusually-long-one")))",
+         "an-unusually-long-one"},
+        {R"((object ModView "Logical View::long-component-name.dll" @1 location (500, 500) width 60 height 40))",
+         "long-component-name.dll"},
+        {R"((object ActivityStateView "a longish activity" @1 location (500, 500) width 60 height 40))", "activity"},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(row.item, R"((object Class "Wide" quid "3ABD00000001"
+class_attributes (list l (object ClassAttribute "anAttributeWithALongName" type "Type"))))");
+        const pugi::xml_node item = itemOf(picture.svg, 1);
+        const pugi::xml_node text = item.find_child([&](const pugi::xml_node& node) {
+            return std::string_view(node.name()) == "text" &&
+                   std::string_view(node.text().get()).ends_with(row.longest);
+        });
+        ASSERT_TRUE(text) << row.item << picture.text;
+        const bool isCentred = text.attribute("text-anchor");
+        const double width = picture.drawn.measure.width(text.text().get(), {});
+        const double left = number(text, "x") - (isCentred ? width / 2 : 0);
+        const pugi::xml_node shape = item.child("rect") ? item.child("rect") : item.child("polygon");
+        const render::Path outline = shape.attribute("points") ? pointsOf(shape) : render::Path();
+        const render::Rect rect =
+            outline.empty() ? rectOf(shape) : render::Rect{outline[0].x, outline[0].y, outline[2].x, outline[3].y};
+        EXPECT_TRUE(rect.contains({left, number(text, "y")})) << row.item;
+        EXPECT_TRUE(rect.contains({left + width, number(text, "y")})) << row.item;
+    }
+}
+
+TEST(Lines, EndAtTheirBoxes)
+{
+    const struct {
+        const char* points;
+        render::Point start;
+        render::Point end;
+    } rows[] = {
+        {"", {250, 200}, {750, 200}},
+        {"vertices (list Points (200, 200) (200, 400) (800, 400) (800, 200))", {200, 250}, {800, 250}},
+        {"origin_attachment (248, 180) terminal_attachment (752, 180)", {250, 180}, {750, 180}},
+        {"vertices (list Points (190, 190) (210, 210) (500, 210) (810, 210) (790, 190))", {250, 210}, {750, 210}},
+        {"vertices (list Points (500, 500) (900, 500) (900, 300))", {250, 300}, {850, 240}},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(std::string(R"((object ClassView "Class" "A" @1 location (200, 200) width 100 height 100)
+(object ClassView "Class" "B" @2 location (800, 200) width 100 height 100)
+(object AttachView "" @3 client @1 supplier @2 )") +
+                             row.points + ")");
+        const render::Path path = pointsOf(itemOf(picture.svg, 3).child("polyline"));
+        ASSERT_GE(path.size(), 2U) << row.points;
+        EXPECT_LT(render::distance(path.front(), row.start), 60) << row.points << path.front().x << path.front().y;
+        EXPECT_LT(render::distance(path.back(), row.end), 60) << row.points;
+        for (const int view : {1, 2})
+            for (const render::Point& point : {path.front(), path.back()})
+                EXPECT_FALSE(rectOf(itemOf(picture.svg, view).child("rect")).grownBy(-2).contains(point)) << row.points;
+    }
+}
+
+TEST(Lines, ShowWhatARoleIs)
+{
+    const struct {
+        const char* role;
+        const char* other;
+        const char* shape; // at the role's end
+        bool isFilled;
+    } rows[] = {
+        {"", "", "", false},
+        {"is_navigable TRUE", "is_navigable TRUE", "", false},
+        {"is_navigable TRUE", "", "arrow", false},
+        {"is_navigable TRUE is_aggregate TRUE", "", "diamond", false},
+        {"is_aggregate TRUE", "Containment \"By Value\"", "diamond", true},
+        {"is_aggregate TRUE Containment \"By Value\"", "", "diamond", true},
+        {"is_aggregate TRUE", "Containment \"By Reference\"", "diamond", false},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(R"((object ClassView "Class" "A" @1 location (200, 200))
+(object ClassView "Class" "B" @2 location (1200, 200))
+(object AssociationViewNew "" @3 location (700, 200) roleview_list (list RoleViews
+(object RoleView "" @4 quidu "3ABD00000004" client @3 supplier @1)
+(object RoleView "" @5 quidu "3ABD00000005" client @3 supplier @2))))",
+                             std::string("(object Association \"\" roles (list l (object Role \"a\" quid "
+                                         "\"3ABD00000004\" ") +
+                                 row.role + ") (object Role \"b\" quid \"3ABD00000005\" " + row.other + ")))");
+        const pugi::xml_node item = itemOf(picture.svg, 4);
+        const pugi::xml_node diamond = item.child("polygon");
+        const bool hasArrow = std::distance(item.children("polyline").begin(), item.children("polyline").end()) == 2;
+        EXPECT_EQ(hasArrow, std::string_view(row.shape) == "arrow") << row.role;
+        EXPECT_EQ(static_cast<bool>(diamond), std::string_view(row.shape) == "diamond") << row.role;
+        const std::string_view fill = diamond ? diamond.attribute("fill").value() : "#ffffff";
+        EXPECT_EQ(fill != "#ffffff", row.isFilled) << row.role;
+    }
+}
+
+TEST(Arrangement, FindsPlacesForWhatHasNone)
+{
+    const Parsed picture(R"((object ClassView "Class" "A" @1 location (0, 0) width 600 height 300)
+(object ClassView "Class" "B" @2 location (0, 0) width 600 height 300)
+(object ClassView "Class" "C" @3 location (3000, 3000) width 600 height 300)
+(object NoteView @4 location (0, 0) label (object ItemLabel label "beside C"))
+(object AttachView "" @5 client @4 supplier @3)
+(object Label @6 location (0, 0) label "title")
+(object UsesView "" @7 client @1 supplier @2 stereotype (object SegLabel @8 location (12, -60) label "<<use>>")))");
+    std::vector<render::Rect> rects;
+    for (const int view : {1, 2, 3})
+        rects.push_back(rectOf(itemOf(picture.svg, view).child("rect")));
+    const render::Path note = pointsOf(itemOf(picture.svg, 4).child("polygon"));
+    ASSERT_EQ(note.size(), 5U);
+    rects.push_back({note[0].x, note[0].y, note[3].x, note[3].y});
+    for (std::size_t a = 0; a < rects.size(); ++a)
+        for (std::size_t b = 0; b < a; ++b)
+            EXPECT_FALSE(rects[a].overlaps(rects[b])) << a << " and " << b;
+    EXPECT_TRUE(rects[2].grownBy(100).overlaps(rects[3]));
+    const pugi::xml_node uses = itemOf(picture.svg, 7);
+    const render::Point label = {number(uses.child("text"), "x"), number(uses.child("text"), "y")};
+    EXPECT_LT(render::distance(pointsOf(uses.child("polyline")), label), 300);
+    EXPECT_TRUE(itemOf(picture.svg, 6).child("text"));
+}
+
+} // namespace

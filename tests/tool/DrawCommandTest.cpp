@@ -1,0 +1,112 @@
+#include "support/Process.h"
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Words = std::vector<std::string>;
+
+std::string diagram(const std::string& kind, const std::string& name)
+{
+    return "(object " + kind + " \"" + name +
+           "\" items (list diagram_item_list (object ClassView \"Class\" \"A\" @1 location (9, 9))))\n";
+}
+
+class DrawCommand : public testing::Test {
+protected:
+    DrawCommand()
+    {
+        const std::string start =
+            "\n(object Petal\n version 42\n charSet 0)\n(object Design \"Logical View\"\n"
+            "root_category (object Class_Category \"Logical View\" logical_presentations (list l\n";
+        folder.write("two.mdl", start + diagram("ClassDiagram", "Main") + diagram("Tier_Diagram", "Tiers") + ")))");
+        folder.write("none.mdl", start + ")))");
+        folder.write("names.mdl", start + diagram("ClassDiagram", "Main") + diagram("ClassDiagram", "MAIN") +
+                                      diagram("UseCaseDiagram", "main") + diagram("ClassDiagram", "Main") +
+                                      diagram("ClassDiagram", "Main") + diagram("ClassDiagram", "") +
+                                      diagram("ClassDiagram", "../../etc/x") + diagram("ClassDiagram", "..") +
+                                      diagram("ClassDiagram", "a\x01 ") + diagram("ClassDiagram", "Nul") +
+                                      diagram("ClassDiagram", std::string(300, 'n')) + ")))");
+        folder.write("other.txt", "{}");
+        folder.write("kept.svg", "as it was");
+    }
+
+    [[nodiscard]] ProcessResult run(const Words& arguments, const std::string& input = "") const
+    {
+        Words all = {"draw"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return runProcess({PETAL_COMMAND, all, folder.path(), input, {}});
+    }
+
+    [[nodiscard]] std::set<std::string> namesIn(const std::string& name) const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(folder.path() / name))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(DrawCommand, EndsWithACodeAndAMessage)
+{
+    const struct {
+        Words arguments;
+        int exitCode;
+        const char* output;
+        const char* errors;
+    } rows[] = {
+        {{"two.mdl", "--list"}, 0, "class\tLogical View::Main\nthree-tier\tLogical View::Tiers\n", ""},
+        {{"two.mdl", "--diagram", "Main", "-o", "-"}, 0, "<svg ", ""},
+        {{"two.mdl", "--diagram", "Logical View::Tiers", "-o", "-", "--format", "pdf"}, 0, "%PDF", ""},
+        {{"two.mdl", "--diagram", "Main", "-o", "main.PNG"}, 0, "", ""},
+        {{"two.mdl", "-o", "-"}, 2, "", "standard output takes one diagram, not 2; name it with --diagram"},
+        {{"two.mdl", "-o", "kept.svg"}, 2, "", "kept.svg takes one diagram, not 2"},
+        {{"two.mdl", "--diagram", "Mian"}, 2, "", "there is no diagram 'Mian'; did you mean 'Main'?"},
+        {{"two.mdl", "--format", "gif"}, 2, "", "svg, png or pdf expected, found 'gif'"},
+        {{"two.mdl", "--diagram", "Main", "-o", "other.txt/x"}, 1, "", "petal: other.txt/x: "},
+        {{"none.mdl"}, 0, "", "petal: none.mdl: there are no diagrams in it"},
+        {{"other.txt"}, 3, "", "petal: other.txt: no petal file"},
+        {{"missing.mdl"}, 3, "", "petal: missing.mdl: No such file"},
+        {{"-"}, 3, "", "petal: standard input: no petal file"},
+    };
+    for (const auto& row : rows) {
+        const ProcessResult result = run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << testing::PrintToString(row.arguments) << result.errors;
+        EXPECT_THAT(result.output, StartsWith(row.output)) << testing::PrintToString(row.arguments);
+        EXPECT_THAT(result.errors, HasSubstr(row.errors)) << testing::PrintToString(row.arguments);
+    }
+    EXPECT_EQ(folder.read("kept.svg"), "as it was");
+    EXPECT_THAT(folder.read("main.PNG"), StartsWith("\x89PNG"));
+}
+
+TEST_F(DrawCommand, MakesNamesThatAreSafeAndDiffer)
+{
+    EXPECT_EQ(run({"names.mdl", "-o", "pictures"}).exitCode, 0);
+    EXPECT_EQ(
+        namesIn("pictures"),
+        (std::set<std::string>{"Main.svg", "MAIN (class).svg", "main (use case).svg", "Main (Logical View).svg",
+                               "Main (Logical View) 2.svg", "class diagram.svg", "_.._.._etc_x.svg",
+                               "class diagram (class).svg", "a.svg", "_Nul.svg", std::string(100, 'n') + ".svg"}));
+}
+
+TEST_F(DrawCommand, DrawsWhatTheExportWrites)
+{
+    const ProcessResult exported = runProcess(
+        {PETAL_COMMAND, {"export", PETAL_SOURCE_DIR "/examples/orders.model.json", "-o", "-"}, folder.path(), "", {}});
+    const ProcessResult drawn = run({"-", "-o", "pictures"}, exported.output);
+    EXPECT_EQ(drawn.exitCode, 0);
+    EXPECT_EQ(drawn.errors, "");
+    EXPECT_EQ(namesIn("pictures").size(), 9U);
+}
+
+} // namespace
