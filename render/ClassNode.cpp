@@ -7,7 +7,6 @@ namespace render {
 namespace {
 
 constexpr double shadow = 14;
-constexpr std::size_t mostLines = 2000; // of a compartment
 
 struct Visibility {
     std::string_view keyword;
@@ -117,10 +116,13 @@ void addCompartment(const Context& context, Node& node, const FeatureKind& kind)
     if (!node.view->flag(kind.includeKey))
         block.lines = listedLines(*node.view, kind);
     else if (node.element)
-        for (const Object* const feature : node.element->objects(kind.listKey))
+        for (const Object* const feature : node.element->objects(kind.listKey)) {
             block.lines.push_back(kind.lineOf(*node.view, *feature));
-    if (block.lines.size() > mostLines) {
-        block.lines.resize(mostLines);
+            if (block.lines.size() > context.mostLines)
+                break;
+        }
+    if (block.lines.size() > context.mostLines) {
+        block.lines.resize(context.mostLines);
         block.lines.emplace_back("\u2026");
     }
     node.blocks.push_back(std::move(block));

@@ -10,6 +10,9 @@ namespace {
 constexpr std::uint32_t maroon = 3342489;
 constexpr std::uint32_t lightYellow = 13434879;
 constexpr std::uint32_t white = 0xFFFFFF;
+constexpr std::size_t linesOfAll = 200000; // in the compartments of a diagram
+constexpr std::size_t linesOfOne = 2000;
+constexpr std::size_t fewestLines = 50;
 constexpr double smallestFont = 4;
 constexpr double largestFont = 144;
 
@@ -41,6 +44,9 @@ Context::Context(const reader::Document& document, const reader::Index& index, c
     if (const Object* const font = defaults ? defaults->object("defaultFont") : nullptr)
         defaultFont = fontOf(*font, defaultFont);
     defaultFont.isUnderlined = false;
+    const reader::List* const items = diagram.object->get("items").asList();
+    mostLines =
+        std::clamp(linesOfAll / std::max<std::size_t>(items ? items->values().size() : 0, 1), fewestLines, linesOfOne);
 }
 
 Font fontOf(const Object& view, const Font& otherwise)

@@ -23,6 +23,7 @@ struct Context {
     const TextMeasure& measure;
     std::function<void(const std::string&)> warn;
     Font defaultFont;
+    std::size_t mostLines; ///< of a compartment; fewer when there are many items, so that their product is bounded
 };
 
 /// The font of a view or label; what it leaves open is as in `otherwise`.

@@ -11,6 +11,7 @@ namespace render {
 namespace {
 
 constexpr double margin = 24;
+constexpr std::size_t longLine = 100; // a longer one takes as much room as several elements
 constexpr double pixelsPerUnit = 96.0 / 300;
 constexpr std::uint32_t white = 0xFFFFFF;
 
@@ -160,7 +161,7 @@ void Svg::text(const std::string& line, Point place, Align align, const Font& fo
         return;
     const double left = align == Align::centre ? place.x - width / 2 : place.x;
     use({left, place.y - font.ascent(), left + width, place.y - font.ascent() + font.lineHeight()});
-    ++count;
+    count += 1 + line.size() / longLine;
     pugi::xml_node node = open.append_child("text");
     set(node, "x", numberText(place.x));
     set(node, "y", numberText(place.y));

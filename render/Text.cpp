@@ -26,7 +26,12 @@ constexpr double widestUnbroken = 1500;
 // Longer lines are not measured letter by letter: nobody reads them.
 constexpr std::size_t longestLine = 4000;
 
+// What is drawn of a text, in bytes.
+constexpr std::size_t longestText = 10000;
+
+// Of widths that are kept, and of lines whose widths are.
 constexpr std::size_t mostWidths = 20000;
+constexpr std::size_t longestKept = 200;
 
 bool isContinuation(char byte)
 {
@@ -118,6 +123,8 @@ PangoMeasure::~PangoMeasure() = default;
 
 double PangoMeasure::width(const std::string& line, const Font& font) const
 {
+    if (line.size() > longestKept)
+        return layout->measure(line, font);
     const std::string key = std::to_string(font.size)
                                 .append(font.isBold ? "b" : "")
                                 .append(font.isItalic ? "i" : "")
@@ -141,7 +148,10 @@ double PangoMeasure::Layout::measure(const std::string& line, const Font& font) 
     pango_font_description_set_weight(description.get(), font.isBold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_font_description_set_style(description.get(), font.isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
     pango_layout_set_font_description(layout.get(), description.get());
-    pango_layout_set_text(layout.get(), line.data(), static_cast<int>(std::min(line.size(), longestLine)));
+    std::size_t length = std::min(line.size(), longestLine);
+    while (length < line.size() && isContinuation(line[length]))
+        --length;
+    pango_layout_set_text(layout.get(), line.data(), static_cast<int>(length));
     int width = 0;
     pango_layout_get_size(layout.get(), &width, nullptr);
     return static_cast<double>(width) / PANGO_SCALE;
@@ -151,6 +161,8 @@ std::string cleanText(std::string_view text, bool keepsLines)
 {
     std::string result;
     for (std::size_t at = 0; at < text.size();) {
+        if (result.size() >= longestText)
+            return result.append("\u2026");
         const std::size_t end = nextCharacter(text, at);
         const std::string_view character = text.substr(at, end - at);
         const auto lead = static_cast<unsigned char>(character[0]);
