@@ -36,7 +36,7 @@ public:
         std::swap(storage, other.storage);
         return *this;
     }
-    ~KivString() { release(storage); }
+    ~KivString() { release(storage); } // NOLINT(clang-analyzer-cplusplus.NewDelete): it does not follow the count
 
     /// Length in bytes, the terminating zero not counted.
     [[nodiscard]] std::size_t length() const noexcept { return storage ? storage->length : 0; }
