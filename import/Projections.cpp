@@ -124,10 +124,13 @@ void Projections::addAssociation(const Diagram& diagram, const Line& line, const
     auto& ends = ofEnds[line.elementId];
     ends.resize(places.size());
     for (std::size_t i = 0; i < places.size(); ++i) {
-        Points& part = i == 0 ? split.toFirst : split.toLast;
+        Points part; // of the line; of more than two ends none has one
+        if (i == 0)
+            part = std::move(split.toFirst);
+        else if (i == 1)
+            part = std::move(split.toLast);
         const Point far = part.empty() ? centreOf(*places[i]) : part.back();
-        ends[i].push_back(
-            {diagram.id, at(middleOf(split.middle, far)), i < 2 ? std::move(part) : Points(), true, &line.appearance});
+        ends[i].push_back({diagram.id, at(middleOf(split.middle, far)), std::move(part), true, &line.appearance});
     }
 }
 

@@ -89,7 +89,7 @@ std::string textOf(const Multiplicity& multiplicity)
 {
     if (!multiplicity.text.empty())
         return multiplicity.text;
-    const std::string upper = multiplicity.upper < 0 ? "*" : std::to_string(multiplicity.upper);
+    std::string upper = multiplicity.upper < 0 ? "*" : std::to_string(multiplicity.upper);
     if (multiplicity.lower == multiplicity.upper)
         return upper;
     return std::to_string(multiplicity.lower) + ".." + upper;
