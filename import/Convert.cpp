@@ -3,6 +3,7 @@
 #include "DataTypes.h"
 #include "Documentation.h"
 #include "JsonWriter.h"
+#include "Kinds.h"
 #include "Projections.h"
 #include "Selection.h"
 #include "Texts.h"
@@ -201,19 +202,6 @@ private:
             json.endObject();
         }
         json.endList();
-    }
-
-    static std::string_view keyOf(RelationshipKind kind)
-    {
-        switch (kind) {
-        case RelationshipKind::Generalization:
-            return "generalization";
-        case RelationshipKind::Realization:
-            return "realization";
-        case RelationshipKind::Dependency:
-            break;
-        }
-        return "dependency";
     }
 
     void writeContent(const Classifier& classifier)

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <string_view>
 
-// What a format calls the kinds of elements: tables with a row for each.
+// The kinds of elements and what they are called: in the formats, by tables with a row for each, and in a model file.
 
 namespace design {
 
@@ -27,6 +27,20 @@ struct NamedRelationship {
     const char* client;
     const char* supplier;
 };
+
+/// What a relation is called, in a model file and in messages.
+[[nodiscard]] constexpr std::string_view keyOf(RelationshipKind kind)
+{
+    switch (kind) {
+    case RelationshipKind::Generalization:
+        return "generalization";
+    case RelationshipKind::Realization:
+        return "realization";
+    case RelationshipKind::Dependency:
+        break;
+    }
+    return "dependency";
+}
 
 /// The row of that type, or null.
 template <class Row, std::size_t size>

@@ -1,6 +1,7 @@
 #include "References.h"
 
 #include "Catalogue.h"
+#include "Kinds.h"
 #include "Walk.h"
 
 #include <algorithm>
@@ -47,19 +48,6 @@ void requireIdentifier(Element& element, NewIdentifiers& identifiers)
 {
     if (element.id.empty())
         element.id = identifiers.make();
-}
-
-std::string_view wordFor(RelationshipKind kind)
-{
-    switch (kind) {
-    case RelationshipKind::Generalization:
-        return "generalization";
-    case RelationshipKind::Realization:
-        return "realization";
-    case RelationshipKind::Dependency:
-        break;
-    }
-    return "dependency";
 }
 
 class EndResolver {
@@ -146,7 +134,7 @@ private:
         if (reason.empty())
             reason = resolve(relationship.supplier);
         if (!reason.empty())
-            report.left(wordFor(relationship.kind), relationship.id, relationship.name, reason);
+            report.left(keyOf(relationship.kind), relationship.id, relationship.name, reason);
         return reason.empty();
     }
 

@@ -417,9 +417,9 @@ private:
     {
         std::string text;
         forEachIn(object, key, [&](const Object& condition) {
-            const std::string_view specification = textIn(condition, "specification");
+            const std::string_view body = textIn(condition, "specification");
             text += text.empty() ? "" : "\n";
-            text += specification.empty() ? nameOf(condition) : specification;
+            text += body.empty() ? nameOf(condition) : body;
         });
         return text;
     }
