@@ -17,6 +17,8 @@ file(RELATIVE_PATH petal_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${petal_bin_to_lib}")
 
 add_library(petal-compiling INTERFACE)
+# What a library of this project defines is not replaced by another's, so calls within it go straight there.
+target_compile_options(petal-compiling INTERFACE -fno-semantic-interposition -fno-plt)
 # Coordinates are scaled operation by operation; a fused multiply-add would round differently.
 target_compile_options(petal-compiling INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror -ffp-contract=off)
 

@@ -4,9 +4,6 @@
 
 namespace {
 
-// Of how many operations of a class the arguments are asked for before they are visited.
-constexpr std::size_t mostFetched = 16;
-
 } // namespace
 
 KivArgument::KivArgument() : KivModelObject(KivElementType::Argument) {}
@@ -19,29 +16,53 @@ void KivOperation::_depthTraversal(KivTraversalOperation& operation, void* conte
     visitAll(arguments, operation, context);
 }
 
-void KivClass::fetchParts() const noexcept
+void KivClass::fetch(int step) const noexcept
 {
-    fetchBytes(sizeof(KivClass));
-    attributes.fetchPlaces();
-    operations.fetchPlaces();
-}
-
-void KivClass::fetchContents() const noexcept
-{
-    attributes.fetchElements();
-    operations.fetchElements();
+    switch (step) {
+    case 0:
+        fetchBytes(sizeof(KivClass));
+        return;
+    case 1:
+        attributes.fetchPlaces();
+        operations.fetchPlaces();
+        return;
+    case 2:
+        attributes.fetchElements();
+        operations.fetchEach([](const KivOperation& each) {
+            fetchMemory(&each);
+            fetchMemory(&each.arguments);
+        });
+        return;
+    case 3:
+        operations.fetchEach([](const KivOperation& each) { each.arguments.fetchPlaces(); });
+        return;
+    case 4:
+        operations.fetchEach([](const KivOperation& each) { each.arguments.fetchElements(); });
+        return;
+    case 5:
+        fetchTexts();
+        attributes.fetchEach([](const KivAttribute& each) {
+            each.fetchTexts();
+            fetchMemory(&each.type);
+        });
+        operations.fetchEach([](const KivOperation& each) { each.fetchTexts(); });
+        return;
+    case 6:
+        operations.fetchEach([](const KivOperation& each) {
+            each.arguments.fetchEach([](const KivArgument& argument) {
+                argument.fetchTexts();
+                fetchMemory(&argument.type);
+            });
+        });
+        return;
+    default:
+        return;
+    }
 }
 
 void KivClass::_depthTraversal(KivTraversalOperation& operation, void* context)
 {
-    const std::size_t fetched = std::min(operations.count(), mostFetched);
-    for (std::size_t i = 0; i < fetched; ++i)
-        if (const KivOperation* const each = operations.at(i))
-            each->arguments.fetchPlaces();
     visitAll(attributes, operation, context);
-    for (std::size_t i = 0; i < fetched; ++i)
-        if (const KivOperation* const each = operations.at(i))
-            each->arguments.fetchElements();
     visitAll(operations, operation, context);
     visitAll(parameters, operation, context);
     visitAll(keys, operation, context);

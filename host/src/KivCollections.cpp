@@ -232,8 +232,7 @@ KivSequence::Places& KivSequence::ensureCapacity(std::size_t capacity)
         throw std::length_error("a collection holds more than four billion elements");
     const std::size_t doubled = places ? std::size_t{places->capacity} * 2 : 0;
     capacity = std::min<std::size_t>(std::max({capacity, doubled, leastCapacity}), nothing - 1);
-    std::unique_ptr<Places, Release> grown(new (::operator new(sizeof(Places) + capacity * sizeof(void*)))
-                                               Places());
+    std::unique_ptr<Places, Release> grown(new (::operator new(sizeof(Places) + capacity * sizeof(void*))) Places());
     if (places) {
         *grown = *places;
         std::copy_n(places->slots(), places->size, grown->slots());
@@ -427,13 +426,11 @@ void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
     }
 }
 
-void KivSequence::fetchContents(std::size_t index) const noexcept
+void KivSequence::fetchParts(std::size_t index, int steps) const noexcept
 {
     if (!places || places->holes > 0)
         return;
-    const auto elementAt = [&](std::size_t i) { return i < places->live ? objectAt(i) : nullptr; };
-    if (const KivObject* const next = elementAt(index + 1))
-        next->fetchContents();
-    if (const KivObject* const later = elementAt(index + 3))
-        later->fetchParts();
+    for (int step = steps - 1; step >= 0 && ++index < places->live; --step)
+        if (const KivObject* const element = objectAt(index))
+            element->fetch(step);
 }

@@ -47,8 +47,7 @@ void KivObject::depthTraversal(KivTraversalOperation& operation, void* context)
     visit(this, operation, context);
 }
 
-void KivObject::fetchParts() const noexcept {}
-void KivObject::fetchContents() const noexcept {}
+void KivObject::fetch(int /*step*/) const noexcept {}
 
 void KivObject::_depthTraversal(KivTraversalOperation& /*operation*/, void* /*context*/) {}
 

@@ -1,7 +1,7 @@
 #include "kiv/KivPackage.h"
 
-#include <array>
-#include <tuple>
+#include <memory>
+#include <memory_resource>
 #include <vector>
 
 KivPackage::KivPackage() : KivPackage(KivElementType::Package) {}
@@ -81,38 +81,25 @@ void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context
     }
 }
 
-namespace {
-
-// Objects of one class, made a block at a time: addresses stay, and an object costs its own size.
-template <class Element>
-class Pool {
-public:
+// Objects lie in memory one behind the other as they were made, whatever their class, since hosts make them in about
+// the order in which tools pass over them.
+struct KivModel::Store {
+    template <class Element>
     Element* create()
     {
-        if (used == blockSize) {
-            blocks.push_back(std::make_unique<Block>());
-            used = 0;
-        }
-        return &(*blocks.back())[used++];
+        void* const place = memory.allocate(sizeof(Element), alignof(Element));
+        auto* const element = new (place) Element();
+        objects.emplace_back(element);
+        return element;
     }
 
 private:
-    static constexpr std::size_t blockSize = 32;
-    using Block = std::array<Element, blockSize>;
+    struct Destroy {
+        void operator()(KivObject* object) const noexcept { std::destroy_at(object); }
+    };
 
-    std::vector<std::unique_ptr<Block>> blocks;
-    std::size_t used = blockSize;
-};
-
-} // namespace
-
-struct KivModel::Store {
-    std::tuple<Pool<KivNote>, Pool<KivProjection>, Pool<KivRelationshipProjection>, Pool<KivBaseType>,
-               Pool<KivDerivedType>, Pool<KivTypeValue>, Pool<KivPackage>, Pool<KivDesignPackage>, Pool<KivDiagram>,
-               Pool<KivClassDiagram>, Pool<KivClass>, Pool<KivAttribute>, Pool<KivOperation>, Pool<KivArgument>,
-               Pool<KivCandidateKey>, Pool<KivForeignKey>, Pool<KivAssociation>, Pool<KivAssociationRole>,
-               Pool<KivGeneralization>, Pool<KivDependency>, Pool<KivRealization>>
-        objects;
+    std::pmr::monotonic_buffer_resource memory;
+    std::vector<std::unique_ptr<KivObject, Destroy>> objects;
 };
 
 KivModel::KivModel() : KivPackage(KivElementType::Model), store(std::make_unique<Store>()) {}
@@ -126,7 +113,7 @@ void KivModel::traverseOwnContents(KivTraversalOperation& operation, void* conte
 template <class Element>
 Element* KivModel::create()
 {
-    return std::get<Pool<Element>>(store->objects).create();
+    return store->create<Element>();
 }
 
 template KivNote* KivModel::create();

@@ -87,7 +87,7 @@ const char* getOldDataType(const KivString& dataType)
     return entry ? entry->oldIdentifier : "";
 }
 
-KivString buildCppTypeName(const KivType* type)
+const KivString& buildCppTypeName(const KivType* type)
 {
     const DataType* const entry = findDataType(type->getDataType().view());
     if (!entry)

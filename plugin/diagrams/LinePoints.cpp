@@ -5,27 +5,35 @@
 
 #include <array>
 #include <charconv>
-#include <limits>
 
 namespace {
 
-constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+bool isWhiteSpace(char byte)
+{
+    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
+
+bool isDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
 
 // Takes a decimal int from the front of `text`, white space before it allowed; nothing when there is none.
 std::optional<Coordinate> takeInt(std::string_view& text)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
-    const bool isNegative = text.starts_with('-');
-    if (isNegative || text.starts_with('+'))
-        text.remove_prefix(1);
-    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    if (digits == 0)
+    constexpr Coordinate beyondInt = Coordinate{1} << 40;
+    std::string_view rest = text;
+    while (!rest.empty() && isWhiteSpace(rest.front()))
+        rest.remove_prefix(1);
+    const bool isNegative = rest.starts_with('-');
+    if (isNegative || rest.starts_with('+'))
+        rest.remove_prefix(1);
+    if (rest.empty() || !isDigit(rest.front()))
         return std::nullopt;
     Coordinate value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + digits, value);
-    if (result.ec == std::errc::result_out_of_range)
-        value = std::numeric_limits<Coordinate>::max();
-    text.remove_prefix(digits);
+    for (; !rest.empty() && isDigit(rest.front()); rest.remove_prefix(1))
+        value = std::min(10 * value + (rest.front() - '0'), beyondInt);
+    text = rest;
     return clamped(isNegative ? -value : value);
 }
 
@@ -147,7 +155,7 @@ KivString& KivIbmRationalRose98ExportVertices::getLinePoints()
     increaseIndent();
     PointReader reader(vertices.view());
     while (const auto point = reader.next())
-        linePoints.add(indent.text.view()).add(textOf(scaled(*point)).view());
+        linePoints.add(indent.text().view()).add(textOf(scaled(*point)).view());
     decreaseIndent();
     return linePoints;
 }

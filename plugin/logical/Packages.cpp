@@ -64,9 +64,13 @@ void printNestedHead(const KivDesignPackage& package)
 void printElements(const KivDesignPackage& package)
 {
     ROS_E_PRINTING_CLASSES.log(*localLog);
-    for (KivObject* const element : package.modelElements)
+    const auto& elements = package.modelElements;
+    for (std::size_t i = 0; i < elements.count(); ++i) {
+        KivObject* const element = elements.at(i);
         if (element && element->elementType == KivElementType::Class)
             printClasses(static_cast<KivClass*>(element));
+        elements.fetchAhead(i, KivObject::stepsToTexts);
+    }
     createEnumClass();
     ROS_E_PRINTING_ASSOCIATIONS.log(*localLog);
     for (KivObject* const element : package.modelElements)

@@ -24,8 +24,6 @@ int comparePositions(const void* a, const void* b)
 template <class Element>
 void sortByPosition(std::vector<Element*>& elements, int (*compare)(const void*, const void*))
 {
-    for (const Element* element : elements)
-        element->fetchTexts();
     const auto before = [compare](Element* a, Element* b) { return compare(&a, &b) < 0; };
     if (!std::is_sorted(elements.begin(), elements.end(), before))
         std::stable_sort(elements.begin(), elements.end(), before);

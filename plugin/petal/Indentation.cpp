@@ -1,32 +1,14 @@
 #include "petal/Indentation.h"
 
+#include "petal/Pieces.h"
+
+#include <string>
+
 Indentation indent;
 
-namespace {
-
-constexpr std::size_t lineEnd = 2; // CR LF
-
-void cutToDepth()
+KivString Indentation::text() const
 {
-    indent.text.truncate(lineEnd + static_cast<std::size_t>(indent.depth));
-}
-
-} // namespace
-
-void resetIndent()
-{
-    indent = Indentation();
-}
-
-void increaseIndent()
-{
-    indent.text.add(std::string_view("\t"));
-    ++indent.depth;
-}
-
-void decreaseIndent()
-{
-    if (indent.depth > 0)
-        --indent.depth;
-    cutToDepth();
+    std::string start(bound(*this), '\0');
+    start.resize(static_cast<std::size_t>(copy(start.data(), *this) - start.data()));
+    return KivString(start);
 }

@@ -4,14 +4,26 @@
 
 /// Where a line starts.
 struct Indentation {
-    int depth = 0;           ///< nesting level
-    KivString text = "\r\n"; ///< CR LF, which ends the line before, and a tab for each level
+    int depth = 0; ///< nesting level
+
+    /// CR LF, which ends the line before, and a tab for each level.
+    [[nodiscard]] KivString text() const;
 };
 
 extern Indentation indent;
 
 /// Back to depth 0.
-void resetIndent();
-void increaseIndent();
+inline void resetIndent()
+{
+    indent.depth = 0;
+}
+inline void increaseIndent()
+{
+    ++indent.depth;
+}
 /// Stays at depth 0 when it is there.
-void decreaseIndent();
+inline void decreaseIndent()
+{
+    if (indent.depth > 0)
+        --indent.depth;
+}

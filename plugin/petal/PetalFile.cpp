@@ -8,7 +8,7 @@
 namespace {
 
 // From here on a larger buffer makes writing no faster.
-constexpr std::size_t areaSize = std::size_t{256} * 1024;
+constexpr std::size_t areaSize = std::size_t{512} * 1024;
 
 // From that size on space is set aside, in steps that grow with the file; for a small file it costs more than it saves.
 constexpr std::size_t smallFile = std::size_t{1} << 20;
@@ -68,8 +68,8 @@ PetalBuffer::int_type PetalBuffer::overflow(int_type byte)
 std::streamsize PetalBuffer::xsputn(const char* text, std::streamsize size)
 {
     const std::string_view bytes(text, static_cast<std::size_t>(size));
-    if (char* const place = room(bytes.size())) {
-        take(std::copy(bytes.begin(), bytes.end(), place));
+    if (hasRoom(bytes.size())) {
+        take(std::copy(bytes.begin(), bytes.end(), room()));
         return size;
     }
     return is_open() && empty() && write(bytes) ? size : 0;
@@ -130,15 +130,14 @@ void PetalFile::append(std::string_view text)
         giveUp();
 }
 
-char* PetalFile::makeRoom(std::size_t size)
+bool PetalFile::makeRoom(std::size_t size)
 {
     if (!good() || size >= areaSize)
-        return nullptr;
-    if (!buffer.empty()) {
-        giveUp();
-        return nullptr;
-    }
-    return buffer.room(size);
+        return false;
+    if (buffer.empty())
+        return true;
+    giveUp();
+    return false;
 }
 
 void PetalFile::giveUp()

@@ -21,11 +21,10 @@ public:
     /// Writes what is left and closes the file; false when any of it fails.
     bool close();
 
-    /// Room for `size` bytes, or null when there is less; nothing is written to find out.
-    [[nodiscard]] char* room(std::size_t size) const
-    {
-        return static_cast<std::size_t>(epptr() - pptr()) >= size ? pptr() : nullptr;
-    }
+    /// Whether there is room for `size` bytes; nothing is written to find out.
+    [[nodiscard]] bool hasRoom(std::size_t size) const { return static_cast<std::size_t>(epptr() - pptr()) >= size; }
+    /// Where the room begins.
+    [[nodiscard]] char* room() const { return pptr(); }
     /// Takes what was put into the room, up to `end`.
     void take(const char* end) { pbump(static_cast<int>(end - pptr())); }
     /// Writes what is in the buffer to the file; false when that fails.
@@ -61,19 +60,17 @@ public:
     [[nodiscard]] bool is_open() const { return buffer.is_open(); }
     void close();
 
-    /// Room for `size` bytes in the stream's buffer, to be filled and given back with `take`; null when the buffer is
-    /// too small for them or the stream has failed.
-    [[nodiscard]] char* room(std::size_t size)
-    {
-        char* const place = buffer.room(size);
-        return place ? place : makeRoom(size);
-    }
+    /// Whether the stream's buffer has room for `size` bytes, which are not none.
+    [[nodiscard]] bool hasRoom(std::size_t size) const { return buffer.hasRoom(size); }
+    /// Makes room for `size` bytes; false when the buffer is too small for them or the stream has failed.
+    [[nodiscard]] bool makeRoom(std::size_t size);
+    /// Where the room begins; to be filled and given back with `take`.
+    [[nodiscard]] char* room() const { return buffer.room(); }
     void take(const char* end) { buffer.take(end); }
     /// Writes a text of any size.
     void append(std::string_view text);
 
 private:
-    char* makeRoom(std::size_t size);
     void giveUp();
 
     PetalBuffer buffer;

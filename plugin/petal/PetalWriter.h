@@ -14,6 +14,9 @@
     return {name.view()};
 }
 
+template <class... Pieces>
+void writeWithoutRoom(std::size_t size, const Pieces&... pieces);
+
 template <std::size_t Size>
 std::string_view quotedPiece(const char (&literal)[Size])
 {
@@ -44,23 +47,40 @@ template <class... Pieces>
     return Quoted<decltype(quotedPiece(pieces))...>{{quotedPiece(pieces)...}};
 }
 
+// The way of nearly every line, in the caller's own code; what is rare is kept out of it.
+template <class... Pieces>
+[[gnu::always_inline]] inline void writePieces(const Pieces&... pieces)
+{
+    const std::size_t size = (bound(pieces) + ...);
+    if (!theFile.hasRoom(size)) [[unlikely]] {
+        writeWithoutRoom(size, pieces...);
+        return;
+    }
+    char* to = theFile.room();
+    ((to = copy(to, pieces)), ...);
+    theFile.take(to);
+}
+template <class... Pieces>
+[[gnu::noinline]] void writeWithoutRoom(std::size_t size, const Pieces&... pieces)
+{
+    if (theFile.makeRoom(size))
+        writePieces(pieces...);
+    else
+        (put(pieces), ...);
+}
+
 /// Continues the current line.
 template <class... Pieces>
 void append(const Pieces&... pieces)
 {
-    if (char* to = theFile.room((bound(pieces) + ...))) {
-        ((to = copy(to, pieces)), ...);
-        theFile.take(to);
-    } else {
-        (put(pieces), ...);
-    }
+    writePieces(pieces...);
 }
 
 /// Ends the line before and writes a new one.
 template <class... Pieces>
-void line(const Pieces&... pieces)
+[[gnu::always_inline]] inline void line(const Pieces&... pieces)
 {
-    append(indent.text.view(), pieces...);
+    writePieces(Indentation(indent), pieces...);
 }
 
 /// A list: opens on a line of its own, raises the level for its entries, and closes on the last line written when the

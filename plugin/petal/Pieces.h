@@ -1,11 +1,14 @@
 #pragma once
 
 #include "petal/ByteBlocks.h"
+#include "petal/Indentation.h"
 #include "petal/PetalFile.h"
 #include "petal/Quid.h"
 #include "petal/RoseDesc.h"
+#include "petal/RoseKeywords.h"
 
-#include <charconv>
+#include <algorithm>
+#include <array>
 #include <concepts>
 #include <cstring>
 #include <tuple>
@@ -19,6 +22,8 @@
 /// so that a line goes straight into the stream's buffer in one go, and only what is larger than the buffer takes the
 /// way through the stream.
 
+inline void put(std::string_view text);
+
 /// A name between quotes that other pieces write; guarded so that it cannot end them.
 struct Guarded {
     std::string_view name;
@@ -29,6 +34,39 @@ template <class... Pieces>
 struct Quoted {
     std::tuple<Pieces...> pieces;
 };
+
+// The start of a line. Nearly every one fits into two blocks, which are copied whole, whatever its depth.
+
+inline constexpr std::size_t lineStartBlocks = 2 * sizeof(byteBlocks::Block);
+inline constexpr std::array<char, lineStartBlocks> lineStart = [] {
+    std::array<char, lineStartBlocks> text = {'\r', '\n'};
+    std::fill(text.begin() + 2, text.end(), '\t');
+    return text;
+}();
+
+inline std::size_t lengthOf(const Indentation& start)
+{
+    return 2 + static_cast<std::size_t>(start.depth);
+}
+inline std::size_t bound(const Indentation& start)
+{
+    return std::max(lengthOf(start), lineStartBlocks);
+}
+char* copyTabs(char* to, std::size_t count);
+inline char* copy(char* to, const Indentation& start)
+{
+    using namespace byteBlocks;
+    move<Block>(to, lineStart.data());
+    move<Block>(to + sizeof(Block), lineStart.data() + sizeof(Block));
+    const std::size_t length = lengthOf(start);
+    if (length > lineStartBlocks) [[unlikely]]
+        return copyTabs(to + lineStartBlocks, length - lineStartBlocks);
+    return to + length;
+}
+inline void put(const Indentation& start)
+{
+    put(start.text().view());
+}
 
 // Texts that stand as they are.
 
@@ -58,6 +96,16 @@ inline void put(std::string_view text)
 inline void put(const char* literal)
 {
     theFile.append(literal);
+}
+
+constexpr std::size_t bound(const Keyword& /*keyword*/)
+{
+    return Keyword::room;
+}
+inline char* copy(char* to, const Keyword& keyword)
+{
+    std::memcpy(to, keyword.text.data(), Keyword::room);
+    return to + keyword.length;
 }
 
 // Texts in which some bytes are escaped.
@@ -99,19 +147,24 @@ constexpr std::size_t bound(Number /*number*/)
 {
     return mostDigits;
 }
+char* copyDigits(char* to, std::uint64_t number);
 template <std::integral Number>
 char* copy(char* to, Number number)
 {
-    return std::to_chars(to, to + mostDigits, number).ptr;
+    const auto bits = static_cast<std::uint64_t>(number);
+    if (std::is_signed_v<Number> && number < 0) {
+        *to++ = '-';
+        return copyDigits(to, 0 - bits);
+    }
+    return copyDigits(to, bits);
 }
-inline std::size_t bound(const Quid& quid)
+inline constexpr std::size_t longestQuid = QuidForm::length + 16;
+
+constexpr std::size_t bound(const Quid& /*quid*/)
 {
-    return quid.view().size();
+    return longestQuid;
 }
-inline char* copy(char* to, const Quid& quid)
-{
-    return copy(to, quid.view());
-}
+char* copy(char* to, const Quid& quid);
 
 // Pieces between quotes.
 

@@ -1,16 +1,30 @@
-#include "petal/Quid.h"
+#include "petal/Pieces.h"
 
-#include <algorithm>
+namespace {
 
-Quid::Quid(QuidForm form, long number)
+// The digits of a byte.
+constexpr auto hexadecimal = [] {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::array<std::array<char, 2>, 256> pairs = {};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+        pairs[byte] = {digits[byte / 16], digits[byte % 16]};
+    return pairs;
+}();
+
+} // namespace
+
+char* copy(char* to, const Quid& quid)
 {
-    constexpr std::size_t leastDigits = 6;
-    auto rest = static_cast<unsigned long>(number);
-    std::size_t digits = leastDigits;
-    for (unsigned long high = rest >> (4 * leastDigits); high != 0; high >>= 4)
+    constexpr int leastDigits = 6;
+    constexpr int digitBits = 4;
+    std::memcpy(to, quid.form.prefix.data(), quid.form.prefix.size());
+    to += QuidForm::length;
+    int digits = leastDigits;
+    for (unsigned long high = quid.number >> (leastDigits * digitBits); high != 0; high >>= digitBits)
         ++digits;
-    std::copy(form.prefix.begin(), form.prefix.end(), text.begin());
-    length = form.prefix.size() + digits;
-    for (std::size_t place = length; place > form.prefix.size(); rest >>= 4)
-        text[--place] = "0123456789ABCDEF"[rest & 0xFU];
+    if (digits % 2 != 0)
+        *to++ = hexadecimal[quid.number >> (--digits * digitBits)][1];
+    for (int shift = digits * digitBits - 8; shift >= 0; shift -= 8, to += 2)
+        std::memcpy(to, hexadecimal[(quid.number >> shift) & 0xFFU].data(), 2);
+    return to;
 }

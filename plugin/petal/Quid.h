@@ -1,11 +1,11 @@
 #pragma once
 
 #include <array>
-#include <string_view>
 
 /// The prefix of a quid, chosen by what it identifies.
 struct QuidForm {
-    std::string_view prefix; ///< six characters
+    static constexpr std::size_t length = 6;
+    std::array<char, 8> prefix; ///< the last two are zeros: eight bytes are copied in one go
 };
 
 inline constexpr QuidForm iquid = {"3449E0"};  ///< operations, roles, uses and realize relationships, class diagrams
@@ -16,19 +16,14 @@ inline constexpr QuidForm aquid = {"3449E4"};  ///< attributes and qualifiers
 inline constexpr QuidForm asquid = {"3449E6"}; ///< associations and association views
 
 /// The identifier by which Rose ties objects together: a prefix and a number in hexadecimal.
-class Quid {
-public:
-    Quid(QuidForm form, long number);
-    [[nodiscard]] std::string_view view() const { return {text.data(), length}; }
-
-private:
-    std::array<char, 24> text;
-    std::size_t length;
+struct Quid {
+    QuidForm form;
+    unsigned long number;
 };
 
 /// `number` in at least six upper-case hexadecimal digits behind the prefix of `form`. A larger number is written
 /// whole, which makes the quid longer than twelve characters.
-[[nodiscard]] inline Quid makeQuid(QuidForm form, long number)
+[[nodiscard]] constexpr Quid makeQuid(QuidForm form, long number)
 {
-    return {form, number};
+    return {form, static_cast<unsigned long>(number)};
 }

@@ -1,17 +1,32 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <string_view>
+#include <cstddef>
+
+/// A keyword with room behind it, so that it is copied as a whole, whatever its length.
+struct Keyword {
+    static constexpr std::size_t room = 32;
+    std::array<char, room> text = {};
+    std::size_t length = 0;
+
+    template <std::size_t Size>
+    constexpr Keyword(const char (&keyword)[Size]) : length(Size - 1) // NOLINT(google-explicit-constructor): in tables
+    {
+        static_assert(Size <= room);
+        std::copy(keyword, keyword + length, text.begin());
+    }
+};
 
 /// Keywords that stand for the model's integer codes. The last entry of a table stands for every code that has no
 /// entry of its own.
 template <std::size_t Count>
-[[nodiscard]] constexpr std::string_view keyword(const std::array<std::string_view, Count>& table, int code) noexcept
+[[nodiscard]] constexpr const Keyword& keyword(const std::array<Keyword, Count>& table, int code) noexcept
 {
     return table[code >= 0 && static_cast<std::size_t>(code) < Count ? static_cast<std::size_t>(code) : Count - 1];
 }
 
-inline constexpr std::array<std::string_view, 4> visibilityKeywords = {
+inline constexpr std::array<Keyword, 4> visibilityKeywords = {
     "\"Public\"",
     "\"Protected\"",
     "\"Private\"",
@@ -19,26 +34,26 @@ inline constexpr std::array<std::string_view, 4> visibilityKeywords = {
 };
 
 /// A class knows only these two.
-inline constexpr std::array<std::string_view, 2> classVisibilityKeywords = {
+inline constexpr std::array<Keyword, 2> classVisibilityKeywords = {
     "\"Public\"",
     "\"Implementation\"",
 };
 
-inline constexpr std::array<std::string_view, 4> concurrencyKeywords = {
+inline constexpr std::array<Keyword, 4> concurrencyKeywords = {
     "\"Sequential\"",
     "\"Guarded\"",
     "\"Active\"",
     "\"Synchronous\"",
 };
 
-inline constexpr std::array<std::string_view, 3> containmentKeywords = {
+inline constexpr std::array<Keyword, 3> containmentKeywords = {
     "\"By Value\"",
     "\"By Reference\"",
     "\"Unspecified\"",
 };
 
 /// By `classType`: the kind of object that a class becomes.
-inline constexpr std::array<std::string_view, 10> classKinds = {
+inline constexpr std::array<Keyword, 10> classKinds = {
     "Class",
     "Class",
     "Parameterized_Class",

@@ -14,12 +14,31 @@ namespace {
 
 // Holds the last name that had to be put together.
 std::string typeBuffer;
-// Holds the last C++ name, which the host hands out by value.
-KivString cppTypeName;
+
+// A model names few types again and again.
+struct KnownName {
+    const KivType* type = nullptr;
+    KivString name;
+};
+constexpr int knownNameBits = 6;
+std::array<KnownName, 1 << knownNameBits> knownCppNames;
+
+const KivString& cppTypeName(const KivType* type)
+{
+    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15;
+    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(type));
+    KnownName& known = knownCppNames[(address * odd) >> (64 - knownNameBits)];
+    if (known.type != type)
+        known = {type, buildCppTypeName(type)};
+    return known.name;
+}
 
 enum class TypeSystem { AsIs, Java, Oracle, Cpp, Unknown };
 
-TypeSystem findTypeSystem(const KivString& value)
+std::uint64_t knownRevision = 0;
+TypeSystem knownTypeSystem = TypeSystem::Unknown;
+
+TypeSystem typeSystemOf(const KivString& value)
 {
     if (value == BP_SUPPORTED_TYPES_ENUM_AS_IS.getText())
         return TypeSystem::AsIs;
@@ -30,18 +49,19 @@ TypeSystem findTypeSystem(const KivString& value)
     return value == BP_SUPPORTED_TYPES_ENUM_C__.getText() ? TypeSystem::Cpp : TypeSystem::Unknown;
 }
 
+TypeSystem readTypeSystem()
+{
+    knownRevision = theOptions->getRevision();
+    knownTypeSystem = typeSystemOf(theOptions->getValue(BP_SUPPORTED_TYPES.getName()));
+    return knownTypeSystem;
+}
+
 // The option counts as it is each time a name is asked for, also when the host changes it in between; it is looked up
 // only when the list has changed.
-TypeSystem typeSystem()
+inline TypeSystem typeSystem()
 {
-    static std::uint64_t knownRevision = 0;
-    static TypeSystem known = TypeSystem::Unknown;
     const std::uint64_t revision = theOptions->getRevision();
-    if (revision != knownRevision || revision == 0) {
-        known = findTypeSystem(theOptions->getValue(BP_SUPPORTED_TYPES.getName()));
-        knownRevision = revision;
-    }
-    return known;
+    return revision == knownRevision && revision != 0 ? knownTypeSystem : readTypeSystem();
 }
 
 struct TypeMapping {
@@ -106,8 +126,7 @@ std::string_view getTypeString(KivType* type)
     case TypeSystem::Unknown:
         break;
     }
-    cppTypeName = buildCppTypeName(type);
-    return cppTypeName.view();
+    return cppTypeName(type).view();
 }
 
 bool isCppTypeSystem()
@@ -143,5 +162,5 @@ void releaseTypeNames() noexcept
 {
     enumClasses.removeAll();
     writtenEnumClasses = 0;
-    cppTypeName = KivString();
+    knownCppNames = {};
 }

@@ -112,8 +112,11 @@ TEST(Quids, HavePrefixAndNumber)
         {iquid, 0x1FFFFFFFF, "3449E01FFFFFFFF"},
         {iquid, std::numeric_limits<long>::max(), "3449E07FFFFFFFFFFFFFFF"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(makeQuid(row.form, row.number).view(), row.quid);
+    for (const auto& row : rows) {
+        std::array<char, longestQuid> text;
+        const char* const end = copy(text.data(), makeQuid(row.form, row.number));
+        EXPECT_EQ(std::string_view(text.data(), end), row.quid);
+    }
 }
 
 TEST(Indentation, IsCrLfAndTabs)
@@ -121,17 +124,17 @@ TEST(Indentation, IsCrLfAndTabs)
     resetIndent();
     int depth = 0;
     for (const char step : std::string_view("+++----+-+++++++++++++++++++++++++++++++--")) {
-        const KivString before = indent.text;
+        const KivString before = indent.text();
         const std::string copy = before.text();
         step == '+' ? increaseIndent() : decreaseIndent();
         depth = std::max(0, depth + (step == '+' ? 1 : -1));
         EXPECT_EQ(indent.depth, depth);
-        EXPECT_EQ(indent.text.view(), "\r\n" + std::string(static_cast<std::size_t>(depth), '\t'));
+        EXPECT_EQ(indent.text().view(), "\r\n" + std::string(static_cast<std::size_t>(depth), '\t'));
         EXPECT_EQ(before.view(), copy) << "a copy follows its original";
     }
     resetIndent();
     EXPECT_EQ(indent.depth, 0);
-    EXPECT_EQ(indent.text, "\r\n");
+    EXPECT_EQ(indent.text(), "\r\n");
 }
 
 TEST(RoseDesc, IsAQuotedTextOrABlock)

@@ -22,11 +22,11 @@ public:
     KivOperation();
 
     int visibility = 0; ///< 0 public, 1 protected, 2 private, other implementation
+    KivLinkTree<KivArgument> arguments;
+    KivType* returnType = nullptr; ///< null: no result
     KivString semantics;
     KivString preCondition;
     KivString postCondition;
-    KivType* returnType = nullptr; ///< null: no result
-    KivLinkTree<KivArgument> arguments;
     int concurrency = 0; ///< 0 sequential, 1 guarded, 2 active, other synchronous
     std::int16_t position = 0;
     bool isAbstract = false;
@@ -73,8 +73,7 @@ class __attribute__((visibility("default"))) KivClass : public KivClassifier {
 public:
     KivClass();
 
-    void fetchParts() const noexcept override;
-    void fetchContents() const noexcept override;
+    void fetch(int step) const noexcept override;
     [[nodiscard]] std::size_t getAttributeCount() const noexcept { return attributes.count(); }
     /// `index` must be below `getAttributeCount()`.
     [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept { return attributes.at(index); }

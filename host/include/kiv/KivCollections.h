@@ -39,20 +39,31 @@ public:
     /// Asks for where the elements are.
     void fetchPlaces() const noexcept
     {
-        if (places)
-            __builtin_prefetch(places.get());
+        if (places) {
+            fetchMemory(places.get());
+            fetchMemory(places->slots() + 8);
+        }
     }
     /// Asks for the first elements; waits for where they are.
     void fetchElements() const noexcept
     {
-        for (std::size_t index = 0; index < fetchDistance; ++index)
-            fetchElement(index);
+        for (const KivObject* const element : firstPlaces())
+            fetchMemory(element);
     }
 
-protected:
+    friend class KivObject;
+
+public:
     /// How many elements a loop has on the way from memory.
     static constexpr std::size_t fetchDistance = 8;
 
+    /// The first few elements, where they lie side by side.
+    [[nodiscard]] std::span<KivObject* const> firstPlaces() const noexcept
+    {
+        if (!places || places->holes > 0)
+            return {};
+        return {places->slots() + places->head, places->live < fetchDistance ? places->live : fetchDistance};
+    }
     /// `index` must be below `count()`.
     [[nodiscard]] KivObject* objectAt(std::size_t index) const noexcept
     {
@@ -62,10 +73,10 @@ protected:
     void fetchElement(std::size_t index) const noexcept
     {
         if (places && index < places->live && places->holes == 0)
-            __builtin_prefetch(places->slots()[places->head + index]);
+            fetchMemory(places->slots()[places->head + index]);
     }
     /// Asks for what the elements behind `index` are made of, each a step further than the one behind it.
-    void fetchContents(std::size_t index) const noexcept;
+    void fetchParts(std::size_t index, int steps) const noexcept;
     /// Index of the first place that holds `object`, or `npos`.
     [[nodiscard]] std::size_t indexOfObject(const KivObject* object) const;
     void append(KivObject* object);
@@ -124,8 +135,6 @@ public:
         {
             ++index;
             sequence->fetchElement(index + fetchDistance - 1);
-            if constexpr (std::is_same_v<Element, KivObject>) // of these some are large
-                sequence->fetchContents(index);
             return *this;
         }
         friend bool operator==(const Iterator& a, const Iterator& b) { return a.index == b.index; }
@@ -137,6 +146,21 @@ public:
 
     /// `index` must be below `count()`.
     [[nodiscard]] Element* at(std::size_t index) const noexcept { return static_cast<Element*>(objectAt(index)); }
+    /// Calls `fetch` for the first few elements.
+    template <class Fetch>
+    void fetchEach(Fetch fetch) const noexcept
+    {
+        for (const KivObject* const element : this->firstPlaces())
+            if (element)
+                fetch(*static_cast<const Element*>(element));
+    }
+    /// For a loop that has come to `index` and goes into each element: asks for what the next ones are made of (see
+    /// `KivObject::fetch`).
+    void fetchAhead(std::size_t index, int steps) const noexcept
+    {
+        this->fetchElement(index + KivSequence::fetchDistance);
+        this->fetchParts(index, steps);
+    }
     /// Index of the first place that holds `element`, or `npos`.
     [[nodiscard]] std::size_t indexOf(const Element* element) const { return indexOfObject(element); }
     [[nodiscard]] bool contains(const Element* element) const { return indexOf(element) != npos; }

@@ -25,13 +25,23 @@ public:
     /// depth of the package tree, so it throws only what the operation throws. The objects note how far a pass has
     /// come: an operation must not begin another pass over what it is passing over.
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
-    // What asks the processor for memory that is needed soon, so that a pass over a large model does not wait for each
-    // piece of it in turn (see `KivSequence`). Nothing changes.
-
-    /// Asks for the whole of the object and for where its contents are.
-    virtual void fetchParts() const noexcept;
-    /// Asks for its contents; waits for where they are.
-    virtual void fetchContents() const noexcept;
+    /// Asks the processor for memory that is needed soon, so that a pass over a large model does not wait for each
+    /// piece of it in turn (see `KivSequence`). One step asks for what the step before, some time earlier, asked where
+    /// it is:
+    ///
+    ///     0  the object itself
+    ///     1  where its contents are
+    ///     2  the contents
+    ///     3  where the contents of these are
+    ///     4  the contents of these
+    ///     5  texts of the contents
+    ///     6  texts of the contents of these
+    ///
+    /// Nothing changes.
+    virtual void fetch(int step) const noexcept;
+    /// How many steps a loop needs that reads objects only, and one that reads their texts too.
+    static constexpr int stepsToObjects = 5;
+    static constexpr int stepsToTexts = 7;
     /// Asks for the texts that a file has of nearly every object.
     void fetchTexts() const noexcept
     {
@@ -42,17 +52,22 @@ public:
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const;
 
-    // Fields are ordered by size, so that an object of a large model has no gaps.
+    // What a pass over a model asks of every object stands at its head, in one cache line. After that fields are
+    // ordered by size, so that an object of a large model has no gaps.
     KivElementType elementType;
 
 private:
     std::uint32_t lastPass = 0;
 
+protected:
+    long pid = 0; // opened to the public where objects have a number
+    KivString name;
+
 public:
-    /// A free slot for tools; null when nobody uses it.
-    void* generalPointer = nullptr;
     /// Documentation; the text of a note stands here too.
     KivString description;
+    /// A free slot for tools; null when nobody uses it.
+    void* generalPointer = nullptr;
 
 protected:
     explicit KivObject(KivElementType code);
@@ -61,7 +76,7 @@ protected:
     {
         constexpr std::size_t cacheLine = 64;
         for (std::size_t at = cacheLine; at < size; at += cacheLine)
-            __builtin_prefetch(reinterpret_cast<const char*>(this) + at);
+            fetchMemory(reinterpret_cast<const char*>(this) + at);
     }
     /// Visits what the object holds.
     virtual void _depthTraversal(KivTraversalOperation& operation, void* context);
@@ -70,8 +85,15 @@ protected:
     template <class Element>
     static void visitAll(const KivSequenceOf<Element>& elements, KivTraversalOperation& operation, void* context)
     {
-        for (Element* element : elements)
-            visit(element, operation, context);
+        const std::size_t count = elements.count();
+        const bool isLarge = count > KivSequence::fetchDistance;
+        for (std::size_t i = 0; i < count; ++i) {
+            visit(elements.at(i), operation, context);
+            if (isLarge)
+                elements.fetchElement(i + KivSequence::fetchDistance);
+            if constexpr (std::is_same_v<Element, KivObject>)
+                elements.fetchParts(i + 1, stepsToObjects);
+        }
     }
     /// True the first time that the pass of `operation` asks.
     [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept
@@ -81,8 +103,6 @@ protected:
         lastPass = operation.pass;
         return true;
     }
-
-    KivString name;
 };
 
 /// A note: a text attached to an element, or loose in a package.
@@ -132,14 +152,13 @@ public:
 };
 
 /// Every object that carries a number during an export.
-class __attribute__((visibility("default"))) KivModelObject : public KivObject {
+class __attribute__((visibility("default"), aligned(32))) KivModelObject : public KivObject {
 public:
-    /// The number that an export gives the object; 0 outside of an export. Stands where a pass that numbers objects
-    /// has been anyway.
-    long pid = 0;
+    /// The number that an export gives the object; 0 outside of an export.
+    using KivObject::pid;
+    KivString stereotype;
     KivVector<KivNote> notes;
     KivVector<KivProjection> projections;
-    KivString stereotype;
     /// 2 marks an element that is not exported.
     int modelLevel = 0;
 

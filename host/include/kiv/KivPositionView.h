@@ -18,8 +18,6 @@ public:
         for (Element* element : collection)
             if (element)
                 elements.push_back(element);
-        for (const Element* element : elements)
-            element->fetchTexts();
         const auto before = [](const Element* a, const Element* b) { return a->position < b->position; };
         if (!std::is_sorted(elements.begin(), elements.end(), before))
             std::stable_sort(elements.begin(), elements.end(), before);

@@ -50,8 +50,7 @@ class __attribute__((visibility("default"))) KivAssociation : public KivRelation
 public:
     KivAssociation();
 
-    void fetchParts() const noexcept override;
-    void fetchContents() const noexcept override;
+    void fetch(int step) const noexcept override;
 
     KivVector<KivAssociationRole> roles;
     KivClass* associationClass = nullptr; ///< or null

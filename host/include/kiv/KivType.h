@@ -53,5 +53,5 @@ public:
 /// it has none.
 [[nodiscard]] __attribute__((visibility("default"))) const char* getOldDataType(const KivString& dataType);
 
-/// The C++ name of a type; the type's own name when its data type identifier is unknown.
-[[nodiscard]] __attribute__((visibility("default"))) KivString buildCppTypeName(const KivType* type);
+/// The C++ name of a type; the type's own name when its data type identifier is unknown. Valid until the type changes.
+[[nodiscard]] __attribute__((visibility("default"))) const KivString& buildCppTypeName(const KivType* type);

@@ -208,10 +208,10 @@ TEST_F(LinePoints, StandOneLevelDeeperAndAreAppendedByEveryCall)
     KivIbmRationalRose98ExportVertices vertices("(1,2)\r\n(3,4)");
     increaseIndent();
     EXPECT_EQ(vertices.getLinePoints(), "\r\n\t\t\t(1,2)\r\n\t\t\t(3,4)");
-    EXPECT_EQ(indent.text, "\r\n\t\t");
+    EXPECT_EQ(indent.text(), "\r\n\t\t");
     resetIndent();
     EXPECT_EQ(vertices.getLinePoints(), "\r\n\t\t\t(1,2)\r\n\t\t\t(3,4)\r\n\t(1,2)\r\n\t(3,4)");
-    EXPECT_EQ(indent.text, "\r\n");
+    EXPECT_EQ(indent.text(), "\r\n");
 }
 
 // The rules once more, on top of what the C library takes for a number.
