@@ -272,11 +272,16 @@ private:
         element.documentation += (element.documentation.empty() ? "{" : "\n{") + line + "}";
     }
 
+    // The name stands for a text that is not there.
+    static std::string_view textOfConstraint(const Object& constraint)
+    {
+        const std::string_view text = textIn(constraint, "specification");
+        return text.empty() ? nameOf(constraint) : text;
+    }
+
     void readConstraint(const Object& constraint, const std::string& ownerId)
     {
-        std::string text(textIn(constraint, "specification"));
-        if (text.empty())
-            text = nameOf(constraint);
+        std::string text(textOfConstraint(constraint));
         if (text.empty())
             return;
         bool isOfOthers = false;
@@ -417,9 +422,8 @@ private:
     {
         std::string text;
         forEachIn(object, key, [&](const Object& condition) {
-            const std::string_view body = textIn(condition, "specification");
             text += text.empty() ? "" : "\n";
-            text += body.empty() ? nameOf(condition) : body;
+            text += textOfConstraint(condition);
         });
         return text;
     }

@@ -1,11 +1,5 @@
 #include "kiv/KivClass.h"
 
-#include <algorithm>
-
-namespace {
-
-} // namespace
-
 KivArgument::KivArgument() : KivModelObject(KivElementType::Argument) {}
 KivOperation::KivOperation() : KivModelObject(KivElementType::Operation) {}
 KivAttribute::KivAttribute() : KivStructuralFeature(KivElementType::Attribute) {}

@@ -87,10 +87,9 @@ struct KivModel::Store {
     template <class Element>
     Element* create()
     {
-        void* const place = memory.allocate(sizeof(Element), alignof(Element));
-        auto* const element = new (place) Element();
-        objects.emplace_back(element);
-        return element;
+        auto* const place = static_cast<Element*>(memory.allocate(sizeof(Element), alignof(Element)));
+        objects.push_back(std::unique_ptr<KivObject, Destroy>(std::construct_at(place)));
+        return place;
     }
 
 private:

@@ -3,6 +3,7 @@
 #include "kiv/KivIbmRationalRose98ExportVertices.h"
 #include "petal/PetalWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 

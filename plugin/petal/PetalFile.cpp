@@ -7,9 +7,6 @@
 
 namespace {
 
-// From here on a larger buffer makes writing no faster.
-constexpr std::size_t areaSize = std::size_t{512} * 1024;
-
 // From that size on space is set aside, in steps that grow with the file; for a small file it costs more than it saves.
 constexpr std::size_t smallFile = std::size_t{1} << 20;
 constexpr std::size_t leastStep = std::size_t{4} << 20;
@@ -23,12 +20,12 @@ bool PetalBuffer::open(const char* path)
 {
     if (is_open())
         return false;
-    auto newArea = std::make_unique_for_overwrite<char[]>(areaSize);
+    auto newArea = std::make_unique_for_overwrite<char[]>(PetalFile::bufferSize);
     file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (file < 0)
         return false;
     area = std::move(newArea);
-    setp(area.get(), area.get() + areaSize);
+    setp(area.get(), area.get() + PetalFile::bufferSize);
     written = 0;
     setAside = 0;
     canSetAside = true;
@@ -132,10 +129,10 @@ void PetalFile::append(std::string_view text)
 
 bool PetalFile::makeRoom(std::size_t size)
 {
-    if (!good() || size >= areaSize)
+    if (!good() || size >= PetalFile::bufferSize)
         return false;
     if (buffer.empty())
-        return true;
+        return buffer.hasRoom(size);
     giveUp();
     return false;
 }

@@ -60,7 +60,11 @@ public:
     [[nodiscard]] bool is_open() const { return buffer.is_open(); }
     void close();
 
-    /// Whether the stream's buffer has room for `size` bytes, which are not none.
+    /// The room of an empty buffer. The file system takes larger pieces faster; still larger ones do not stay in the
+    /// processor's cache until they are written.
+    static constexpr std::size_t bufferSize = std::size_t{512} * 1024;
+
+    /// Whether the stream's buffer has room for `size` bytes, at least one.
     [[nodiscard]] bool hasRoom(std::size_t size) const { return buffer.hasRoom(size); }
     /// Makes room for `size` bytes; false when the buffer is too small for them or the stream has failed.
     [[nodiscard]] bool makeRoom(std::size_t size);

@@ -14,9 +14,6 @@
     return {name.view()};
 }
 
-template <class... Pieces>
-void writeWithoutRoom(std::size_t size, const Pieces&... pieces);
-
 template <std::size_t Size>
 std::string_view quotedPiece(const char (&literal)[Size])
 {
@@ -47,7 +44,11 @@ template <class... Pieces>
     return Quoted<decltype(quotedPiece(pieces))...>{{quotedPiece(pieces)...}};
 }
 
-// The way of nearly every line, in the caller's own code; what is rare is kept out of it.
+template <class... Pieces>
+void writeWithoutRoom(std::size_t size, const Pieces&... pieces);
+
+// The way of nearly every line. It stands in the caller's own code, where the lengths of literals are known; what is
+// rare is kept out of it.
 template <class... Pieces>
 [[gnu::always_inline]] inline void writePieces(const Pieces&... pieces)
 {

@@ -15,14 +15,14 @@
 
 /// What lines are made of. For every kind of piece there are
 ///
-///     std::size_t bound(piece)     the most bytes that it takes in the file
-///     char* copy(char* to, piece)  writes it to `to`, which has room for that many; returns where it ends
+///     std::size_t bound(piece)     the most bytes that `copy` writes
+///     char* copy(char* to, piece)  writes it to `to`, which has room for that many; returns where it ends, which may
+///     be
+///                                  before the last byte written
 ///     void put(piece)              writes it to the file, whatever its size
 ///
 /// so that a line goes straight into the stream's buffer in one go, and only what is larger than the buffer takes the
 /// way through the stream.
-
-inline void put(std::string_view text);
 
 /// A name between quotes that other pieces write; guarded so that it cannot end them.
 struct Guarded {
@@ -35,7 +35,37 @@ struct Quoted {
     std::tuple<Pieces...> pieces;
 };
 
-// The start of a line. Nearly every one fits into two blocks, which are copied whole, whatever its depth.
+// Texts that stand as they are.
+
+template <std::size_t Size>
+constexpr std::size_t bound(const char (&/*literal*/)[Size])
+{
+    return Size - 1;
+}
+template <std::size_t Size>
+char* copy(char* to, const char (&literal)[Size])
+{
+    std::memcpy(to, literal, Size - 1);
+    return to + Size - 1;
+}
+inline std::size_t bound(std::string_view text)
+{
+    return text.size();
+}
+inline char* copy(char* to, std::string_view text)
+{
+    return copyBytes(to, text);
+}
+inline void put(std::string_view text)
+{
+    theFile.append(text);
+}
+inline void put(const char* literal)
+{
+    theFile.append(literal);
+}
+
+// The start of a line. Nearly every one fits into two blocks, which are copied whole whatever its depth.
 
 inline constexpr std::size_t lineStartBlocks = 2 * sizeof(byteBlocks::Block);
 inline constexpr std::array<char, lineStartBlocks> lineStart = [] {
@@ -68,35 +98,7 @@ inline void put(const Indentation& start)
     put(start.text().view());
 }
 
-// Texts that stand as they are.
-
-template <std::size_t Size>
-constexpr std::size_t bound(const char (&/*literal*/)[Size])
-{
-    return Size - 1;
-}
-template <std::size_t Size>
-char* copy(char* to, const char (&literal)[Size])
-{
-    std::memcpy(to, literal, Size - 1);
-    return to + Size - 1;
-}
-inline std::size_t bound(std::string_view text)
-{
-    return text.size();
-}
-inline char* copy(char* to, std::string_view text)
-{
-    return copyBytes(to, text);
-}
-inline void put(std::string_view text)
-{
-    theFile.append(text);
-}
-inline void put(const char* literal)
-{
-    theFile.append(literal);
-}
+// Keywords of the model's codes.
 
 constexpr std::size_t bound(const Keyword& /*keyword*/)
 {

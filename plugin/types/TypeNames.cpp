@@ -15,7 +15,7 @@ namespace {
 // Holds the last name that had to be put together.
 std::string typeBuffer;
 
-// A model names few types again and again.
+// A model names few types again and again, and its types stay as they are while it is exported.
 struct KnownName {
     const KivType* type = nullptr;
     KivString name;

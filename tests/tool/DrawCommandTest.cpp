@@ -84,6 +84,8 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
         EXPECT_EQ(result.exitCode, row.exitCode) << testing::PrintToString(row.arguments) << result.errors;
         EXPECT_THAT(result.output, StartsWith(row.output)) << testing::PrintToString(row.arguments);
         EXPECT_THAT(result.errors, HasSubstr(row.errors)) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(result.output.empty(), !*row.output) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(result.errors.empty(), !*row.errors) << result.errors << testing::PrintToString(row.arguments);
     }
     EXPECT_EQ(folder.read("kept.svg"), "as it was");
     EXPECT_THAT(folder.read("main.PNG"), StartsWith("\x89PNG"));

@@ -7,7 +7,6 @@
 #include <iterator>
 #include <memory>
 #include <span>
-#include <type_traits>
 
 class KivObject;
 
@@ -39,10 +38,10 @@ public:
     /// Asks for where the elements are.
     void fetchPlaces() const noexcept
     {
-        if (places) {
-            fetchMemory(places.get());
-            fetchMemory(places->slots() + 8);
-        }
+        if (!places)
+            return;
+        fetchMemory(places.get());
+        fetchMemory(places->slots() + fetchDistance); // most end in the second cache line
     }
     /// Asks for the first elements; waits for where they are.
     void fetchElements() const noexcept
@@ -51,9 +50,9 @@ public:
             fetchMemory(element);
     }
 
-    friend class KivObject;
+protected:
+    friend class KivObject; // passes over what it holds
 
-public:
     /// How many elements a loop has on the way from memory.
     static constexpr std::size_t fetchDistance = 8;
 
@@ -75,7 +74,8 @@ public:
         if (places && index < places->live && places->holes == 0)
             fetchMemory(places->slots()[places->head + index]);
     }
-    /// Asks for what the elements behind `index` are made of, each a step further than the one behind it.
+    /// Asks for what the elements behind `index` are made of, each one step further than the one behind it, up to the
+    /// last of `steps` for the next one (see `KivObject::fetch`).
     void fetchParts(std::size_t index, int steps) const noexcept;
     /// Index of the first place that holds `object`, or `npos`.
     [[nodiscard]] std::size_t indexOfObject(const KivObject* object) const;
@@ -154,8 +154,7 @@ public:
             if (element)
                 fetch(*static_cast<const Element*>(element));
     }
-    /// For a loop that has come to `index` and goes into each element: asks for what the next ones are made of (see
-    /// `KivObject::fetch`).
+    /// For a loop that has come to `index` and goes into each element: asks for what the next ones are made of.
     void fetchAhead(std::size_t index, int steps) const noexcept
     {
         this->fetchElement(index + KivSequence::fetchDistance);

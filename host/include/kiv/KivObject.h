@@ -6,6 +6,7 @@
 #include "kiv/KivTraversal.h"
 
 #include <cstdint>
+#include <type_traits>
 
 /// Root of everything a model holds.
 ///
@@ -26,8 +27,8 @@ public:
     /// come: an operation must not begin another pass over what it is passing over.
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
     /// Asks the processor for memory that is needed soon, so that a pass over a large model does not wait for each
-    /// piece of it in turn (see `KivSequence`). One step asks for what the step before, some time earlier, asked where
-    /// it is:
+    /// piece of it in turn (see `KivSequence`). Where a piece lies is known only when the one that refers to it has
+    /// come, so there are steps, and between two of them a loop does something else:
     ///
     ///     0  the object itself
     ///     1  where its contents are
@@ -60,7 +61,7 @@ private:
     std::uint32_t lastPass = 0;
 
 protected:
-    long pid = 0; // opened to the public where objects have a number
+    long pid = 0; // public in KivModelObject: what is none has no number
     KivString name;
 
 public:
@@ -91,7 +92,7 @@ protected:
             visit(elements.at(i), operation, context);
             if (isLarge)
                 elements.fetchElement(i + KivSequence::fetchDistance);
-            if constexpr (std::is_same_v<Element, KivObject>)
+            if constexpr (std::is_same_v<Element, KivObject>) // of these some are large
                 elements.fetchParts(i + 1, stepsToObjects);
         }
     }
