@@ -12,6 +12,9 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 
+# Where programs look for the libraries that they open when they need them.
+set(CMAKE_BUILD_RPATH ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+
 # Installed programs and libraries find each other wherever the tree is put.
 file(RELATIVE_PATH petal_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${petal_bin_to_lib}")
@@ -26,5 +29,6 @@ option(PETAL_SANITIZE "Instrument with the address and undefined-behaviour sanit
 if(PETAL_SANITIZE)
   target_compile_options(petal-compiling INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                    -fno-omit-frame-pointer)
-  target_link_options(petal-compiling INTERFACE -fsanitize=address,undefined)
+  # The sanitizer opens libraries on behalf of the program. By the older tag that is looked for in the program's folders.
+  target_link_options(petal-compiling INTERFACE -fsanitize=address,undefined -Wl,--disable-new-dtags)
 endif()

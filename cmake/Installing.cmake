@@ -23,6 +23,9 @@ install(FILES docs/browsing.md docs/drawing.md docs/import.md docs/model-file.md
 install(DIRECTORY examples DESTINATION ${petal_doc_dir} FILES_MATCHING PATTERN "*.model.json")
 
 if(PETAL_BUILD_TOOL)
+  set(petal_loaded_dir ${CMAKE_INSTALL_LIBDIR}/petal-bridge) # what only the command uses
+  install(TARGETS petal-layout petal-pictures LIBRARY DESTINATION ${petal_loaded_dir})
+  set_property(TARGET petal APPEND PROPERTY INSTALL_RPATH $ORIGIN/${petal_bin_to_lib}/petal-bridge)
   install(TARGETS petal)
   install(FILES docs/petal.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES completions/petal.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME petal)

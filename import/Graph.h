@@ -25,7 +25,7 @@ struct Graph {
 };
 
 /// Places the nodes in rows so that lines lead upward. False when the layout library could not do it; then nothing is
-/// placed.
+/// placed. Throws std::runtime_error when there is no such library.
 [[nodiscard]] bool placeInLayers(Graph& graph);
 
 /// Leads lines from box to box between the rows of a graph placed in layers, horizontally and vertically only.

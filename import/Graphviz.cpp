@@ -1,4 +1,4 @@
-#include "Graph.h"
+#include "LayoutLibrary.h"
 
 #include <array>
 #include <charconv>
@@ -78,9 +78,7 @@ private:
     double top;
 };
 
-} // namespace
-
-bool placeInLayers(Graph& graph)
+bool placeByDot(Graph& graph)
 {
     agseterrf(saySilently);
     const std::unique_ptr<GVC_t, ContextEnd> context(gvContext());
@@ -111,4 +109,8 @@ bool placeInLayers(Graph& graph)
     return true;
 }
 
+} // namespace
+
 } // namespace design
+
+const design::LayoutFunctions petalLayoutFunctions = {design::placeByDot};

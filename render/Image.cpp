@@ -1,128 +1,16 @@
 #include "render/Image.h"
 
-#include <cairo-pdf.h>
-#include <librsvg/rsvg.h>
-
-#include <algorithm>
-#include <cmath>
-#include <memory>
+#include "render/PictureLibrary.h"
 
 namespace render {
-
-namespace {
-
-constexpr double pixelsPerUnit = 2 * 96.0 / 300;
-constexpr double pointsPerUnit = 72.0 / 300;
-constexpr double mostPixels = 36e6;
-constexpr double longestSide = 16000;
-constexpr double longestPage = 14400; // points; viewers of PDF files show no larger ones
-
-template <auto release>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const
-    {
-        release(object);
-    }
-};
-
-using Handle = std::unique_ptr<RsvgHandle, Releaser<g_object_unref>>;
-using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
-using Drawing = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
-using Stream = std::unique_ptr<GInputStream, Releaser<g_object_unref>>;
-
-[[noreturn]] void fail(GError* error)
-{
-    const std::unique_ptr<GError, Releaser<g_error_free>> owned(error);
-    throw ImageError(owned ? owned->message : "the picture cannot be drawn");
-}
-
-void check(cairo_status_t status)
-{
-    if (status != CAIRO_STATUS_SUCCESS)
-        throw ImageError(cairo_status_to_string(status));
-}
-
-cairo_status_t append(void* target, const unsigned char* data, unsigned int length)
-{
-    static_cast<std::string*>(target)->append(reinterpret_cast<const char*>(data), length);
-    return CAIRO_STATUS_SUCCESS;
-}
-
-Handle load(const std::string& svg)
-{
-    GError* error = nullptr;
-    const Stream stream(g_memory_input_stream_new_from_data(svg.data(), static_cast<gssize>(svg.size()), nullptr));
-    Handle handle(rsvg_handle_new_from_stream_sync(stream.get(), nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, &error));
-    if (!handle)
-        fail(error);
-    return handle;
-}
-
-RsvgRectangle viewBoxOf(const Handle& handle)
-{
-    gboolean hasBox = FALSE;
-    RsvgRectangle box = {0, 0, 0, 0};
-    rsvg_handle_get_intrinsic_dimensions(handle.get(), nullptr, nullptr, nullptr, nullptr, &hasBox, &box);
-    if (hasBox == FALSE || box.width <= 0 || box.height <= 0)
-        throw ImageError("the picture has no size");
-    return box;
-}
-
-void draw(const Handle& handle, const Surface& surface, double width, double height)
-{
-    check(cairo_surface_status(surface.get()));
-    const Drawing drawing(cairo_create(surface.get()));
-    const RsvgRectangle viewport = {0, 0, width, height};
-    GError* error = nullptr;
-    if (rsvg_handle_render_document(handle.get(), drawing.get(), &viewport, &error) == FALSE)
-        fail(error);
-    check(cairo_status(drawing.get()));
-}
-
-std::string pngOf(const Handle& handle, const std::function<void(const std::string&)>& warn)
-{
-    const RsvgRectangle box = viewBoxOf(handle);
-    const double width = box.width * pixelsPerUnit;
-    const double height = box.height * pixelsPerUnit;
-    const double scale =
-        std::min({1.0, longestSide / width, longestSide / height, std::sqrt(mostPixels / (width * height))});
-    if (scale < 1)
-        warn("the picture is too large for a PNG file of full size; reduced to " +
-             std::to_string(std::max(1L, std::lround(scale * 100))) + " %");
-    const int columns = std::max(1, static_cast<int>(width * scale));
-    const int rows = std::max(1, static_cast<int>(height * scale));
-    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, columns, rows));
-    draw(handle, surface, columns, rows);
-    std::string bytes;
-    check(cairo_surface_write_to_png_stream(surface.get(), append, &bytes));
-    return bytes;
-}
-
-std::string pdfOf(const Handle& handle)
-{
-    const RsvgRectangle box = viewBoxOf(handle);
-    const double scale =
-        std::min({1.0, longestPage / (box.width * pointsPerUnit), longestPage / (box.height * pointsPerUnit)});
-    const double width = box.width * pointsPerUnit * scale;
-    const double height = box.height * pointsPerUnit * scale;
-    std::string bytes;
-    const Surface surface(cairo_pdf_surface_create_for_stream(append, &bytes, width, height));
-    draw(handle, surface, width, height);
-    cairo_surface_finish(surface.get());
-    check(cairo_surface_status(surface.get()));
-    return bytes;
-}
-
-} // namespace
 
 std::string imageOf(const std::string& svg, ImageFormat format, const std::function<void(const std::string&)>& warn)
 {
     switch (format) {
     case ImageFormat::png:
-        return pngOf(load(svg), warn);
+        return pictureLibrary().pngOf(svg, warn);
     case ImageFormat::pdf:
-        return pdfOf(load(svg));
+        return pictureLibrary().pdfOf(svg);
     case ImageFormat::svg:
         break;
     }

@@ -1,6 +1,6 @@
 #include "render/Text.h"
 
-#include <pango/pangocairo.h>
+#include "render/PictureLibrary.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -9,22 +9,8 @@ namespace render {
 
 namespace {
 
-template <auto release>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const
-    {
-        release(object);
-    }
-};
-
-constexpr double dotsPerInch = 300; // a unit of the file is a dot
-
 // Words up to this width are kept whole, whatever room there is for them.
 constexpr double widestUnbroken = 1500;
-
-// Longer lines are not measured letter by letter: nobody reads them.
-constexpr std::size_t longestLine = 4000;
 
 // What is drawn of a text, in bytes.
 constexpr std::size_t longestText = 10000;
@@ -32,11 +18,6 @@ constexpr std::size_t longestText = 10000;
 // Of widths that are kept, and of lines whose widths are.
 constexpr std::size_t mostWidths = 20000;
 constexpr std::size_t longestKept = 200;
-
-bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
 
 std::size_t nextCharacter(std::string_view text, std::size_t at)
 {
@@ -104,57 +85,33 @@ void wrapLine(std::string_view rest, const Font& font, double width, const TextM
 
 } // namespace
 
-struct PangoMeasure::Layout {
-    [[nodiscard]] double measure(const std::string& line, const Font& font) const;
-
-    std::unique_ptr<PangoFontMap, Releaser<g_object_unref>> map{pango_cairo_font_map_new()};
-    std::unique_ptr<PangoContext, Releaser<g_object_unref>> context{pango_font_map_create_context(map.get())};
-    std::unique_ptr<PangoLayout, Releaser<g_object_unref>> layout{pango_layout_new(context.get())};
+struct PangoMeasure::Widths {
+    TextWidths measure;                             // from the first width on; most commands need none
     std::unordered_map<std::string, double> widths; // of what was asked for before: names stand in many places
 };
 
-PangoMeasure::PangoMeasure() : layout(std::make_unique<Layout>())
-{
-    pango_cairo_context_set_resolution(layout->context.get(), dotsPerInch);
-    pango_context_set_round_glyph_positions(layout->context.get(), FALSE);
-}
+PangoMeasure::PangoMeasure() : known(std::make_unique<Widths>()) {}
 
 PangoMeasure::~PangoMeasure() = default;
 
 double PangoMeasure::width(const std::string& line, const Font& font) const
 {
+    if (!known->measure)
+        known->measure = pictureLibrary().newTextWidths();
     if (line.size() > longestKept)
-        return layout->measure(line, font);
+        return known->measure(line, font);
     const std::string key = std::to_string(font.size)
                                 .append(font.isBold ? "b" : "")
                                 .append(font.isItalic ? "i" : "")
                                 .append(font.face)
                                 .append("\n")
                                 .append(line);
-    if (layout->widths.size() >= mostWidths)
-        layout->widths.clear();
-    const auto [entry, isNew] = layout->widths.try_emplace(key, 0);
+    if (known->widths.size() >= mostWidths)
+        known->widths.clear();
+    const auto [entry, isNew] = known->widths.try_emplace(key, 0);
     if (isNew)
-        entry->second = layout->measure(line, font);
+        entry->second = known->measure(line, font);
     return entry->second;
-}
-
-double PangoMeasure::Layout::measure(const std::string& line, const Font& font) const
-{
-    const std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>> description(
-        pango_font_description_new());
-    pango_font_description_set_family(description.get(), font.face.c_str());
-    pango_font_description_set_size(description.get(), static_cast<int>(font.size * PANGO_SCALE));
-    pango_font_description_set_weight(description.get(), font.isBold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-    pango_font_description_set_style(description.get(), font.isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    pango_layout_set_font_description(layout.get(), description.get());
-    std::size_t length = std::min(line.size(), longestLine);
-    while (length < line.size() && isContinuation(line[length]))
-        --length;
-    pango_layout_set_text(layout.get(), line.data(), static_cast<int>(length));
-    int width = 0;
-    pango_layout_get_size(layout.get(), &width, nullptr);
-    return static_cast<double>(width) / PANGO_SCALE;
 }
 
 std::string cleanText(std::string_view text, bool keepsLines)

@@ -36,7 +36,8 @@ public:
     [[nodiscard]] virtual double width(const std::string& line, const Font& font) const = 0;
 };
 
-/// By the fonts of this machine.
+/// By the fonts of this machine, whose library is opened for the first width. That throws std::runtime_error when there
+/// is none.
 class PangoMeasure final : public TextMeasure {
 public:
     PangoMeasure();
@@ -46,9 +47,15 @@ public:
     [[nodiscard]] double width(const std::string& line, const Font& font) const override;
 
 private:
-    struct Layout;
-    std::unique_ptr<Layout> layout;
+    struct Widths;
+    std::unique_ptr<Widths> known;
 };
+
+/// Whether a byte of UTF-8 goes on with a character.
+[[nodiscard]] constexpr bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
 
 /// `text` without what may not stand in a picture or steers a terminal: control characters other than line feeds, which
 /// stay if `keepsLines`, and characters that are none.

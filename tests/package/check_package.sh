@@ -57,7 +57,37 @@ LD_LIBRARY_PATH="$prefix/$lib" "$work/by-pkg-config" "$work/by-pkg-config.mdl" >
 cmp "$work/by-cmake.mdl" "$work/by-pkg-config.mdl" || fail "the two builds of one host write different files"
 
 echo "--- command"
-"$prefix/$(cached CMAKE_INSTALL_BINDIR)/petal" --version
-"$prefix/$(cached CMAKE_INSTALL_BINDIR)/petal" export --quiet -o "$work/orders.mdl" \
-    "$prefix/share/doc/petal-bridge/examples/orders.model.json"
+petal=$prefix/$(cached CMAKE_INSTALL_BINDIR)/petal
+design=$source/tests/import/designs/shop.ecore
+"$petal" --version
+"$petal" export --quiet -o "$work/orders.mdl" "$prefix/share/doc/petal-bridge/examples/orders.model.json"
 test -s "$work/orders.mdl"
+"$petal" draw "$work/orders.mdl" --format png -o "$work/pictures"
+for picture in "$work/pictures"/*.png; do
+    test -s "$picture" || fail "no picture was drawn"
+done
+"$petal" import --quiet "$design" -o "$work/shop.model.json"
+grep -q Overview "$work/shop.model.json" || fail "the design was not laid out"
+
+# says_what_is_missing LIBRARY ARGUMENTS...: the command fails without the library, in words, and leaves its output alone.
+says_what_is_missing() {
+    library=$1
+    shift
+    echo kept >"$work/kept.svg"
+    if "$petal" "$@" -o "$work/kept.svg" 2>"$work/errors"; then
+        fail "petal $* needs no $library"
+    fi
+    grep -q "^petal: $library cannot be loaded: .*No such file" "$work/errors" || fail "petal $* said: $(cat "$work/errors")"
+    [ "$(cat "$work/kept.svg")" = kept ] || fail "petal $* changed the output"
+}
+
+echo "--- command without what it loads"
+rm -r "$prefix/$lib/petal-bridge"
+says_what_is_missing libpetal-layout.so import "$design"
+says_what_is_missing libpetal-layout.so export "$design"
+says_what_is_missing libpetal-pictures.so draw "$work/orders.mdl" --diagram Services --format svg
+says_what_is_missing libpetal-pictures.so browse "$work/orders.mdl"
+"$petal" draw "$work/orders.mdl" --list >"$work/diagrams"
+"$petal" import --quiet --no-layout "$design" -o "$work/shop.model.json"
+"$petal" export --quiet "$source/fuzz/seeds/StarUml/shop.mdj" -o "$work/shop.mdl"
+"$petal" check "$work/orders.mdl"
