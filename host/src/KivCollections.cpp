@@ -197,6 +197,20 @@ private:
     std::vector<std::uint32_t> sums;
 };
 
+// Asks for the memory from `begin` to `end`, unless these have nothing to do with each other.
+void fetchStretch(const void* begin, const void* end) noexcept
+{
+    constexpr std::ptrdiff_t cacheLine = 64;
+    constexpr std::ptrdiff_t most = 8 * 1024;
+    constexpr std::ptrdiff_t unrelated = 64 * 1024;
+    const auto* const memory = static_cast<const char*>(begin);
+    const std::ptrdiff_t size = static_cast<const char*>(end) - memory;
+    if (size > unrelated)
+        return;
+    for (std::ptrdiff_t at = 0; at < std::min(size, most); at += cacheLine)
+        fetchMemory(memory + at);
+}
+
 } // namespace
 
 // Everything but the slots themselves: made when a question is asked that the slots alone answer slowly.
@@ -426,11 +440,16 @@ void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
     }
 }
 
-void KivSequence::fetchParts(std::size_t index, int steps) const noexcept
+void KivSequence::fetchAhead(std::size_t index) const noexcept
 {
-    if (!places || places->holes > 0)
+    index += 2; // the next one is on its way already
+    if (!places || places->holes > 0 || index + 2 >= places->live)
         return;
-    for (int step = steps - 1; step >= 0 && ++index < places->live; --step)
-        if (const KivObject* const element = objectAt(index))
-            element->fetch(step);
+    const KivObject* const first = objectAt(index);
+    const KivObject* const second = objectAt(index + 1);
+    const KivObject* const third = objectAt(index + 2);
+    if (!first || !second || !third)
+        return;
+    fetchStretch(second, third + 1);
+    fetchStretch(first->getName().text(), second->getName().text());
 }

@@ -67,7 +67,8 @@ void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context
             KivPackage* const child = current->childPackages.at(current->traversal.nextChild++);
             if (child->enter(operation)) {
                 void* childContext = current->traversal.context;
-                operation.pre_process(child, childContext);
+                if (operation.isEntering)
+                    operation.pre_process(child, childContext);
                 child->beginTraversal(operation, current, childContext);
                 current = child;
             }

@@ -62,37 +62,6 @@ void KivAssociationRole::_depthTraversal(KivTraversalOperation& operation, void*
     visitAll(qualifiers, operation, context);
 }
 
-void KivAssociation::fetch(int step) const noexcept
-{
-    const auto ofParticipants = [this](auto fetchOf) {
-        roles.fetchEach([&](const KivAssociationRole& role) {
-            if (role.participant)
-                fetchOf(*role.participant);
-        });
-    };
-    switch (step) {
-    case 0:
-        fetchBytes(sizeof(KivAssociation));
-        return;
-    case 1:
-        roles.fetchPlaces();
-        return;
-    case 2:
-        roles.fetchElements();
-        return;
-    case 5:
-        fetchTexts();
-        roles.fetchEach([](const KivAssociationRole& role) { role.fetchTexts(); });
-        ofParticipants([](const KivClass& participant) { fetchMemory(&participant); });
-        return;
-    case 6:
-        ofParticipants([](const KivClass& participant) { participant.fetchTexts(); });
-        return;
-    default:
-        return;
-    }
-}
-
 void KivAssociation::_depthTraversal(KivTraversalOperation& operation, void* context)
 {
     visitAll(roles, operation, context);

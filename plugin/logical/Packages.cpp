@@ -69,13 +69,15 @@ void printElements(const KivDesignPackage& package)
         KivObject* const element = elements.at(i);
         if (element && element->elementType == KivElementType::Class)
             printClasses(static_cast<KivClass*>(element));
-        elements.fetchAhead(i, KivObject::stepsToTexts);
+        elements.fetchAhead(i);
     }
     createEnumClass();
     ROS_E_PRINTING_ASSOCIATIONS.log(*localLog);
-    for (KivObject* const element : package.modelElements)
+    for (std::size_t i = 0; i < elements.count(); ++i) {
+        KivObject* const element = elements.at(i);
         if (element && element->elementType == KivElementType::Association)
             printAssociations(static_cast<KivAssociation*>(element));
+    }
 }
 
 void printChildPackages(int* diagramCounter, KivModel* model, const KivDesignPackage& package)

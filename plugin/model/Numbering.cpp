@@ -24,7 +24,7 @@ long KivSetPID::blockSize(const KivObject& object)
 
 void KivSetPID::post_process(KivObject* object, void* /*context*/)
 {
-    if (!object->isInstanceOf(KivElementType::ModelObject))
+    if (!isModelObject(object->elementType))
         return;
     static_cast<KivModelObject*>(object)->pid = counter;
     counter += blockSize(*object);
@@ -34,6 +34,6 @@ void KivSetPID::post_process(KivObject* object, void* /*context*/)
 
 void KivZeroPID::post_process(KivObject* object, void* /*context*/)
 {
-    if (object->isInstanceOf(KivElementType::ModelObject))
+    if (isModelObject(object->elementType))
         static_cast<KivModelObject*>(object)->pid = 0;
 }

@@ -6,7 +6,7 @@
 /// reserve a block of numbers for what exists in the file only: views, labels, relationship entries.
 class KivSetPID : public KivTraversalOperation {
 public:
-    explicit KivSetPID(long first) : counter(first) {}
+    explicit KivSetPID(long first) : KivTraversalOperation(Calls::onLeavingOnly), counter(first) {}
     void post_process(KivObject* object, void* context) override;
 
     /// The next number.
@@ -21,6 +21,7 @@ private:
 /// Sets the number of every model object back to 0.
 class KivZeroPID : public KivTraversalOperation {
 public:
+    KivZeroPID() : KivTraversalOperation(Calls::onLeavingOnly) {}
     void post_process(KivObject* object, void* context) override;
 };
 

@@ -8,7 +8,7 @@ class KivGeneralization;
 class KivRealization;
 
 /// An argument of an operation, or a template parameter of a class.
-class __attribute__((visibility("default"))) KivArgument : public KivModelObject {
+class __attribute__((visibility("default"))) KivArgument final : public KivModelObject {
 public:
     KivArgument();
 
@@ -49,7 +49,7 @@ protected:
 };
 
 /// An attribute of a class, or a qualifier of an association role.
-class __attribute__((visibility("default"))) KivAttribute : public KivStructuralFeature {
+class __attribute__((visibility("default"))) KivAttribute final : public KivStructuralFeature {
 public:
     KivAttribute();
 
@@ -73,7 +73,6 @@ class __attribute__((visibility("default"))) KivClass : public KivClassifier {
 public:
     KivClass();
 
-    void fetch(int step) const noexcept override;
     [[nodiscard]] std::size_t getAttributeCount() const noexcept { return attributes.count(); }
     /// `index` must be below `getAttributeCount()`.
     [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept { return attributes.at(index); }

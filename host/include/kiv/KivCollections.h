@@ -32,23 +32,12 @@ public:
     /// Makes room: the next `additional` additions neither allocate nor throw.
     void reserve(std::size_t additional);
 
-    // Objects of a large model are far away, and to wait for them one by one takes longer than everything else. These
-    // ask the processor for memory that is needed soon; they change nothing.
-
-    /// Asks for where the elements are.
-    void fetchPlaces() const noexcept
-    {
-        if (!places)
-            return;
-        fetchMemory(places.get());
-        fetchMemory(places->slots() + fetchDistance); // most end in the second cache line
-    }
-    /// Asks for the first elements; waits for where they are.
-    void fetchElements() const noexcept
-    {
-        for (const KivObject* const element : firstPlaces())
-            fetchMemory(element);
-    }
+    /// For a loop that goes into each element and has come to `index`: asks the processor for what the next ones are
+    /// made of, so that a pass over a large model does not wait for each piece of it in turn. What belongs to an element
+    /// is mostly made right behind it and lies there in memory, up to the next one: objects in one stretch, texts and
+    /// collections in another. Whole stretches come faster than the pieces of them that are needed, which have to be
+    /// found first. Nothing changes.
+    void fetchAhead(std::size_t index) const noexcept;
 
 protected:
     friend class KivObject; // passes over what it holds
@@ -74,9 +63,6 @@ protected:
         if (places && index < places->live && places->holes == 0)
             fetchMemory(places->slots()[places->head + index]);
     }
-    /// Asks for what the elements behind `index` are made of, each one step further than the one behind it, up to the
-    /// last of `steps` for the next one (see `KivObject::fetch`).
-    void fetchParts(std::size_t index, int steps) const noexcept;
     /// Index of the first place that holds `object`, or `npos`.
     [[nodiscard]] std::size_t indexOfObject(const KivObject* object) const;
     void append(KivObject* object);
@@ -146,20 +132,6 @@ public:
 
     /// `index` must be below `count()`.
     [[nodiscard]] Element* at(std::size_t index) const noexcept { return static_cast<Element*>(objectAt(index)); }
-    /// Calls `fetch` for the first few elements.
-    template <class Fetch>
-    void fetchEach(Fetch fetch) const noexcept
-    {
-        for (const KivObject* const element : this->firstPlaces())
-            if (element)
-                fetch(*static_cast<const Element*>(element));
-    }
-    /// For a loop that has come to `index` and goes into each element: asks for what the next ones are made of.
-    void fetchAhead(std::size_t index, int steps) const noexcept
-    {
-        this->fetchElement(index + KivSequence::fetchDistance);
-        this->fetchParts(index, steps);
-    }
     /// Index of the first place that holds `element`, or `npos`.
     [[nodiscard]] std::size_t indexOf(const Element* element) const { return indexOfObject(element); }
     [[nodiscard]] bool contains(const Element* element) const { return indexOf(element) != npos; }
@@ -168,7 +140,6 @@ public:
 
     [[nodiscard]] Iterator begin() const
     {
-        this->fetchElements();
         return {*this, 0};
     }
     [[nodiscard]] Iterator end() const { return {*this, this->count()}; }

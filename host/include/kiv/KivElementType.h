@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 /// The element type codes: every object of a model carries one.
 enum class KivElementType : int {
     Note = 1,
@@ -113,4 +116,17 @@ enum class KivElementType : int {
         if (own == KivElementType::Object)
             return false;
     return true;
+}
+
+/// `isInstance(code, KivElementType::ModelObject)` for each code, which passes over a whole model ask of every object.
+inline constexpr auto modelObjectCodes = [] {
+    std::array<bool, static_cast<std::size_t>(KivElementType::Package) + 1> result = {};
+    for (std::size_t code = 0; code < result.size(); ++code)
+        result[code] = isInstance(static_cast<KivElementType>(code), KivElementType::ModelObject);
+    return result;
+}();
+
+[[nodiscard]] constexpr bool isModelObject(KivElementType code) noexcept
+{
+    return modelObjectCodes[static_cast<std::size_t>(code)];
 }

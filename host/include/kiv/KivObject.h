@@ -26,30 +26,6 @@ public:
     /// depth of the package tree, so it throws only what the operation throws. The objects note how far a pass has
     /// come: an operation must not begin another pass over what it is passing over.
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
-    /// Asks the processor for memory that is needed soon, so that a pass over a large model does not wait for each
-    /// piece of it in turn (see `KivSequence`). Where a piece lies is known only when the one that refers to it has
-    /// come, so there are steps, and between two of them a loop does something else:
-    ///
-    ///     0  the object itself
-    ///     1  where its contents are
-    ///     2  the contents
-    ///     3  where the contents of these are
-    ///     4  the contents of these
-    ///     5  texts of the contents
-    ///     6  texts of the contents of these
-    ///
-    /// Nothing changes.
-    virtual void fetch(int step) const noexcept;
-    /// How many steps a loop needs that reads objects only, and one that reads their texts too.
-    static constexpr int stepsToObjects = 5;
-    static constexpr int stepsToTexts = 7;
-    /// Asks for the texts that a file has of nearly every object.
-    void fetchTexts() const noexcept
-    {
-        name.fetch();
-        description.fetch();
-    }
-
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const;
 
@@ -72,28 +48,28 @@ public:
 
 protected:
     explicit KivObject(KivElementType code);
-    /// Asks for an object of that many bytes; its head is on the way already.
-    void fetchBytes(std::size_t size) const noexcept
-    {
-        constexpr std::size_t cacheLine = 64;
-        for (std::size_t at = cacheLine; at < size; at += cacheLine)
-            fetchMemory(reinterpret_cast<const char*>(this) + at);
-    }
     /// Visits what the object holds.
     virtual void _depthTraversal(KivTraversalOperation& operation, void* context);
     /// Visits `object` unless it is null or this pass has been there.
-    static void visit(KivObject* object, KivTraversalOperation& operation, void* context);
+    template <class Element>
+    static void visit(Element* object, KivTraversalOperation& operation, void* context)
+    {
+        if (!object || !object->enter(operation))
+            return;
+        if (operation.isEntering)
+            operation.pre_process(object, context);
+        if constexpr (!std::is_final_v<Element>) // what is final holds nothing
+            static_cast<KivObject*>(object)->_depthTraversal(operation, context);
+        operation.post_process(object, context);
+    }
     template <class Element>
     static void visitAll(const KivSequenceOf<Element>& elements, KivTraversalOperation& operation, void* context)
     {
         const std::size_t count = elements.count();
-        const bool isLarge = count > KivSequence::fetchDistance;
         for (std::size_t i = 0; i < count; ++i) {
             visit(elements.at(i), operation, context);
-            if (isLarge)
-                elements.fetchElement(i + KivSequence::fetchDistance);
             if constexpr (std::is_same_v<Element, KivObject>) // of these some are large
-                elements.fetchParts(i + 1, stepsToObjects);
+                elements.fetchAhead(i);
         }
     }
     /// True the first time that the pass of `operation` asks.

@@ -50,8 +50,6 @@ class __attribute__((visibility("default"))) KivAssociation : public KivRelation
 public:
     KivAssociation();
 
-    void fetch(int step) const noexcept override;
-
     KivVector<KivAssociationRole> roles;
     KivClass* associationClass = nullptr; ///< or null
     KivString constraint;

@@ -17,8 +17,14 @@ public:
     /// Called on leaving an object, after everything it holds.
     virtual void post_process(KivObject* object, void* context);
 
+protected:
+    /// An operation that does nothing on entering objects says so: calls cost time.
+    enum class Calls : bool { onEnteringAndLeaving, onLeavingOnly };
+    explicit KivTraversalOperation(Calls calls) : isEntering(calls == Calls::onEnteringAndLeaving) {}
+
 private:
     friend class KivObject;
     friend class KivPackage;
+    bool isEntering = true;
     std::uint32_t pass = 0;
 };
