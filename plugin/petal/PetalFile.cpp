@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -48,9 +49,28 @@ bool PetalBuffer::close()
 
 bool PetalBuffer::empty()
 {
-    const std::string_view bytes(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+    return writeUpTo(written + filled());
+}
+
+bool PetalBuffer::makeRoom(std::size_t size)
+{
+    const std::size_t end = written + filled();
+    const std::size_t lastPiece = end - end % PetalFile::pieceSize;
+    return (lastPiece <= written || writeUpTo(lastPiece)) && (hasRoom(size) || empty());
+}
+
+// What lies behind `end`, a position in the file, stays in the buffer.
+bool PetalBuffer::writeUpTo(std::size_t end)
+{
+    const std::size_t size = end - written;
+    const std::size_t rest = filled() - size;
     setp(pbase(), epptr());
-    return write(bytes);
+    if (!write({pbase(), size}))
+        return false;
+    if (rest > 0)
+        std::memmove(pbase(), pbase() + size, rest);
+    pbump(static_cast<int>(rest));
+    return true;
 }
 
 PetalBuffer::int_type PetalBuffer::overflow(int_type byte)
@@ -129,10 +149,10 @@ void PetalFile::append(std::string_view text)
 
 bool PetalFile::makeRoom(std::size_t size)
 {
-    if (!good() || size >= PetalFile::bufferSize)
+    if (!good() || size > PetalFile::bufferSize)
         return false;
-    if (buffer.empty())
-        return buffer.hasRoom(size);
+    if (buffer.makeRoom(size))
+        return true;
     giveUp();
     return false;
 }

@@ -29,6 +29,9 @@ public:
     void take(const char* end) { pbump(static_cast<int>(end - pptr())); }
     /// Writes what is in the buffer to the file; false when that fails.
     [[nodiscard]] bool empty();
+    /// Writes enough of it that there is room for `size` bytes, which must not be more than the buffer has; false when
+    /// that fails.
+    [[nodiscard]] bool makeRoom(std::size_t size);
     /// Forgets what has not reached the file yet and leaves no room for more.
     void poison() { setp(nullptr, nullptr); }
 
@@ -38,6 +41,8 @@ protected:
     int sync() override { return empty() ? 0 : -1; }
 
 private:
+    [[nodiscard]] std::size_t filled() const { return static_cast<std::size_t>(pptr() - pbase()); }
+    [[nodiscard]] bool writeUpTo(std::size_t end);
     [[nodiscard]] bool write(std::string_view bytes);
     void setSpaceAside(std::size_t size);
 
@@ -60,9 +65,12 @@ public:
     [[nodiscard]] bool is_open() const { return buffer.is_open(); }
     void close();
 
-    /// The room of an empty buffer. The file system takes larger pieces faster; still larger ones do not stay in the
-    /// processor's cache until they are written.
-    static constexpr std::size_t bufferSize = std::size_t{512} * 1024;
+    /// The file is written in pieces that begin and end at multiples of this. The file system takes larger pieces
+    /// faster, and much faster when they fill whole pages; still larger ones do not stay in the processor's cache until
+    /// they are written.
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
+    /// The room of an empty buffer: a piece, and what the line at its end has beyond it.
+    static constexpr std::size_t bufferSize = pieceSize + std::size_t{16} * 1024;
 
     /// Whether the stream's buffer has room for `size` bytes, at least one.
     [[nodiscard]] bool hasRoom(std::size_t size) const { return buffer.hasRoom(size); }

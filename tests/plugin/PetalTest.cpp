@@ -287,6 +287,26 @@ TEST(Pieces, DoNotDependOnTheBuffer)
     }
 }
 
+// Texts of all sizes, so that pieces of the file end in the middle of one, and large ones put them out of step.
+TEST(Pieces, FollowEachOtherThroughALargeFile)
+{
+    std::string texts;
+    const auto write = [&] {
+        std::size_t size = 1;
+        while (texts.size() < 20 * PetalFile::pieceSize) {
+            size = size * 48271 % 2147483647;
+            const std::size_t limit = size % 50 == 0 ? 2 * PetalFile::bufferSize : size % 7 == 0 ? 40000 : 90;
+            const std::string text(size % limit, static_cast<char>('a' + size % 26));
+            append(std::string_view(text), size);
+            texts += text + std::to_string(size);
+        }
+    };
+    const std::string file = written(write);
+    ASSERT_TRUE(file == texts) << "differs from byte "
+                               << std::mismatch(file.begin(), file.end(), texts.begin(), texts.end()).first -
+                                      file.begin();
+}
+
 TEST(Lists, CloseOnTheLastLineUnlessAnExceptionLeavesThem)
 {
     resetIndent();

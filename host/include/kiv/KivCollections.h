@@ -33,10 +33,10 @@ public:
     void reserve(std::size_t additional);
 
     /// For a loop that goes into each element and has come to `index`: asks the processor for what the next ones are
-    /// made of, so that a pass over a large model does not wait for each piece of it in turn. What belongs to an element
-    /// is mostly made right behind it and lies there in memory, up to the next one: objects in one stretch, texts and
-    /// collections in another. Whole stretches come faster than the pieces of them that are needed, which have to be
-    /// found first. Nothing changes.
+    /// made of, so that a pass over a large model does not wait for each piece of it in turn. What belongs to an
+    /// element is mostly made right behind it and lies there in memory, up to the next one: objects in one stretch,
+    /// texts and collections in another. Whole stretches come faster than the pieces of them that are needed, which
+    /// have to be found first. Nothing changes.
     void fetchAhead(std::size_t index) const noexcept;
 
 protected:
@@ -138,10 +138,7 @@ public:
     /// Takes out the first place that holds `element`; returns false when there is none.
     bool remove(const Element* element) { return removeObject(element); }
 
-    [[nodiscard]] Iterator begin() const
-    {
-        return {*this, 0};
-    }
+    [[nodiscard]] Iterator begin() const { return {*this, 0}; }
     [[nodiscard]] Iterator end() const { return {*this, this->count()}; }
 };
 
