@@ -271,17 +271,34 @@ void KivSequence::removeAll() noexcept
 
 void KivSequence::reserve(std::size_t additional)
 {
-    Places& p = ensureCapacity((places ? places->size : 0) + additional);
-    if (p.live + additional > smallCount || (p.lookup && p.lookup->table.isBuilt())) {
-        SlotTable& table = ensureLookup().table;
-        const bool built = table.isBuilt();
-        table.reserve(p.capacity);
-        table.reserveRepeats(p.capacity);
-        if (!built)
-            table.build(p.used(), p.head);
-    }
+    reserveNew(additional);
+    if (places->live + additional > smallCount && !hasTable())
+        buildTable();
+    if (hasTable())
+        places->lookup->table.reserveRepeats(places->capacity);
+}
+
+void KivSequence::reserveNew(std::size_t additional)
+{
+    const Places& p = ensureCapacity((places ? places->size : 0) + additional);
+    if (hasTable())
+        p.lookup->table.reserve(p.capacity);
     if (p.holes > 0)
         p.lookup->ranks.reserve(p.capacity);
+}
+
+bool KivSequence::hasTable() const noexcept
+{
+    return places->lookup && places->lookup->table.isBuilt();
+}
+
+// With room for as many elements as there are places for.
+void KivSequence::buildTable() const
+{
+    SlotTable table;
+    table.reserve(places->capacity);
+    table.build(places->used(), places->head);
+    ensureLookup().table = std::move(table);
 }
 
 void KivSequence::append(KivObject* object)
@@ -302,7 +319,7 @@ void KivSequence::append(KivObject* object)
             if (p.lookup) {
                 p.lookup->ranks.drop();
                 p.lookup->dropNames();
-                if (p.lookup->table.isBuilt())
+                if (hasTable())
                     p.lookup->table.build(p.used(), 0);
             }
         } else {
@@ -311,7 +328,7 @@ void KivSequence::append(KivObject* object)
     }
     Places& p = *places;
     const std::uint32_t slot = p.size;
-    if (p.lookup && p.lookup->table.isBuilt()) {
+    if (hasTable()) {
         p.lookup->table.prepareToAdd(object, std::size_t{slot} + 1);
         p.lookup->table.add(object, slot);
     }
@@ -341,17 +358,13 @@ std::size_t KivSequence::findSlot(const KivObject* object) const
     if (!places)
         return npos;
     Places& p = *places;
-    const bool hasTable = p.lookup && p.lookup->table.isBuilt();
-    if (!hasTable && p.size - p.head <= smallCount) {
+    if (!hasTable() && p.size - p.head <= smallCount) {
         const std::span<KivObject* const> slots = p.used();
         const auto found = std::find(slots.begin() + p.head, slots.end(), object);
         return found == slots.end() ? npos : static_cast<std::size_t>(found - slots.begin());
     }
-    if (!hasTable) {
-        SlotTable table;
-        table.build(p.used(), p.head);
-        ensureLookup().table = std::move(table);
-    }
+    if (!hasTable())
+        buildTable();
     const std::uint32_t slot = p.lookup->table.first(object);
     return slot == nothing ? npos : slot;
 }
@@ -371,7 +384,8 @@ KivObject* KivSequence::objectBetweenHoles(std::size_t index) const noexcept
 
 bool KivSequence::removeObject(const KivObject* object)
 {
-    const std::size_t slot = findSlot(object);
+    const bool isFirst = !isEmpty() && objectAt(0) == object;
+    const std::size_t slot = isFirst ? places->head : findSlot(object);
     if (slot == npos)
         return false;
     Places& p = *places;
@@ -380,7 +394,7 @@ bool KivSequence::removeObject(const KivObject* object)
         ensureLookup().ranks.build(p.used(), p.head, p.capacity);
     if (p.lookup && p.lookup->namesBuilt)
         p.lookup->names.erase({p.slots()[slot]->getName(), static_cast<std::uint32_t>(slot)});
-    if (p.lookup && p.lookup->table.isBuilt())
+    if (hasTable())
         p.lookup->table.removeFirst(object);
     if (p.holes > 0 || !atEdge)
         p.lookup->ranks.clear(slot);

@@ -16,10 +16,10 @@ void KivPackage::addChildPackage(KivPackage* package)
     KivPackage* const oldParent = package->parent;
     if (oldParent == this && childPackages.contains(package))
         return;
-    childPackages.reserve(1);
+    childPackages.reserveNew(1);
     if (oldParent && oldParent != this)
         oldParent->childPackages.remove(package);
-    childPackages.add(package);
+    childPackages.addNew(package);
     package->parent = this;
 }
 

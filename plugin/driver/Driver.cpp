@@ -113,8 +113,8 @@ void moveUnder(KivDesignPackage* logicalView)
     for (KivPackage* const package : theTrueModel->childPackages)
         if (isDesignPackage(*package) && package != logicalView)
             others.push_back(package);
-    logicalView->childPackages.reserve(others.size());
-    theTrueModel->childPackages.reserve(others.size());
+    logicalView->childPackages.reserveNew(others.size());
+    theTrueModel->childPackages.reserveNew(others.size());
     for (KivPackage* const package : others) {
         theTrueModel->removeChildPackage(package);
         logicalView->addChildPackage(package);

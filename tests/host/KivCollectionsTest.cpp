@@ -195,6 +195,20 @@ TYPED_TEST(KivCollections, AddWithoutAllocatingAfterReserve)
             collection.add(&packages[first + i]);
         EXPECT_EQ(allocationCount(), before) << first << " before";
     }
+    if constexpr (!Compared<TypeParam>::isVector)
+        for (const bool isSearched : {false, true}) {
+            TypeParam collection;
+            for (std::size_t i = 0; i < 20; ++i)
+                collection.add(&packages[i]);
+            collection.reserveNew(100);
+            if (isSearched)
+                collection.remove(&packages[10]);
+            const std::size_t before = allocationCount();
+            for (std::size_t i = 20; i < 120; ++i)
+                collection.addNew(&packages[i]);
+            EXPECT_EQ(allocationCount(), before) << "new ones, searched before: " << isSearched;
+            EXPECT_EQ(collection.indexOf(&packages[119]), isSearched ? 118U : 119U);
+        }
     if constexpr (Compared<TypeParam>::isVector)
         for (const std::size_t distinct : {1U, 20U}) {
             TypeParam collection;

@@ -31,6 +31,8 @@ public:
     void removeAll() noexcept;
     /// Makes room: the next `additional` additions neither allocate nor throw.
     void reserve(std::size_t additional);
+    /// The same for additions of elements that are known to be new (`KivLinkTree::addNew`), which ask for less.
+    void reserveNew(std::size_t additional);
 
     /// For a loop that goes into each element and has come to `index`: asks the processor for what the next ones are
     /// made of, so that a pass over a large model does not wait for each piece of it in turn. What belongs to an
@@ -69,7 +71,8 @@ protected:
     /// Returns false, and changes nothing, when `object` is already there.
     bool appendOnce(KivObject* object);
     /// Takes out the first place that holds `object`; returns false when there is none. When it throws, nothing has
-    /// changed; it does not throw for the first or the last element of a collection of up to eight or a reserved one.
+    /// changed; it does not throw for the first element, nor for the last one of a collection of up to eight or a
+    /// reserved one.
     bool removeObject(const KivObject* object);
     /// The first element of that exact name, or null.
     [[nodiscard]] KivObject* objectNamed(const KivString& name) const;
@@ -99,6 +102,9 @@ private:
     // A block with at least that many slots, the elements in it.
     Places& ensureCapacity(std::size_t capacity);
     [[nodiscard]] Lookup& ensureLookup() const;
+    // Whether a table finds elements; there must be places.
+    [[nodiscard]] bool hasTable() const noexcept;
+    void buildTable() const;
 
     std::unique_ptr<Places, Release> places;
 };
@@ -155,6 +161,8 @@ class KivLinkTree : public KivSequenceOf<Element> {
 public:
     /// Returns whether the element is new.
     bool add(Element* element) { return element && this->appendOnce(element); }
+    /// Adds an element that is not null and not there, which nobody finds out anew.
+    void addNew(Element* element) { this->append(element); }
 };
 
 /// A link tree with lookup by name. Two different objects of equal name are both kept.
