@@ -22,8 +22,6 @@ void printOperationKind()
 //     )
 void printSemanticInfo(const char* opening, const KivString& text)
 {
-    if (text.isEmpty())
-        return;
     line(opening);
     line("\tPDL\t", makeRoseDesc(text));
     line(")");
@@ -74,9 +72,12 @@ int printOperations(KivOperation* operation)
     if (operation->returnType)
         line("result\t", quoted(getTypeString(operation->returnType)));
     line("concurrency\t", keyword(concurrencyKeywords, operation->concurrency));
-    printSemanticInfo("pre_condition\t(object Semantic_Info", operation->preCondition);
-    printSemanticInfo("post_condition\t(object Semantic_Info", operation->postCondition);
-    printSemanticInfo("semantics\t(object Semantic_Info", operation->semantics);
+    if (!operation->preCondition.isEmpty())
+        printSemanticInfo("pre_condition\t(object Semantic_Info", operation->preCondition);
+    if (!operation->postCondition.isEmpty())
+        printSemanticInfo("post_condition\t(object Semantic_Info", operation->postCondition);
+    if (!operation->semantics.isEmpty())
+        printSemanticInfo("semantics\t(object Semantic_Info", operation->semantics);
     line("opExportControl\t", keyword(visibilityKeywords, operation->visibility));
     if (operation->isFriend)
         line("friend\tTRUE");
