@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
@@ -89,10 +90,51 @@ std::string_view trimmed(std::string_view token)
 
 class Builder;
 
+// A key of an object as it is written, with the closing quote: a search compares words, since keys are short. The text
+// may be read beyond its end as far as its padding goes.
+class Key {
+public:
+    constexpr Key() = default;
+    constexpr Key(std::string_view theText) : text(theText)
+    {
+        for (std::size_t at = 0; at < std::min(text.size() + 1, sizeof words); ++at) {
+            const std::size_t shift = 8 * (std::endian::native == std::endian::little ? at % 8 : 7 - at % 8);
+            const auto byte = static_cast<unsigned char>(at < text.size() ? text[at] : '"');
+            words[at / 8] |= std::uint64_t{byte} << shift;
+            masks[at / 8] |= std::uint64_t{0xFF} << shift;
+        }
+    }
+    constexpr Key(const char* theText) : Key(std::string_view(theText)) {}
+
+    [[nodiscard]] constexpr std::string_view view() const { return text; }
+    /// Whether it stands behind the opening quote at `at`.
+    [[nodiscard]] bool isAt(const char* at) const
+    {
+        std::array<std::uint64_t, wordCount> found;
+        std::memcpy(found.data(), at + 1, sizeof found);
+        std::uint64_t difference = 0;
+        for (std::size_t i = 0; i < wordCount; ++i)
+            difference |= (found[i] ^ words[i]) & masks[i];
+        return difference == 0 && (text.size() < sizeof words || isRestAt(at + 1));
+    }
+
+private:
+    static constexpr std::size_t wordCount = 2;
+
+    [[nodiscard]] bool isRestAt(const char* start) const
+    {
+        return std::memcmp(start, text.data(), text.size()) == 0 && start[text.size()] == '"';
+    }
+
+    std::string_view text;
+    std::array<std::uint64_t, wordCount> words = {};
+    std::array<std::uint64_t, wordCount> masks = {};
+};
+
 // A key of an object and how its value is taken over.
 template <class Target>
 struct Field {
-    std::string_view key;
+    Key key;
     void (*read)(Builder&, Target&, Value&);
 };
 
@@ -373,20 +415,14 @@ public:
             if (const auto error = std::move(result).get(field); error != simdjson::SUCCESS)
                 throwSyntaxError(error, nullptr);
             const char* at = field.key().raw() - 1;
-            if (!isKey(at, fields[next].key))
+            if (!fields[next].key.isAt(at))
                 next = findKey(readKey(field, at), at, fields, next);
             if ((seen >> next & 1U) != 0)
-                fail(at, "each key once in an object", "the key " + jsonQuoted(fields[next].key) + " again");
+                fail(at, "each key once in an object", "the key " + jsonQuoted(fields[next].key.view()) + " again");
             seen |= std::uint64_t{1} << next;
             fields[next].read(*this, target, field.value());
             next = next + 1 == Count ? 0 : next + 1;
         }
-    }
-
-    // Whether the key whose opening quote is at `at` is written as `key`.
-    static bool isKey(const char* at, std::string_view key)
-    {
-        return std::memcmp(at + 1, key.data(), key.size()) == 0 && at[1 + key.size()] == '"';
     }
 
     // Place of a key in the table, looked for from `start` on.
@@ -396,7 +432,7 @@ public:
     {
         for (std::size_t tried = 0; tried < Count; ++tried) {
             const std::size_t place = (start + tried) % Count;
-            if (fields[place].key == key)
+            if (fields[place].key.view() == key)
                 return place;
         }
         failUnknownKey(key, at, fields);
@@ -409,7 +445,7 @@ public:
         std::vector<std::string_view> known;
         known.reserve(Count);
         for (const auto& field : fields)
-            known.push_back(field.key);
+            known.push_back(field.key.view());
         const std::string found = "the unknown key " + jsonQuoted(shortened(key));
         const std::optional<std::string_view> nearest = nearestName(key, known);
         std::string expected = "a known key";
@@ -420,7 +456,7 @@ public:
 
     // Looks ahead for one key and leaves the object as it was.
     template <class Read>
-    bool findField(Object& object, std::string_view wanted, Read read)
+    bool findField(Object& object, const Key& wanted, Read read)
     {
         bool found = false;
         for (auto result : object) {
@@ -428,7 +464,7 @@ public:
             if (const auto error = std::move(result).get(field); error != simdjson::SUCCESS)
                 throwSyntaxError(error, nullptr);
             const char* at = field.key().raw() - 1;
-            found = isKey(at, wanted) || readKey(field, at) == wanted;
+            found = wanted.isAt(at) || readKey(field, at) == wanted.view();
             if (found) {
                 read(field.value());
                 break;
@@ -498,6 +534,7 @@ public:
 
     KivPackage* readPackage(Value& value, std::size_t level);
     std::size_t packageLevel = 0;
+    std::vector<KivObject*> unfinished; // objects of the lists that are being read (see MadeObjects)
 
 private:
     KivModel& model;
@@ -666,17 +703,43 @@ std::int16_t defaultPosition(std::size_t index)
 }
 
 // Reads a list of objects of one class into `elements`.
+// The objects of a list while it is read; their collection gets them when their number is known, and no more room than
+// they need.
+template <class Element>
+class MadeObjects {
+public:
+    explicit MadeObjects(Builder& builder) : stack(builder.unfinished), start(stack.size()) {}
+    ~MadeObjects() { stack.resize(start); }
+    MadeObjects(const MadeObjects&) = delete;
+    MadeObjects& operator=(const MadeObjects&) = delete;
+
+    void add(Element* element) { stack.push_back(element); }
+    template <class Elements>
+    void moveTo(Elements& elements) const
+    {
+        elements.reserveNew(stack.size() - start);
+        for (std::size_t i = start; i < stack.size(); ++i)
+            elements.addNew(static_cast<Element*>(stack[i]));
+    }
+
+private:
+    std::vector<KivObject*>& stack;
+    std::size_t start;
+};
+
 template <class Element, class Elements, std::size_t Count>
 void readElements(Builder& builder, Elements& elements, Value& value, const std::array<Field<Element>, Count>& fields)
 {
+    MadeObjects<Element> made(builder);
     builder.readList(value, [&](Value& item, std::size_t index) {
         Object object = builder.readObject(item);
         auto* const element = builder.create<Element>();
         if constexpr (requires { element->position; })
             element->position = defaultPosition(index);
         builder.readFields(object, *element, fields);
-        elements.add(element);
+        made.add(element);
     });
+    made.moveTo(elements);
 }
 
 // --- types ---
@@ -862,14 +925,14 @@ constexpr std::array<std::string_view, 6> elementKinds = {"note",           "cla
                                                           "generalization", "dependency", "realization"};
 
 template <class Element, std::size_t Count>
-void addElement(Builder& builder, KivPackage& package, Object& object, const std::array<Field<Element>, Count>& fields)
+KivObject* readElement(Builder& builder, Object& object, const std::array<Field<Element>, Count>& fields)
 {
     auto* const element = builder.create<Element>();
     builder.readFields(object, *element, fields);
-    package.modelElements.add(element);
+    return element;
 }
 
-void readModelElement(Builder& builder, KivPackage& package, Value& value)
+KivObject* readModelElement(Builder& builder, Value& value)
 {
     const char* const at = Builder::tokenOf(value).data();
     Object object = builder.readObject(value);
@@ -880,17 +943,17 @@ void readModelElement(Builder& builder, KivPackage& package, Value& value)
     });
     switch (kind) {
     case 0:
-        return addElement(builder, package, object, noteFields);
+        return readElement(builder, object, noteFields);
     case 1:
-        return addElement(builder, package, object, classFields);
+        return readElement(builder, object, classFields);
     case 2:
-        return addElement(builder, package, object, associationFields);
+        return readElement(builder, object, associationFields);
     case 3:
-        return addElement(builder, package, object, generalizationFields);
+        return readElement(builder, object, generalizationFields);
     case 4:
-        return addElement(builder, package, object, dependencyFields);
+        return readElement(builder, object, dependencyFields);
     case 5:
-        return addElement(builder, package, object, realizationFields);
+        return readElement(builder, object, realizationFields);
     default:
         Builder::fail(at, "a kind of element", "none", "kind");
     }
@@ -934,7 +997,9 @@ KivDiagram* readDiagram(Builder& builder, Value& value)
 
 void readModelElements(Builder& builder, KivPackage& package, Value& value)
 {
-    builder.readList(value, [&](Value& item, std::size_t /*index*/) { readModelElement(builder, package, item); });
+    MadeObjects<KivObject> made(builder);
+    builder.readList(value, [&](Value& item, std::size_t /*index*/) { made.add(readModelElement(builder, item)); });
+    made.moveTo(package.modelElements);
 }
 
 void readDiagrams(Builder& builder, KivPackage& package, Value& value)
@@ -1234,7 +1299,7 @@ ModelFileKeys keysOf(std::string_view objectKind, const std::array<Field<Target>
 {
     ModelFileKeys result{objectKind, {}};
     for (const auto& field : fields)
-        result.keys.push_back(field.key);
+        result.keys.push_back(field.key.view());
     return result;
 }
 

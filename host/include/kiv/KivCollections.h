@@ -153,6 +153,7 @@ template <class Element>
 class KivVector : public KivSequenceOf<Element> {
 public:
     void add(Element* element) { this->append(element); }
+    void addNew(Element* element) { this->append(element); }
 };
 
 /// A link tree: holds an object at most once and never null; adding it again changes nothing.
