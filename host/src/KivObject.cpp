@@ -19,11 +19,6 @@ void KivObject::setName(const KivString& newName)
     name = newName;
 }
 
-const KivString& KivObject::getName() const
-{
-    return name;
-}
-
 void KivObject::depthTraversal(KivTraversalOperation& operation, void* context)
 {
     static std::atomic<std::uint32_t> passes = 0;

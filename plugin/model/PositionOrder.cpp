@@ -22,11 +22,22 @@ int comparePositions(const void* a, const void* b)
 
 // Most collections stand in position order already; sorting needs memory of its own.
 template <class Element>
-void sortByPosition(std::vector<Element*>& elements, int (*compare)(const void*, const void*))
+void collectByPosition(const KivSequenceOf<Element>& collection, std::vector<Element*>& order,
+                       int (*compare)(const void*, const void*))
 {
-    const auto before = [compare](Element* a, Element* b) { return compare(&a, &b) < 0; };
-    if (!std::is_sorted(elements.begin(), elements.end(), before))
-        std::stable_sort(elements.begin(), elements.end(), before);
+    const std::size_t count = collection.count();
+    order.clear();
+    order.reserve(count);
+    bool isSorted = true;
+    for (std::size_t i = 0; i < count; ++i) {
+        Element* const element = collection.at(i);
+        if (!element)
+            continue;
+        isSorted = isSorted && (order.empty() || order.back()->position <= element->position);
+        order.push_back(element);
+    }
+    if (!isSorted)
+        std::stable_sort(order.begin(), order.end(), [compare](Element* a, Element* b) { return compare(&a, &b) < 0; });
 }
 
 } // namespace
@@ -43,19 +54,13 @@ int compareArgumentPos(const void* a, const void* b)
 
 const std::vector<KivAttribute*>& attributesByPosition(const KivClass& theClass)
 {
-    attributeOrder.clear();
-    attributeOrder.reserve(theClass.getAttributeCount());
-    for (std::size_t i = 0; i < theClass.getAttributeCount(); ++i)
-        if (KivAttribute* const attribute = theClass.getAttribute(i))
-            attributeOrder.push_back(attribute);
-    sortByPosition(attributeOrder, compareAttributePos);
+    collectByPosition(theClass.attributes, attributeOrder, compareAttributePos);
     return attributeOrder;
 }
 
 const std::vector<KivArgument*>& argumentsByPosition(const KivLinkTree<KivArgument>& arguments)
 {
-    argumentOrder.assign(arguments.begin(), arguments.end());
-    sortByPosition(argumentOrder, compareArgumentPos);
+    collectByPosition(arguments, argumentOrder, compareArgumentPos);
     return argumentOrder;
 }
 

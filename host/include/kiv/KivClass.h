@@ -11,13 +11,14 @@ class KivRealization;
 class __attribute__((visibility("default"))) KivArgument final : public KivModelObject {
 public:
     KivArgument();
+    static constexpr bool isLeaf = true;
 
     std::int16_t position = 0;
     KivType* type = nullptr; ///< null: no type
     KivString initialValue;
 };
 
-class __attribute__((visibility("default"))) KivOperation : public KivModelObject {
+class __attribute__((visibility("default"))) KivOperation final : public KivModelObject {
 public:
     KivOperation();
 
@@ -52,6 +53,7 @@ protected:
 class __attribute__((visibility("default"))) KivAttribute final : public KivStructuralFeature {
 public:
     KivAttribute();
+    static constexpr bool isLeaf = true;
 
     int visibility = 0;      ///< 0 public, 1 protected, 2 private, other implementation
     KivType* type = nullptr; ///< null: no type
@@ -69,7 +71,7 @@ protected:
     using KivModelElement::KivModelElement;
 };
 
-class __attribute__((visibility("default"))) KivClass : public KivClassifier {
+class __attribute__((visibility("default"))) KivClass final : public KivClassifier {
 public:
     KivClass();
 

@@ -27,7 +27,10 @@ public:
     /// come: an operation must not begin another pass over what it is passing over.
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
     virtual void setName(const KivString& newName);
-    [[nodiscard]] virtual const KivString& getName() const;
+    [[nodiscard]] virtual const KivString& getName() const { return name; }
+
+    /// Whether no object of the class holds anything, so that passes need not look.
+    static constexpr bool isLeaf = false;
 
     // What a pass over a model asks of every object stands at its head, in one cache line. After that fields are
     // ordered by size, so that an object of a large model has no gaps.
@@ -58,7 +61,7 @@ protected:
             return;
         if (operation.isEntering)
             operation.pre_process(object, context);
-        if constexpr (!std::is_final_v<Element>) // what is final holds nothing
+        if constexpr (!Element::isLeaf)
             static_cast<KivObject*>(object)->_depthTraversal(operation, context);
         operation.post_process(object, context);
     }
@@ -129,7 +132,7 @@ public:
 };
 
 /// Every object that carries a number during an export.
-class __attribute__((visibility("default"), aligned(32))) KivModelObject : public KivObject {
+class __attribute__((visibility("default"))) KivModelObject : public KivObject {
 public:
     /// The number that an export gives the object; 0 outside of an export.
     using KivObject::pid;

@@ -15,12 +15,16 @@ public:
     {
         elements.clear();
         elements.reserve(collection.count());
-        for (Element* element : collection)
-            if (element)
-                elements.push_back(element);
-        const auto before = [](const Element* a, const Element* b) { return a->position < b->position; };
-        if (!std::is_sorted(elements.begin(), elements.end(), before))
-            std::stable_sort(elements.begin(), elements.end(), before);
+        bool isSorted = true;
+        for (Element* element : collection) {
+            if (!element)
+                continue;
+            isSorted = isSorted && (elements.empty() || elements.back()->position <= element->position);
+            elements.push_back(element);
+        }
+        if (!isSorted)
+            std::stable_sort(elements.begin(), elements.end(),
+                             [](const Element* a, const Element* b) { return a->position < b->position; });
     }
     void removeAll() noexcept { std::vector<Element*>().swap(elements); }
 

@@ -23,7 +23,7 @@ protected:
 };
 
 /// One end of an association.
-class __attribute__((visibility("default"))) KivAssociationRole : public KivModelObject {
+class __attribute__((visibility("default"))) KivAssociationRole final : public KivModelObject {
 public:
     KivAssociationRole();
 
@@ -46,7 +46,7 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class __attribute__((visibility("default"))) KivAssociation : public KivRelationship {
+class __attribute__((visibility("default"))) KivAssociation final : public KivRelationship {
 public:
     KivAssociation();
 
@@ -59,7 +59,7 @@ protected:
     void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class __attribute__((visibility("default"))) KivGeneralization : public KivRelationship {
+class __attribute__((visibility("default"))) KivGeneralization final : public KivRelationship {
 public:
     KivGeneralization();
 
@@ -71,7 +71,7 @@ public:
     bool isFriend = false;
 };
 
-class __attribute__((visibility("default"))) KivDependency : public KivRelationship {
+class __attribute__((visibility("default"))) KivDependency final : public KivRelationship {
 public:
     KivDependency();
 
@@ -79,7 +79,7 @@ public:
     KivClass* supplier = nullptr; ///< the used class
 };
 
-class __attribute__((visibility("default"))) KivRealization : public KivRelationship {
+class __attribute__((visibility("default"))) KivRealization final : public KivRelationship {
 public:
     KivRealization();
 
