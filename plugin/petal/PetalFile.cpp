@@ -11,7 +11,7 @@ namespace {
 // From that size on space is set aside, in steps that grow with the file; for a small file it costs more than it saves.
 constexpr std::size_t smallFile = std::size_t{1} << 20;
 constexpr std::size_t leastStep = std::size_t{4} << 20;
-constexpr std::size_t greatestStep = std::size_t{16} << 20;
+constexpr std::size_t greatestStep = std::size_t{64} << 20;
 
 } // namespace
 
