@@ -94,7 +94,7 @@ class Builder;
 // may be read beyond its end as far as its padding goes.
 class Key {
 public:
-    constexpr Key() = default;
+    constexpr Key() = default; // stands everywhere; to be overwritten
     constexpr Key(std::string_view theText) : text(theText)
     {
         for (std::size_t at = 0; at < std::min(text.size() + 1, sizeof words); ++at) {
@@ -107,7 +107,7 @@ public:
     constexpr Key(const char* theText) : Key(std::string_view(theText)) {}
 
     [[nodiscard]] constexpr std::string_view view() const { return text; }
-    /// Whether it stands behind the opening quote at `at`.
+    // Whether it stands behind the opening quote at `at`.
     [[nodiscard]] bool isAt(const char* at) const
     {
         std::array<std::uint64_t, wordCount> found;
@@ -130,6 +130,8 @@ private:
     std::array<std::uint64_t, wordCount> words = {};
     std::array<std::uint64_t, wordCount> masks = {};
 };
+
+constexpr Key kindKey = "kind";
 
 // A key of an object and how its value is taken over.
 template <class Target>
@@ -702,7 +704,6 @@ std::int16_t defaultPosition(std::size_t index)
     return static_cast<std::int16_t>(std::min<std::size_t>(index, std::numeric_limits<std::int16_t>::max()));
 }
 
-// Reads a list of objects of one class into `elements`.
 // The objects of a list while it is read; their collection gets them when their number is known, and no more room than
 // they need.
 template <class Element>
@@ -717,6 +718,8 @@ public:
     template <class Elements>
     void moveTo(Elements& elements) const
     {
+        if (stack.size() == start)
+            return; // an empty collection has no memory
         elements.reserveNew(stack.size() - start);
         for (std::size_t i = start; i < stack.size(); ++i)
             elements.addNew(static_cast<Element*>(stack[i]));
@@ -727,6 +730,7 @@ private:
     std::size_t start;
 };
 
+// Reads a list of objects of one class into `elements`.
 template <class Element, class Elements, std::size_t Count>
 void readElements(Builder& builder, Elements& elements, Value& value, const std::array<Field<Element>, Count>& fields)
 {
@@ -758,7 +762,7 @@ void readType(Builder& builder, KivModel& model, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"baseType", "derivedType"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
+    builder.findField(object, kindKey, [&](Value& text) { kind = builder.readChoice(text, kinds); });
     KivType* const type =
         kind == 0 ? static_cast<KivType*>(builder.create<KivBaseType>()) : builder.create<KivDerivedType>();
     builder.readFields(object, *type, typeFields);
@@ -827,7 +831,7 @@ void readKey(Builder& builder, KivClass& owner, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"candidateKey", "foreignKey"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
+    builder.findField(object, kindKey, [&](Value& text) { kind = builder.readChoice(text, kinds); });
     KivKey* const key =
         kind == 0 ? static_cast<KivKey*>(builder.create<KivCandidateKey>()) : builder.create<KivForeignKey>();
     builder.readFields(object, *key, keyFields);
@@ -937,7 +941,7 @@ KivObject* readModelElement(Builder& builder, Value& value)
     const char* const at = Builder::tokenOf(value).data();
     Object object = builder.readObject(value);
     std::size_t kind = elementKinds.size();
-    builder.findField(object, "kind", [&](Value& text) {
+    builder.findField(object, kindKey, [&](Value& text) {
         if (!Builder::isNull(text))
             kind = builder.readChoice(text, elementKinds);
     });
@@ -991,7 +995,7 @@ KivDiagram* readDiagram(Builder& builder, Value& value)
     constexpr std::array<std::string_view, 2> kinds = {"classDiagram", "diagram"};
     Object object = builder.readObject(value);
     std::size_t kind = 0;
-    builder.findField(object, "kind", [&](Value& text) { kind = builder.readChoice(text, kinds); });
+    builder.findField(object, kindKey, [&](Value& text) { kind = builder.readChoice(text, kinds); });
     return kind == 0 ? readDiagramAs<KivClassDiagram>(builder, object) : readDiagramAs<KivDiagram>(builder, object);
 }
 

@@ -200,15 +200,16 @@ private:
 // Asks for the memory from `begin` to `end`, unless these have nothing to do with each other.
 void fetchStretch(const void* begin, const void* end) noexcept
 {
-    constexpr std::ptrdiff_t cacheLine = 64;
-    constexpr std::ptrdiff_t most = 8 * 1024;
-    constexpr std::ptrdiff_t unrelated = 64 * 1024;
-    const auto* const memory = static_cast<const char*>(begin);
-    const std::ptrdiff_t size = static_cast<const char*>(end) - memory;
-    if (size > unrelated)
+    constexpr std::uintptr_t cacheLine = 64;
+    constexpr std::uintptr_t most = 8 * 1024;
+    constexpr std::uintptr_t unrelated = 64 * 1024;
+    const auto from = reinterpret_cast<std::uintptr_t>(begin);
+    const auto to = reinterpret_cast<std::uintptr_t>(end);
+    if (to <= from || to - from > unrelated)
         return;
-    for (std::ptrdiff_t at = 0; at < std::min(size, most); at += cacheLine)
-        fetchMemory(memory + at);
+    const std::uintptr_t last = std::min(to, from + most);
+    for (std::uintptr_t at = from; at < last; at += cacheLine)
+        fetchMemory(reinterpret_cast<const void*>(at)); // NOLINT(performance-no-int-to-ptr): nothing is read
 }
 
 } // namespace
@@ -272,7 +273,7 @@ void KivSequence::removeAll() noexcept
 void KivSequence::reserve(std::size_t additional)
 {
     reserveNew(additional);
-    if (places->live + additional > smallCount && !hasTable())
+    if (places->size - places->head + additional > smallCount && !hasTable())
         buildTable();
     if (hasTable())
         places->lookup->table.reserveRepeats(places->capacity);
@@ -465,5 +466,5 @@ void KivSequence::fetchAhead(std::size_t index) const noexcept
     if (!first || !second || !third)
         return;
     fetchStretch(second, third + 1);
-    fetchStretch(first->getName().text(), second->getName().text());
+    fetchStretch(first->name.text(), second->name.text());
 }

@@ -13,20 +13,34 @@ KivClassDiagram::KivClassDiagram() : KivDiagram(KivElementType::ClassDiagram) {}
 
 void KivPackage::addChildPackage(KivPackage* package)
 {
-    KivPackage* const oldParent = package->parent;
-    if (oldParent == this && childPackages.contains(package))
+    if (package->parent == this && childPackages.contains(package))
         return;
-    childPackages.reserveNew(1);
-    if (oldParent && oldParent != this)
-        oldParent->childPackages.remove(package);
-    childPackages.addNew(package);
+    reserveChildPackages(1);
+    if (package->parent)
+        package->parent->removeChildPackage(package);
+    if (areChildrenAdded())
+        childPackages.addNew(package);
+    else
+        childPackages.add(package);
     package->parent = this;
+    ++addedChildren;
 }
 
 void KivPackage::removeChildPackage(KivPackage* package)
 {
-    if (childPackages.remove(package))
-        package->parent = nullptr;
+    if (!childPackages.remove(package))
+        return;
+    if (package->parent == this)
+        --addedChildren;
+    package->parent = nullptr;
+}
+
+void KivPackage::reserveChildPackages(std::size_t additional)
+{
+    if (areChildrenAdded())
+        childPackages.reserveNew(additional);
+    else
+        childPackages.reserve(additional);
 }
 
 void KivPackage::addParentPackage(KivPackage* package)
@@ -67,7 +81,7 @@ void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context
             KivPackage* const child = current->childPackages.at(current->traversal.nextChild++);
             if (child->enter(operation)) {
                 void* childContext = current->traversal.context;
-                if (operation.isEntering)
+                if (operation.hearsOfEntering)
                     operation.pre_process(child, childContext);
                 child->beginTraversal(operation, current, childContext);
                 current = child;

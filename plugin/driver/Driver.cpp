@@ -105,16 +105,25 @@ KivDesignPackage* findLogicalView()
     return createLogicalView();
 }
 
-// Room for the moves there and back is made first: once packages are on the move nothing may fail, or one would hang
-// nowhere.
+// Room for the moves there and back is made first: once packages are on the move nothing may fail, or the model would
+// stay half moved. Those at the front are taken out without any.
 void moveUnder(KivDesignPackage* logicalView)
 {
     std::vector<KivPackage*> others;
-    for (KivPackage* const package : theTrueModel->childPackages)
-        if (isDesignPackage(*package) && package != logicalView)
+    bool areInFront = true;
+    std::size_t place = 0;
+    for (KivPackage* const package : theTrueModel->childPackages) {
+        if (isDesignPackage(*package) && package != logicalView) {
+            areInFront = areInFront && place == others.size();
             others.push_back(package);
-    logicalView->childPackages.reserveNew(others.size());
-    theTrueModel->childPackages.reserveNew(others.size());
+        }
+        ++place;
+    }
+    logicalView->reserveChildPackages(others.size());
+    if (areInFront)
+        theTrueModel->reserveChildPackages(others.size());
+    else
+        theTrueModel->childPackages.reserve(others.size());
     for (KivPackage* const package : others) {
         theTrueModel->removeChildPackage(package);
         logicalView->addChildPackage(package);

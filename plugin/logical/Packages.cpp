@@ -73,11 +73,9 @@ void printElements(const KivDesignPackage& package)
     }
     createEnumClass();
     ROS_E_PRINTING_ASSOCIATIONS.log(*localLog);
-    for (std::size_t i = 0; i < elements.count(); ++i) {
-        KivObject* const element = elements.at(i);
+    for (KivObject* const element : elements)
         if (element && element->elementType == KivElementType::Association)
             printAssociations(static_cast<KivAssociation*>(element));
-    }
 }
 
 void printChildPackages(int* diagramCounter, KivModel* model, const KivDesignPackage& package)

@@ -4,7 +4,7 @@
 
 /// Gives every model object its number (`pid`) on leaving it, so that contents come before what holds them. Some kinds
 /// reserve a block of numbers for what exists in the file only: views, labels, relationship entries.
-class KivSetPID : public KivTraversalOperation {
+class KivSetPID final : public KivTraversalOperation {
 public:
     explicit KivSetPID(long first) : KivTraversalOperation(Calls::onLeavingOnly), counter(first) {}
     void post_process(KivObject* object, void* context) override;
@@ -19,7 +19,7 @@ private:
 };
 
 /// Sets the number of every model object back to 0.
-class KivZeroPID : public KivTraversalOperation {
+class KivZeroPID final : public KivTraversalOperation {
 public:
     KivZeroPID() : KivTraversalOperation(Calls::onLeavingOnly) {}
     void post_process(KivObject* object, void* context) override;

@@ -56,7 +56,7 @@ bool PetalBuffer::makeRoom(std::size_t size)
 {
     const std::size_t end = written + filled();
     const std::size_t lastPiece = end - end % PetalFile::pieceSize;
-    return (lastPiece <= written || writeUpTo(lastPiece)) && (hasRoom(size) || empty());
+    return (lastPiece <= written || writeUpTo(lastPiece)) && (hasRoom(size) || (empty() && hasRoom(size)));
 }
 
 // What lies behind `end`, a position in the file, stays in the buffer.

@@ -65,9 +65,9 @@ public:
     [[nodiscard]] bool is_open() const { return buffer.is_open(); }
     void close();
 
-    /// The file is written in pieces that begin and end at multiples of this. The file system takes larger pieces
-    /// faster, and much faster when they fill whole pages; still larger ones do not stay in the processor's cache until
-    /// they are written.
+    /// The file is mostly written in pieces that begin and end at multiples of this; a text larger than the buffer puts
+    /// them out of step once. The file system takes larger pieces faster, and much faster when they fill whole pages;
+    /// still larger ones do not stay in the processor's cache until they are written.
     static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
     /// The room of an empty buffer: a piece, and what the line at its end has beyond it.
     static constexpr std::size_t bufferSize = pieceSize + std::size_t{16} * 1024;

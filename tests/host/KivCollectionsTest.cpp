@@ -183,32 +183,37 @@ TYPED_TEST(KivCollections, KeepTheirMemoryInBounds)
 TYPED_TEST(KivCollections, AddWithoutAllocatingAfterReserve)
 {
     std::deque<KivPackage> packages(200);
-    for (const std::size_t first : {0U, 5U, 20U, 100U}) {
-        TypeParam collection;
-        for (std::size_t i = 0; i < first; ++i)
-            collection.add(&packages[i]);
-        if (first > 2)
-            collection.remove(&packages[1]); // leaves a hole
-        collection.reserve(100);
-        const std::size_t before = allocationCount();
-        for (std::size_t i = 0; i < 100; ++i)
-            collection.add(&packages[first + i]);
-        EXPECT_EQ(allocationCount(), before) << first << " before";
-    }
-    if constexpr (!Compared<TypeParam>::isVector)
-        for (const bool isSearched : {false, true}) {
+    for (const std::size_t first : {0U, 5U, 8U, 20U, 100U})
+        for (const std::size_t more : {3U, 100U}) {
             TypeParam collection;
-            for (std::size_t i = 0; i < 20; ++i)
+            for (std::size_t i = 0; i < first; ++i)
                 collection.add(&packages[i]);
-            collection.reserveNew(100);
-            if (isSearched)
-                collection.remove(&packages[10]);
+            for (std::size_t i = 1; i < 4 && i + 1 < first; ++i)
+                collection.remove(&packages[i]); // leaves a hole
+            collection.reserve(more);
             const std::size_t before = allocationCount();
-            for (std::size_t i = 20; i < 120; ++i)
-                collection.addNew(&packages[i]);
-            EXPECT_EQ(allocationCount(), before) << "new ones, searched before: " << isSearched;
-            EXPECT_EQ(collection.indexOf(&packages[119]), isSearched ? 118U : 119U);
+            for (std::size_t i = 0; i < more; ++i)
+                collection.add(&packages[first + i]);
+            EXPECT_EQ(allocationCount(), before) << first << " before, " << more << " more";
         }
+    if constexpr (!Compared<TypeParam>::isVector)
+        for (const bool hasHole : {false, true})
+            for (const bool wasSearched : {false, true}) {
+                TypeParam collection;
+                for (std::size_t i = 0; i < 20; ++i)
+                    collection.addNew(&packages[i]);
+                if (wasSearched) {
+                    EXPECT_TRUE(collection.contains(&packages[10]));
+                }
+                if (hasHole)
+                    collection.remove(&packages[10]);
+                collection.reserveNew(100);
+                const std::size_t before = allocationCount();
+                for (std::size_t i = 20; i < 120; ++i)
+                    collection.addNew(&packages[i]);
+                EXPECT_EQ(allocationCount(), before) << "hole: " << hasHole << ", searched: " << wasSearched;
+                EXPECT_EQ(collection.indexOf(&packages[119]), hasHole ? 118U : 119U);
+            }
     if constexpr (Compared<TypeParam>::isVector)
         for (const std::size_t distinct : {1U, 20U}) {
             TypeParam collection;

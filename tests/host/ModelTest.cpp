@@ -276,6 +276,11 @@ TEST_F(Packages, HaveOneParent)
     EXPECT_TRUE(b->childPackages.isEmpty());
     x->addParentPackage(a);
     EXPECT_THAT(childrenOf(*a), ElementsAre(y, x));
+
+    b->childPackages.add(x); // past the operations
+    b->addChildPackage(x);
+    EXPECT_THAT(childrenOf(*b), ElementsAre(x)) << "as a child once only";
+    EXPECT_THAT(childrenOf(*a), ElementsAre(y));
 }
 
 TEST_F(Packages, AreFoundUnderTheirNewNames)

@@ -287,6 +287,13 @@ TEST(Pieces, DoNotDependOnTheBuffer)
     }
 }
 
+TEST(Pieces, FailWhereNoFileIsOpen)
+{
+    theFile.clear();
+    append("quid\t", quoted(makeQuid(equid, 26)));
+    EXPECT_TRUE(theFile.fail());
+}
+
 // Texts of all sizes, so that pieces of the file end in the middle of one, and large ones put them out of step.
 TEST(Pieces, FollowEachOtherThroughALargeFile)
 {

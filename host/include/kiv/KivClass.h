@@ -11,7 +11,7 @@ class KivRealization;
 class __attribute__((visibility("default"))) KivArgument final : public KivModelObject {
 public:
     KivArgument();
-    static constexpr bool isLeaf = true;
+    static constexpr bool endsPasses = true;
 
     std::int16_t position = 0;
     KivType* type = nullptr; ///< null: no type
@@ -53,7 +53,7 @@ protected:
 class __attribute__((visibility("default"))) KivAttribute final : public KivStructuralFeature {
 public:
     KivAttribute();
-    static constexpr bool isLeaf = true;
+    static constexpr bool endsPasses = true;
 
     int visibility = 0;      ///< 0 public, 1 protected, 2 private, other implementation
     KivType* type = nullptr; ///< null: no type

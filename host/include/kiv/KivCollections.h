@@ -42,18 +42,9 @@ public:
     void fetchAhead(std::size_t index) const noexcept;
 
 protected:
-    friend class KivObject; // passes over what it holds
-
     /// How many elements a loop has on the way from memory.
     static constexpr std::size_t fetchDistance = 8;
 
-    /// The first few elements, where they lie side by side.
-    [[nodiscard]] std::span<KivObject* const> firstPlaces() const noexcept
-    {
-        if (!places || places->holes > 0)
-            return {};
-        return {places->slots() + places->head, places->live < fetchDistance ? places->live : fetchDistance};
-    }
     /// `index` must be below `count()`.
     [[nodiscard]] KivObject* objectAt(std::size_t index) const noexcept
     {
@@ -71,8 +62,8 @@ protected:
     /// Returns false, and changes nothing, when `object` is already there.
     bool appendOnce(KivObject* object);
     /// Takes out the first place that holds `object`; returns false when there is none. When it throws, nothing has
-    /// changed; it does not throw for the first element, nor for the last one of a collection of up to eight or a
-    /// reserved one.
+    /// changed; it does not throw for the first element, nor for the last one where `reserve` was called or of a
+    /// collection that never had more than eight.
     bool removeObject(const KivObject* object);
     /// The first element of that exact name, or null.
     [[nodiscard]] KivObject* objectNamed(const KivString& name) const;
@@ -153,6 +144,7 @@ template <class Element>
 class KivVector : public KivSequenceOf<Element> {
 public:
     void add(Element* element) { this->append(element); }
+    /// The same; for code that fills collections of either kind.
     void addNew(Element* element) { this->append(element); }
 };
 
@@ -162,7 +154,7 @@ class KivLinkTree : public KivSequenceOf<Element> {
 public:
     /// Returns whether the element is new.
     bool add(Element* element) { return element && this->appendOnce(element); }
-    /// Adds an element that is not null and not there, which nobody finds out anew.
+    /// Adds an element that must be neither null nor there already, which is not checked.
     void addNew(Element* element) { this->append(element); }
 };
 

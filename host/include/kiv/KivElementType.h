@@ -118,7 +118,7 @@ enum class KivElementType : int {
     return true;
 }
 
-/// `isInstance(code, KivElementType::ModelObject)` for each code, which passes over a whole model ask of every object.
+/// `isInstance(code, KivElementType::ModelObject)` for each code: passes over a whole model ask it of every object.
 inline constexpr auto modelObjectCodes = [] {
     std::array<bool, static_cast<std::size_t>(KivElementType::Package) + 1> result = {};
     for (std::size_t code = 0; code < result.size(); ++code)
@@ -126,7 +126,9 @@ inline constexpr auto modelObjectCodes = [] {
     return result;
 }();
 
+/// The same by one look into a table.
 [[nodiscard]] constexpr bool isModelObject(KivElementType code) noexcept
 {
-    return modelObjectCodes[static_cast<std::size_t>(code)];
+    const auto place = static_cast<std::size_t>(code);
+    return place < modelObjectCodes.size() && modelObjectCodes[place];
 }

@@ -29,14 +29,16 @@ public:
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const { return name; }
 
-    /// Whether no object of the class holds anything, so that passes need not look.
-    static constexpr bool isLeaf = false;
+    /// Whether a pass finds nothing to visit below an object of the class.
+    static constexpr bool endsPasses = false;
 
-    // What a pass over a model asks of every object stands at its head, in one cache line. After that fields are
-    // ordered by size, so that an object of a large model has no gaps.
+    // What a pass over a model asks of every object stands at its head, side by side. After that fields are ordered by
+    // size, so that an object of a large model has no gaps.
     KivElementType elementType;
 
 private:
+    friend class KivSequence; // asks for what belongs to an object
+
     std::uint32_t lastPass = 0;
 
 protected:
@@ -59,9 +61,9 @@ protected:
     {
         if (!object || !object->enter(operation))
             return;
-        if (operation.isEntering)
+        if (operation.hearsOfEntering)
             operation.pre_process(object, context);
-        if constexpr (!Element::isLeaf)
+        if constexpr (!Element::endsPasses)
             static_cast<KivObject*>(object)->_depthTraversal(operation, context);
         operation.post_process(object, context);
     }

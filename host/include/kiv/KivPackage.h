@@ -17,6 +17,8 @@ public:
     void addChildPackage(KivPackage* package);
     /// Takes `package` out of this one's children; nothing happens when it is not among them.
     void removeChildPackage(KivPackage* package);
+    /// Makes room: the next `additional` children are added without allocating.
+    void reserveChildPackages(std::size_t additional);
     /// The same as `package->addChildPackage` of this one.
     void addParentPackage(KivPackage* package);
     /// The package that this one is a child of, or null.
@@ -35,7 +37,11 @@ protected:
     virtual void traverseOwnContents(KivTraversalOperation& operation, void* context);
 
 private:
+    /// Whether each child came by `addChildPackage`; then one with another parent is none of them.
+    [[nodiscard]] bool areChildrenAdded() const noexcept { return addedChildren == childPackages.count(); }
+
     KivPackage* parent = nullptr;
+    std::size_t addedChildren = 0;
 
     // Where a pass through the tree stands; kept here because the tree may be deeper than any stack.
     struct TraversalState {

@@ -53,9 +53,6 @@ public:
     /// The bytes as a view; valid as long as `text()` is.
     [[nodiscard]] std::string_view view() const noexcept { return {text(), length()}; }
 
-    /// Asks the processor for the text, which is needed soon.
-    void fetch() const noexcept { fetchMemory(storage); }
-
     /// The first `count` bytes, or the whole string when it is shorter.
     [[nodiscard]] KivString left(std::size_t count) const;
     /// Everything from byte `from` on; empty when `from` is past the end.

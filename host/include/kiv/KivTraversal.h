@@ -12,7 +12,8 @@ public:
     KivTraversalOperation& operator=(const KivTraversalOperation&) = delete;
     virtual ~KivTraversalOperation();
 
-    /// Called on entering an object; what it leaves in `context` is handed to the object's contents.
+    /// Called on entering an object, unless the operation is one of `onLeavingOnly`; what it leaves in `context` is
+    /// handed to the object's contents.
     virtual void pre_process(KivObject* object, void*& context);
     /// Called on leaving an object, after everything it holds.
     virtual void post_process(KivObject* object, void* context);
@@ -20,11 +21,11 @@ public:
 protected:
     /// An operation that does nothing on entering objects says so: calls cost time.
     enum class Calls : bool { onEnteringAndLeaving, onLeavingOnly };
-    explicit KivTraversalOperation(Calls calls) : isEntering(calls == Calls::onEnteringAndLeaving) {}
+    explicit KivTraversalOperation(Calls calls) : hearsOfEntering(calls == Calls::onEnteringAndLeaving) {}
 
 private:
     friend class KivObject;
     friend class KivPackage;
-    bool isEntering = true;
+    bool hearsOfEntering = true;
     std::uint32_t pass = 0;
 };
