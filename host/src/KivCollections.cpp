@@ -201,8 +201,8 @@ private:
 void fetchStretch(const void* begin, const void* end) noexcept
 {
     constexpr std::uintptr_t cacheLine = 64;
-    constexpr std::uintptr_t most = 8 * 1024;
-    constexpr std::uintptr_t unrelated = 64 * 1024;
+    constexpr std::uintptr_t most = std::uintptr_t{8} * 1024;
+    constexpr std::uintptr_t unrelated = std::uintptr_t{64} * 1024;
     const auto from = reinterpret_cast<std::uintptr_t>(begin);
     const auto to = reinterpret_cast<std::uintptr_t>(end);
     if (to <= from || to - from > unrelated)
