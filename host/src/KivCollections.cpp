@@ -220,6 +220,7 @@ struct KivSequence::Lookup {
     RankTree ranks;
     std::set<std::pair<KivString, std::uint32_t>> names; // by name, then by slot
     bool namesBuilt = false;
+    std::uint32_t scans = 0; // searches for a name that looked at every element
 
     void dropNames() noexcept
     {
@@ -304,16 +305,15 @@ void KivSequence::buildTable() const
 
 void KivSequence::append(KivObject* object)
 {
-    if (!places || (!places->lookup && places->size - places->live <= places->live)) {
+    if (!places || (!places->lookup && places->size - places->live() <= places->live())) {
         // Nothing to keep up, no room worth winning back.
         Places& p = ensureCapacity((places ? places->size : 0) + std::size_t{1});
         p.slots()[p.size++] = object;
-        ++p.live;
         return;
     }
     if (places->size == places->capacity) {
         Places& p = *places;
-        if (p.size - p.live > p.live) { // mostly free slots: move the elements together instead of growing
+        if (p.size - p.live() > p.live()) { // mostly free slots: move the elements together instead of growing
             p.size = static_cast<std::uint32_t>(std::remove(p.slots(), p.slots() + p.size, hole()) - p.slots());
             p.head = 0;
             p.holes = 0;
@@ -324,7 +324,7 @@ void KivSequence::append(KivObject* object)
                     p.lookup->table.build(p.used(), 0);
             }
         } else {
-            reserve(1);
+            reserveNew(1);
         }
     }
     Places& p = *places;
@@ -334,7 +334,6 @@ void KivSequence::append(KivObject* object)
         p.lookup->table.add(object, slot);
     }
     p.slots()[p.size++] = object;
-    ++p.live;
     if (p.holes > 0)
         p.lookup->ranks.append();
     if (p.lookup && p.lookup->namesBuilt) {
@@ -401,7 +400,6 @@ bool KivSequence::removeObject(const KivObject* object)
         p.lookup->ranks.clear(slot);
     p.slots()[slot] = hole();
     ++p.holes;
-    --p.live;
     for (; p.head < p.size && p.slots()[p.head] == hole(); ++p.head)
         --p.holes;
     for (; p.head < p.size && p.slots()[p.size - 1] == hole(); --p.holes) {
@@ -419,8 +417,8 @@ KivObject* KivSequence::objectNamed(const KivString& name) const
     if (!places)
         return nullptr;
     Places& p = *places;
-    if (p.size - p.head <= smallCount || p.scans < fewScans) {
-        ++p.scans;
+    const bool isSmall = p.size - p.head <= smallCount;
+    if (isSmall || ensureLookup().scans++ < fewScans) {
         for (std::size_t slot = p.head; slot < p.size; ++slot)
             if (p.slots()[slot] != hole() && p.slots()[slot]->getName() == name)
                 return p.slots()[slot];
@@ -458,7 +456,7 @@ void KivSequence::renamed(KivObject* object, const KivString& oldName) noexcept
 void KivSequence::fetchAhead(std::size_t index) const noexcept
 {
     index += 2; // the next one is on its way already
-    if (!places || places->holes > 0 || index + 2 >= places->live)
+    if (!places || places->holes > 0 || index + 2 >= places->live())
         return;
     const KivObject* const first = objectAt(index);
     const KivObject* const second = objectAt(index + 1);

@@ -1,7 +1,9 @@
 #include "kiv/KivPackage.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <memory_resource>
 #include <vector>
 
 KivPackage::KivPackage() : KivPackage(KivElementType::Package) {}
@@ -97,23 +99,61 @@ void KivPackage::_depthTraversal(KivTraversalOperation& operation, void* context
 }
 
 // Objects lie in memory one behind the other as they were made, whatever their class, since hosts make them in about
-// the order in which tools pass over them.
+// the order in which tools pass over them. To find them again at the end, a byte for each is enough.
 struct KivModel::Store {
+    Store() = default;
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+    ~Store()
+    {
+        for (const Block& block : blocks) {
+            std::byte* at = block.memory.get();
+            for (const std::uint8_t words : block.objects) {
+                std::destroy_at(reinterpret_cast<KivObject*>(at));
+                at += words * word;
+            }
+        }
+    }
+
     template <class Element>
     Element* create()
     {
-        auto* const place = static_cast<Element*>(memory.allocate(sizeof(Element), alignof(Element)));
-        objects.push_back(std::unique_ptr<KivObject, Destroy>(std::construct_at(place)));
-        return place;
+        static_assert(alignof(Element) <= word && sizeof(Element) % word == 0 && sizeof(Element) / word <= 0xFF);
+        Block& block = blockFor(sizeof(Element));
+        block.objects.push_back(static_cast<std::uint8_t>(sizeof(Element) / word));
+        try {
+            auto* const object = std::construct_at(reinterpret_cast<Element*>(block.memory.get() + block.used));
+            block.used += sizeof(Element);
+            return object;
+        } catch (...) {
+            block.objects.pop_back();
+            throw;
+        }
     }
 
 private:
-    struct Destroy {
-        void operator()(KivObject* object) const noexcept { std::destroy_at(object); }
+    static constexpr std::size_t word = 8;
+
+    struct Block {
+        std::unique_ptr<std::byte[]> memory;
+        std::size_t size = 0;
+        std::size_t used = 0;
+        std::vector<std::uint8_t> objects; // their sizes in words
     };
 
-    std::pmr::monotonic_buffer_resource memory;
-    std::vector<std::unique_ptr<KivObject, Destroy>> objects;
+    // The last block, or a new one when there is no room in it for that many bytes.
+    Block& blockFor(std::size_t bytes)
+    {
+        constexpr std::size_t least = 4096;
+        constexpr std::size_t most = std::size_t{1} << 20;
+        if (blocks.empty() || blocks.back().size - blocks.back().used < bytes) {
+            const std::size_t size = blocks.empty() ? least : std::min(2 * blocks.back().size, most);
+            blocks.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size, 0, {}});
+        }
+        return blocks.back();
+    }
+
+    std::vector<Block> blocks;
 };
 
 KivModel::KivModel() : KivPackage(KivElementType::Model), store(std::make_unique<Store>()) {}

@@ -26,7 +26,7 @@ public:
     KivSequence& operator=(const KivSequence&) = delete;
     ~KivSequence();
 
-    [[nodiscard]] std::size_t count() const noexcept { return places ? places->live : 0; }
+    [[nodiscard]] std::size_t count() const noexcept { return places ? places->live() : 0; }
     [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
     void removeAll() noexcept;
     /// Makes room: the next `additional` additions neither allocate nor throw.
@@ -53,7 +53,7 @@ protected:
     /// Asks for the element at `index`, which need not exist.
     void fetchElement(std::size_t index) const noexcept
     {
-        if (places && index < places->live && places->holes == 0)
+        if (places && index < places->live() && places->holes == 0)
             fetchMemory(places->slots()[places->head + index]);
     }
     /// Index of the first place that holds `object`, or `npos`.
@@ -77,11 +77,11 @@ private:
         std::uint32_t size = 0; // slots in use, free ones among them
         std::uint32_t capacity = 0;
         std::uint32_t head = 0;  // slots before it are free
-        std::uint32_t live = 0;  // elements
         std::uint32_t holes = 0; // free slots between elements
-        std::uint32_t scans = 0; // searches for a name that looked at every element
         Lookup* lookup = nullptr;
 
+        // Number of elements.
+        [[nodiscard]] std::uint32_t live() const noexcept { return size - head - holes; }
         [[nodiscard]] KivObject** slots() noexcept { return reinterpret_cast<KivObject**>(this + 1); }
         [[nodiscard]] std::span<KivObject* const> used() noexcept { return {slots(), size}; }
     };
