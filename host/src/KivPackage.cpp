@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 KivPackage::KivPackage() : KivPackage(KivElementType::Package) {}
@@ -148,7 +149,10 @@ private:
         constexpr std::size_t most = std::size_t{1} << 20;
         if (blocks.empty() || blocks.back().size - blocks.back().used < bytes) {
             const std::size_t size = blocks.empty() ? least : std::min(2 * blocks.back().size, most);
-            blocks.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size, 0, {}});
+            Block block;
+            block.memory = std::make_unique_for_overwrite<std::byte[]>(size);
+            block.size = size;
+            blocks.push_back(std::move(block));
         }
         return blocks.back();
     }
