@@ -20,27 +20,32 @@ void KivPackage::addChildPackage(KivPackage* package)
         return;
     reserveChildPackages(1);
     if (package->parent)
-        package->parent->removeChildPackage(package);
-    if (areChildrenAdded())
+        package->parent->childPackages.remove(package);
+    if (areChildrenItsOwn())
         childPackages.addNew(package);
     else
         childPackages.add(package);
-    package->parent = this;
-    ++addedChildren;
+    package->setParent(this);
 }
 
 void KivPackage::removeChildPackage(KivPackage* package)
 {
-    if (!childPackages.remove(package))
-        return;
-    if (package->parent == this)
-        --addedChildren;
-    package->parent = nullptr;
+    if (childPackages.remove(package))
+        package->setParent(nullptr);
+}
+
+void KivPackage::setParent(KivPackage* newParent) noexcept
+{
+    if (parent)
+        --parent->parentOf;
+    parent = newParent;
+    if (parent)
+        ++parent->parentOf;
 }
 
 void KivPackage::reserveChildPackages(std::size_t additional)
 {
-    if (areChildrenAdded())
+    if (areChildrenItsOwn())
         childPackages.reserveNew(additional);
     else
         childPackages.reserve(additional);

@@ -20,24 +20,10 @@ int comparePositions(const void* a, const void* b)
     return x == y ? 0 : x > y ? 1 : -1;
 }
 
-// Most collections stand in position order already; sorting needs memory of its own.
 template <class Element>
-void collectByPosition(const KivSequenceOf<Element>& collection, std::vector<Element*>& order,
-                       int (*compare)(const void*, const void*))
+auto beforeBy(int (*compare)(const void*, const void*))
 {
-    const std::size_t count = collection.count();
-    order.clear();
-    order.reserve(count);
-    bool isSorted = true;
-    for (std::size_t i = 0; i < count; ++i) {
-        Element* const element = collection.at(i);
-        if (!element)
-            continue;
-        isSorted = isSorted && (order.empty() || order.back()->position <= element->position);
-        order.push_back(element);
-    }
-    if (!isSorted)
-        std::stable_sort(order.begin(), order.end(), [compare](Element* a, Element* b) { return compare(&a, &b) < 0; });
+    return [compare](const Element* a, const Element* b) { return compare(&a, &b) < 0; };
 }
 
 } // namespace
@@ -54,13 +40,13 @@ int compareArgumentPos(const void* a, const void* b)
 
 const std::vector<KivAttribute*>& attributesByPosition(const KivClass& theClass)
 {
-    collectByPosition(theClass.attributes, attributeOrder, compareAttributePos);
+    collectByPosition(theClass.attributes, attributeOrder, beforeBy<KivAttribute>(compareAttributePos));
     return attributeOrder;
 }
 
 const std::vector<KivArgument*>& argumentsByPosition(const KivLinkTree<KivArgument>& arguments)
 {
-    collectByPosition(arguments, argumentOrder, compareArgumentPos);
+    collectByPosition(arguments, argumentOrder, beforeBy<KivArgument>(compareArgumentPos));
     return argumentOrder;
 }
 

@@ -16,9 +16,8 @@
 /// What lines are made of. For every kind of piece there are
 ///
 ///     std::size_t bound(piece)     the most bytes that `copy` writes
-///     char* copy(char* to, piece)  writes it to `to`, which has room for that many; returns where it ends, which may
-///     be
-///                                  before the last byte written
+///     char* copy(char* to, piece)  writes it to `to`, which has room for that many, and returns where it ends; bytes
+///                                  behind that may have been written, too
 ///     void put(piece)              writes it to the file, whatever its size
 ///
 /// so that a line goes straight into the stream's buffer in one go, and only what is larger than the buffer takes the

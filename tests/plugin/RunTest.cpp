@@ -155,19 +155,20 @@ TEST(LogicalView, IsFoundOrMade)
 
 TEST(LogicalView, HoldsWhatIsAtTheTopTooOnlyOnce)
 {
-    for (const bool hasOthers : {false, true}) {
-        ModelBuilder builder;
-        KivDesignPackage* const view = builder.package("Logical View");
-        KivDesignPackage* const orders = builder.package("Orders");
-        if (hasOthers)
-            for (int i = 0; i < 20; ++i)
-                builder.package("Other", view);
-        view->childPackages.add(orders);
-        const std::string written = exportedLogicalView(builder.model);
-        EXPECT_EQ(namesAfter(written, "(object Class_Category \"Orders").size(), 1U);
-        EXPECT_EQ(view->childPackages.count(), hasOthers ? 21U : 1U);
-        expectNoTraces(builder.model);
-    }
+    for (const bool isParent : {false, true})
+        for (const bool hasOthers : {false, true}) {
+            ModelBuilder builder;
+            KivDesignPackage* const view = builder.package("Logical View");
+            KivDesignPackage* const orders = builder.package("Orders", isParent ? view : nullptr);
+            if (hasOthers)
+                for (int i = 0; i < 20; ++i)
+                    builder.package("Other", view);
+            (isParent ? builder.model.childPackages : view->childPackages).add(orders);
+            const std::string written = exportedLogicalView(builder.model);
+            EXPECT_EQ(namesAfter(written, "(object Class_Category \"Orders").size(), 1U);
+            EXPECT_EQ(view->childPackages.count(), hasOthers ? 21U : 1U);
+            expectNoTraces(builder.model);
+        }
 }
 
 TEST(LogicalView, MadeByTheFirstRunIsTheHostsInTheSecond)

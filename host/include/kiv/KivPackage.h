@@ -37,11 +37,12 @@ protected:
     virtual void traverseOwnContents(KivTraversalOperation& operation, void* context);
 
 private:
-    /// Whether each child came by `addChildPackage`; then one with another parent is none of them.
-    [[nodiscard]] bool areChildrenAdded() const noexcept { return addedChildren == childPackages.count(); }
+    // Whether this is the parent of all its children; then a package of another parent is none of them.
+    [[nodiscard]] bool areChildrenItsOwn() const noexcept { return parentOf == childPackages.count(); }
+    void setParent(KivPackage* newParent) noexcept;
 
     KivPackage* parent = nullptr;
-    std::size_t addedChildren = 0;
+    std::size_t parentOf = 0; // so many packages
 
     // Where a pass through the tree stands; kept here because the tree may be deeper than any stack.
     struct TraversalState {

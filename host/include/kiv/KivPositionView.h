@@ -5,6 +5,25 @@
 #include <algorithm>
 #include <vector>
 
+/// Puts the elements of `collection` into `elements`, null places left out, in the order of `before`, which must be
+/// that of ascending `position`; equal positions keep the order of the collection. Most collections stand in it
+/// already, and sorting needs memory of its own.
+template <class Element, class Before>
+void collectByPosition(const KivSequenceOf<Element>& collection, std::vector<Element*>& elements, Before before)
+{
+    elements.clear();
+    elements.reserve(collection.count());
+    bool isSorted = true;
+    for (Element* const element : collection) {
+        if (!element)
+            continue;
+        isSorted = isSorted && (elements.empty() || elements.back()->position <= element->position);
+        elements.push_back(element);
+    }
+    if (!isSorted)
+        std::stable_sort(elements.begin(), elements.end(), before);
+}
+
 /// The elements of a collection in ascending `position`, equal positions in collection order.
 template <class Element>
 class KivPositionView {
@@ -13,18 +32,9 @@ public:
     /// next.
     void fill(const KivSequenceOf<Element>& collection)
     {
-        elements.clear();
-        elements.reserve(collection.count());
-        bool isSorted = true;
-        for (Element* element : collection) {
-            if (!element)
-                continue;
-            isSorted = isSorted && (elements.empty() || elements.back()->position <= element->position);
-            elements.push_back(element);
-        }
-        if (!isSorted)
-            std::stable_sort(elements.begin(), elements.end(),
-                             [](const Element* a, const Element* b) { return a->position < b->position; });
+        collectByPosition(collection, elements, [](const Element* first, const Element* second) {
+            return first->position < second->position;
+        });
     }
     void removeAll() noexcept { std::vector<Element*>().swap(elements); }
 
