@@ -1,4 +1,4 @@
-#include "Import.h"
+#include "designs/Import.h"
 #include "ModelFile.h"
 #include "Target.h"
 

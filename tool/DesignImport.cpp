@@ -1,9 +1,9 @@
 #include "DesignImport.h"
 
-#include "JsonWriter.h"
+#include "designs/convert/JsonWriter.h"
+#include "designs/model/Texts.h"
 #include "ModelFile.h"
 #include "NearestName.h"
-#include "Texts.h"
 
 #include <cctype>
 #include <map>

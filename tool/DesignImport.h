@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Import.h"
+#include "designs/Import.h"
 
 #include <optional>
 #include <stdexcept>

@@ -58,7 +58,7 @@ cmp "$work/by-cmake.mdl" "$work/by-pkg-config.mdl" || fail "the two builds of on
 
 echo "--- command"
 petal=$prefix/$(cached CMAKE_INSTALL_BINDIR)/petal
-design=$source/tests/import/designs/shop.ecore
+design=$source/tests/designs/files/shop.ecore
 "$petal" --version
 "$petal" export --quiet -o "$work/orders.mdl" "$prefix/share/doc/petal-bridge/examples/orders.model.json"
 test -s "$work/orders.mdl"

@@ -1,0 +1,163 @@
+#include "designs/Import.h"
+
+#include "designs/convert/PackageOrder.h"
+#include "designs/layout/Diagrams.h"
+#include "designs/layout/Layout.h"
+#include "designs/model/Names.h"
+#include "designs/model/References.h"
+#include "designs/model/Walk.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <string>
+#include <unordered_set>
+
+namespace design {
+
+namespace {
+
+constexpr std::size_t deepestPackage = 500; // the host's files allow a few more
+constexpr const char* logicalView = "Logical View";
+
+std::size_t depthOf(const Package& package)
+{
+    std::size_t deepest = 0;
+    for (const Package& child : package.packages)
+        deepest = std::max(deepest, depthOf(child));
+    return deepest + 1;
+}
+
+bool hasClassifiers(const Package& root)
+{
+    bool found = false;
+    forEachPackage(root, [&](const Package& package) { found = found || !package.classifiers.empty(); });
+    return found;
+}
+
+[[noreturn]] void throwNothingFound(const Format& format, const Report& report)
+{
+    std::map<std::string_view, std::size_t> others;
+    for (const ReportEntry& entry : report.leftEntries())
+        ++others[entry.kind];
+    std::string found;
+    for (const auto& [kind, count] : others)
+        found.append(found.empty() ? "" : ", ").append(std::to_string(count)).append(" ").append(kind);
+    throw UnreadableDesign("nothing to import was found; looked for " + std::string(format.lookedFor) +
+                           (found.empty() ? "" : "; found only: " + found));
+}
+
+template <class Item>
+void moveBehind(std::vector<Item>& from, std::vector<Item>& to)
+{
+    std::move(from.begin(), from.end(), std::back_inserter(to));
+    from.clear();
+}
+
+// A Rose file has classes and diagrams in packages only, the outermost of which is the Logical View.
+void moveIntoLogicalView(Package& root)
+{
+    if (root.classifiers.empty() && root.associations.empty() && root.relationships.empty() &&
+        root.looseNotes.empty() && root.diagrams.empty())
+        return;
+    auto view = std::find_if(root.packages.begin(), root.packages.end(),
+                             [](const Package& package) { return package.name == logicalView; });
+    if (view == root.packages.end()) {
+        Package outermost;
+        outermost.name = logicalView;
+        outermost.packages = std::move(root.packages);
+        root.packages = {std::move(outermost)};
+        view = root.packages.begin();
+    }
+    moveBehind(root.classifiers, view->classifiers);
+    moveBehind(root.associations, view->associations);
+    moveBehind(root.relationships, view->relationships);
+    moveBehind(root.looseNotes, view->looseNotes);
+    moveBehind(root.diagrams, view->diagrams);
+}
+
+// Rose has the end that an association leads to first and the one that it comes from second. Readers of its files put
+// an arrow at the first and the diamond of an aggregation at the second, whatever the roles say.
+bool isTurned(const std::vector<AssociationEnd>& ends)
+{
+    if (ends.size() != 2)
+        return false;
+    const bool isWhole = ends[0].aggregation != Aggregation::None;
+    if (isWhole != (ends[1].aggregation != Aggregation::None))
+        return isWhole;
+    return ends[1].isNavigable && !ends[0].isNavigable;
+}
+
+void turnAssociations(Package& root)
+{
+    std::unordered_set<std::string_view> turned;
+    forEachPackage(root, [&](Package& package) {
+        for (Association& association : package.associations)
+            if (isTurned(association.ends)) {
+                std::swap(association.ends[0], association.ends[1]);
+                turned.insert(association.id);
+            }
+    });
+    forEachPackage(root, [&](Package& package) {
+        for (Diagram& diagram : package.diagrams)
+            for (Line& line : diagram.lines)
+                if (turned.contains(line.elementId))
+                    std::reverse(line.points.begin(), line.points.end());
+    });
+}
+
+void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout)
+{
+    forEachPackage(root, [&](Package& package) {
+        for (Diagram& diagram : package.diagrams) {
+            if (hasLayout)
+                layOut(diagram, catalogue);
+            makeRoomForText(diagram, catalogue);
+            settleOrigin(diagram, package.packages.size());
+        }
+    });
+}
+
+} // namespace
+
+const Format* formatNamed(std::string_view name)
+{
+    const auto all = formats();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Format& format) { return format.name == name; });
+    return found == all.end() ? nullptr : &*found;
+}
+
+const Format* formatOf(const Source& source)
+{
+    const auto all = formats();
+    const auto found =
+        std::find_if(all.begin(), all.end(), [&](const Format& format) { return format.recognizes(source); });
+    return found == all.end() ? nullptr : &*found;
+}
+
+ModelText importDesign(const Format& format, const Source& source, bool hasLayout, Report& report)
+{
+    Design design = format.read(source, report);
+    if (!hasClassifiers(design.root))
+        throwNothingFound(format, report);
+    if (depthOf(design.root) > deepestPackage)
+        throw UnreadableDesign("packages lie in each other more than " + std::to_string(deepestPackage) + " deep");
+    giveIdentifiers(design, report);
+    settleNames(design.root, report);
+    resolveEnds(design, report);
+    moveIntoLogicalView(design.root);
+    turnAssociations(design.root);
+    {
+        const Catalogue catalogue(design.root);
+        forEachPackage(design.root, [&](Package& package) { settleDiagrams(package, catalogue, report); });
+        if (hasLayout && !showsAnything(design.root))
+            addOverviews(design.root, catalogue, report);
+    }
+    orderPackages(design.root);
+    giveIdentifiers(design, report);
+    const Catalogue catalogue(design.root);
+    prepareDiagrams(design.root, catalogue, hasLayout);
+    return writeModel(design, catalogue, report);
+}
+
+} // namespace design

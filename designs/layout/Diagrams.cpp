@@ -1,0 +1,215 @@
+#include "designs/layout/Diagrams.h"
+
+#include "designs/layout/Geometry.h"
+#include "designs/model/Selection.h"
+#include "designs/model/Walk.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace design {
+
+namespace {
+
+// The identifiers of the classifiers that an association or relationship joins.
+std::vector<std::string_view> endsOf(std::string_view id, const Catalogue& catalogue)
+{
+    std::vector<std::string_view> ends;
+    if (const Association* const association = catalogue.association(id)) {
+        for (const AssociationEnd& end : association->ends)
+            ends.push_back(end.participant.id);
+    } else if (const Relationship* const relationship = catalogue.relationship(id)) {
+        ends = {relationship->client.id, relationship->supplier.id};
+    }
+    return ends;
+}
+
+class DiagramSettler {
+public:
+    DiagramSettler(Diagram& theDiagram, const Catalogue& theCatalogue, Report& theReport)
+        : diagram(theDiagram), catalogue(theCatalogue), report(theReport)
+    {
+    }
+
+    void run()
+    {
+        keep(
+            diagram.boxes, [&](const Box& box) { return whyNoBox(box); }, "box");
+        keep(
+            diagram.lines, [&](const Line& line) { return whyNoLine(line); }, "line");
+        addAssociationClasses();
+    }
+
+private:
+    template <class Shown, class WhyNot>
+    void keep(std::vector<Shown>& list, const WhyNot& whyNot, std::string_view kind)
+    {
+        std::vector<Shown> kept;
+        for (Shown& each : list) {
+            const std::string_view reason = whyNot(each);
+            if (reason.empty())
+                kept.push_back(std::move(each));
+            else
+                report.left(kind, each.elementId, nameOf(each.elementId), reason);
+        }
+        list = std::move(kept);
+    }
+
+    [[nodiscard]] std::string_view nameOf(std::string_view id) const
+    {
+        const Element* element = catalogue.classifier(id);
+        if (!element)
+            element = catalogue.package(id);
+        if (!element)
+            element = catalogue.association(id);
+        return element ? std::string_view(element->name) : std::string_view();
+    }
+
+    std::string_view whyNoBox(const Box& box)
+    {
+        if (catalogue.package(box.elementId))
+            return "a Rose file shows the packages of a diagram's package at places of its own";
+        if (!catalogue.classifier(box.elementId) && !catalogue.association(box.elementId))
+            return "what it shows is not taken";
+        if (!shown.insert(box.elementId).second)
+            return "a Rose diagram shows a class once";
+        return "";
+    }
+
+    std::string_view whyNoLine(const Line& line)
+    {
+        const auto ends = endsOf(line.elementId, catalogue);
+        if (ends.empty())
+            return "what it shows is not taken";
+        if (std::any_of(ends.begin(), ends.end(),
+                        [&](std::string_view end) { return !shown.contains(std::string(end)); }))
+            return "what it joins is not in the diagram";
+        if (!drawn.insert(line.elementId).second)
+            return "a Rose diagram shows a line once";
+        return "";
+    }
+
+    void addAssociationClasses()
+    {
+        for (const Line& line : diagram.lines) {
+            const Association* const association = catalogue.association(line.elementId);
+            if (association && !association->associationClassId.empty() &&
+                shown.insert(association->associationClassId).second)
+                diagram.boxes.push_back({association->associationClassId, std::nullopt, {}});
+        }
+    }
+
+    Diagram& diagram;
+    const Catalogue& catalogue;
+    Report& report;
+    std::unordered_set<std::string> shown; // boxes
+    std::unordered_set<std::string> drawn; // lines
+};
+
+void addOverview(Package& package, const std::vector<const Classifier*>& classes,
+                 const std::vector<const Element*>& joints)
+{
+    Diagram overview;
+    overview.name = "Overview";
+    for (const Classifier* const classifier : classes)
+        overview.boxes.push_back({classifier->id, std::nullopt, {}});
+    for (const Element* const joint : joints)
+        overview.lines.push_back({joint->id, {}, false, {}});
+    package.diagrams.push_back(std::move(overview));
+}
+
+void move(Diagram& diagram, double x, double y)
+{
+    for (Box& box : diagram.boxes)
+        if (box.bounds) {
+            box.bounds->left += x;
+            box.bounds->top += y;
+        }
+    for (Line& line : diagram.lines)
+        for (Point& point : line.points)
+            point = {point.x + x, point.y + y};
+}
+
+} // namespace
+
+void settleDiagrams(Package& package, const Catalogue& catalogue, Report& report)
+{
+    for (Diagram& diagram : package.diagrams)
+        DiagramSettler(diagram, catalogue, report).run();
+}
+
+bool showsAnything(const Package& root)
+{
+    bool shows = false;
+    forEachPackage(root, [&](const Package& package) {
+        for (const Diagram& diagram : package.diagrams)
+            shows = shows || !diagram.boxes.empty();
+    });
+    return shows;
+}
+
+void addOverviews(Package& root, const Catalogue& catalogue, Report& report)
+{
+    const Selection selection(root, catalogue);
+    std::unordered_map<std::string_view, const Package*> homes; // of classes
+    std::unordered_map<const Package*, std::vector<const Classifier*>> classes;
+    std::unordered_map<const Package*, std::vector<const Element*>> joints;
+    forEachPackage(std::as_const(root), [&](const Package& package) {
+        for (const Classifier& classifier : package.classifiers)
+            if (selection.isClass(classifier)) {
+                homes.emplace(classifier.id, &package);
+                classes[&package].push_back(&classifier);
+            }
+    });
+    const auto addJoint = [&](const Element& element) {
+        const std::vector<std::string_view> ends = endsOf(element.id, catalogue);
+        const auto home = homes.find(ends.front());
+        const bool isWithin = home != homes.end() && std::all_of(ends.begin(), ends.end(), [&](std::string_view end) {
+                                  const auto other = homes.find(end);
+                                  return other != homes.end() && other->second == home->second;
+                              });
+        if (isWithin)
+            joints[home->second].push_back(&element);
+    };
+    forEachPackage(std::as_const(root), [&](const Package& package) {
+        for (const Association& association : package.associations)
+            addJoint(association);
+        for (const Relationship& relationship : package.relationships)
+            addJoint(relationship);
+    });
+    forEachPackage(root, [&](Package& package) {
+        if (classes[&package].empty())
+            return;
+        addOverview(package, classes[&package], joints[&package]);
+        report.made("diagram", "", package.name, "the design has none; an overview of the package's classes");
+    });
+}
+
+void settleOrigin(Diagram& diagram, std::size_t subPackages)
+{
+    constexpr double margin = 16;
+    constexpr double unitsInPixel = 3.125;
+    constexpr double symbolDistance = 440 / unitsInPixel; // of the symbols of packages that lie in a row
+    constexpr double symbolsBottom = 500 / unitsInPixel;
+    std::optional<Rectangle> all;
+    const auto include = [&](const Rectangle& part) { all = all ? unite(*all, part) : part; };
+    for (const Box& box : diagram.boxes)
+        if (box.bounds)
+            include(*box.bounds);
+    for (const Line& line : diagram.lines)
+        for (const Point& point : line.points)
+            include({point.x, point.y, 0, 0});
+    if (!all)
+        return;
+    const double x = all->left < 0 ? margin - all->left : 0;
+    double y = all->top < 0 ? margin - all->top : 0;
+    const double symbolsRight = static_cast<double>(subPackages) * symbolDistance + margin;
+    if (subPackages > 0 && all->top + y < symbolsBottom && all->left + x < symbolsRight)
+        y = symbolsBottom + 2 * margin - all->top;
+    move(diagram, x, y);
+}
+
+} // namespace design

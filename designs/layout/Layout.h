@@ -1,0 +1,16 @@
+#pragma once
+
+#include "designs/model/Catalogue.h"
+#include "designs/model/Design.h"
+
+namespace design {
+
+/// Gives a place to every box of the diagram that has none, and a size to those that were only placed. Where no box has
+/// a place, the whole diagram is laid out: generalizations upward, lines horizontal and vertical. Otherwise what has no
+/// place stands in rows below the rest.
+void layOut(Diagram& diagram, const Catalogue& catalogue);
+
+/// Makes boxes that are too small for their text large enough, about their centre.
+void makeRoomForText(Diagram& diagram, const Catalogue& catalogue);
+
+} // namespace design

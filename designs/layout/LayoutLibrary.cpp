@@ -1,0 +1,13 @@
+#include "designs/layout/LayoutLibrary.h"
+
+#include "loading/Loading.h"
+
+namespace design {
+
+bool placeInLayers(Graph& graph)
+{
+    static const auto& library = loading::functionsOf<LayoutFunctions>("libpetal-layout.so", "petalLayoutFunctions");
+    return library.placeInLayers(graph);
+}
+
+} // namespace design

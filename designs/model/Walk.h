@@ -1,0 +1,74 @@
+#pragma once
+
+#include "designs/model/Design.h"
+
+namespace design {
+
+/// Calls `visit(Element&)` for the package and for every element in it, in the order of the file: packages before what
+/// they hold, classifiers before their features.
+template <class Visit>
+void forEachElement(Package& package, const Visit& visit);
+
+/// Calls `visit(Package&)` for the package and every package below it, outer ones first.
+template <class Visit>
+void forEachPackage(Package& package, const Visit& visit)
+{
+    visit(package);
+    for (Package& child : package.packages)
+        forEachPackage(child, visit);
+}
+template <class Visit>
+void forEachPackage(const Package& package, const Visit& visit)
+{
+    visit(package);
+    for (const Package& child : package.packages)
+        forEachPackage(child, visit);
+}
+
+template <class Visit>
+void forEachFeature(Classifier& classifier, const Visit& visit)
+{
+    for (Attribute& attribute : classifier.attributes)
+        visit(attribute);
+    for (Operation& operation : classifier.operations) {
+        visit(operation);
+        for (Parameter& parameter : operation.parameters)
+            visit(parameter);
+    }
+    for (Parameter& parameter : classifier.templateParameters)
+        visit(parameter);
+    for (Literal& literal : classifier.literals)
+        visit(literal);
+}
+
+template <class Visit>
+void forEachOwnElement(Package& package, const Visit& visit)
+{
+    for (Classifier& classifier : package.classifiers) {
+        visit(classifier);
+        forEachFeature(classifier, visit);
+    }
+    for (Association& association : package.associations) {
+        visit(association);
+        for (AssociationEnd& end : association.ends) {
+            visit(end);
+            for (Attribute& qualifier : end.qualifiers)
+                visit(qualifier);
+        }
+    }
+    for (Relationship& relationship : package.relationships)
+        visit(relationship);
+    for (Diagram& diagram : package.diagrams)
+        visit(diagram);
+}
+
+template <class Visit>
+void forEachElement(Package& package, const Visit& visit)
+{
+    forEachPackage(package, [&](Package& each) {
+        visit(static_cast<Element&>(each));
+        forEachOwnElement(each, [&](Element& element) { visit(element); });
+    });
+}
+
+} // namespace design

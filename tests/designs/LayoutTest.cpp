@@ -1,0 +1,194 @@
+#include "designs/SmallDesigns.h"
+
+#include "designs/layout/Diagrams.h"
+#include "designs/layout/Geometry.h"
+#include "designs/layout/Layout.h"
+#include "designs/layout/TextSize.h"
+#include "designs/model/Catalogue.h"
+
+#include <chrono>
+#include <gmock/gmock.h>
+#include <random>
+
+namespace {
+
+using design::Design;
+using design::Diagram;
+using design::Point;
+using design::Rectangle;
+
+std::string numbered(std::size_t i)
+{
+    return "class " + std::to_string(i);
+}
+
+// A diagram of that many classes, with as many generalizations and associations between them.
+Design randomDesign(std::size_t count, std::size_t relationships, unsigned seed)
+{
+    std::vector<design::Classifier> classes;
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < count; ++i) {
+        names.push_back(numbered(i));
+        classes.push_back(classNamed(names.back()));
+        classes.back().attributes.resize(i % 7);
+    }
+    Design design = designOf(classes);
+    design::Package& package = design.root.packages[0];
+    package.diagrams = {diagramOf(names)};
+    std::mt19937 random(seed);
+    for (std::size_t i = 0; i < relationships; ++i) {
+        const std::size_t a = random() % count;
+        const std::size_t b = random() % count;
+        if (i % 2 == 0)
+            package.associations.push_back(association(numbered(a), numbered(b)));
+        else
+            package.relationships.push_back(generalization(numbered(std::max(a, b)), numbered(std::min(a, b))));
+        package.diagrams[0].lines.push_back(
+            {i % 2 == 0 ? package.associations.back().id : package.relationships.back().id, {}, false, {}});
+    }
+    return design;
+}
+
+bool overlap(const Rectangle& a, const Rectangle& b)
+{
+    return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+           b.top < a.top + a.height;
+}
+
+void expectApart(const Diagram& diagram)
+{
+    for (std::size_t i = 0; i < diagram.boxes.size(); ++i) {
+        ASSERT_TRUE(diagram.boxes[i].bounds) << i;
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(overlap(*diagram.boxes[i].bounds, *diagram.boxes[k].bounds)) << i << " and " << k;
+    }
+}
+
+TEST(Layout, KeepsBoxesApartAndLinesOrthogonal)
+{
+    for (unsigned seed = 0; seed < 30; ++seed) {
+        Design design = randomDesign(5 + seed, seed * 2, seed);
+        Diagram& diagram = design.root.packages[0].diagrams[0];
+        design::layOut(diagram, design::Catalogue(design.root));
+        SCOPED_TRACE(seed);
+        expectApart(diagram);
+        for (const design::Line& line : diagram.lines) {
+            EXPECT_GE(line.points.size(), 2U) << line.elementId;
+            for (std::size_t i = 1; i < line.points.size(); ++i)
+                EXPECT_TRUE(line.points[i].x == line.points[i - 1].x || line.points[i].y == line.points[i - 1].y)
+                    << line.elementId;
+        }
+    }
+}
+
+TEST(Layout, PutsSupertypesAboveTheirSubtypes)
+{
+    Design design = designOf({classNamed("sub"), classNamed("super"), classNamed("alone")});
+    design.root.packages[0].relationships = {generalization("sub", "super")};
+    design.root.packages[0].diagrams = {diagramOf({"sub", "super", "alone"})};
+    Diagram& diagram = design.root.packages[0].diagrams[0];
+    diagram.lines = {{"sub is super", {}, false, {}}};
+    design::layOut(diagram, design::Catalogue(design.root));
+    const Rectangle& sub = *diagram.boxes[0].bounds;
+    const Rectangle& super = *diagram.boxes[1].bounds;
+    EXPECT_GT(sub.top, super.top + super.height);
+    EXPECT_EQ(diagram.lines[0].points.front().y, sub.top);
+    EXPECT_EQ(diagram.lines[0].points.back().y, super.top + super.height);
+}
+
+TEST(Layout, TakesNoMinutesForLargePackages)
+{
+    Design design = randomDesign(3000, 5000, 1);
+    Diagram& diagram = design.root.packages[0].diagrams[0];
+    const auto start = std::chrono::steady_clock::now();
+    design::layOut(diagram, design::Catalogue(design.root));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    for (const design::Box& box : diagram.boxes)
+        EXPECT_TRUE(box.bounds);
+}
+
+TEST(Layout, LeavesPlacedBoxesWhereTheyAre)
+{
+    Design design = designOf({classNamed("a"), classNamed("b"), classNamed("c")});
+    design.root.packages[0].diagrams = {diagramOf({"a", "b", "c"})};
+    Diagram& diagram = design.root.packages[0].diagrams[0];
+    diagram.boxes[0].bounds = Rectangle{100, 200, 120, 80};
+    diagram.boxes[1].bounds = Rectangle{300, 200, 0, 0};
+    design::layOut(diagram, design::Catalogue(design.root));
+    expectApart(diagram);
+    EXPECT_EQ(diagram.boxes[0].bounds->left, 100);
+    EXPECT_EQ(diagram.boxes[1].bounds->left, 300);
+    EXPECT_GT(diagram.boxes[1].bounds->width, 0);
+    EXPECT_GT(diagram.boxes[2].bounds->top, 280);
+}
+
+TEST(Layout, MakesOverviewsOnlyOfDesignsWithoutDiagrams)
+{
+    Design design = designOf({classNamed("a"), classNamed("b")});
+    design.root.packages[0].associations = {association("a", "b")};
+    EXPECT_EQ(convert(design, true).at("/childPackages/0/diagrams/0/elements"), R"(["a","b","a has b"])");
+    EXPECT_EQ(convert(design, false).at("/childPackages/0/diagrams"), "none");
+    design.root.packages[0].diagrams = {diagramOf({"a"})};
+    EXPECT_EQ(convert(design, true).at("/childPackages/0/diagrams/1"), "none");
+}
+
+// A box keeps its centre when its text needs more room.
+TEST(Layout, LeavesNoBoxSmallerThanItsText)
+{
+    Design design = designOf({classNamed("a class with a long name"), classNamed("b")});
+    design.root.packages[0].diagrams = {diagramOf({"a class with a long name", "b"})};
+    Diagram& diagram = design.root.packages[0].diagrams[0];
+    diagram.boxes[0].bounds = Rectangle{100, 100, 20, 10};
+    diagram.boxes[1].bounds = Rectangle{300, 100, 50, 40};
+    design::makeRoomForText(diagram, design::Catalogue(design.root));
+    // The letters of Arial: 24 of them take 9.9 times the height of the font.
+    EXPECT_NEAR(diagram.boxes[0].bounds->width, 9.9 * 10 * 96 / 72, 15);
+    EXPECT_EQ(design::centreOf(*diagram.boxes[0].bounds).x, 110);
+    EXPECT_EQ(diagram.boxes[1].bounds->width, 50);
+}
+
+TEST(Layout, KeepsClearOfNegativePlacesAndPackageSymbols)
+{
+    const struct {
+        Rectangle box;
+        std::size_t packages;
+        Point corner;
+    } rows[] = {
+        {{10, 20, 50, 50}, 0, {10, 20}},  {{-10, 20, 50, 50}, 0, {16, 20}},  {{10, -20, 50, 50}, 0, {10, 16}},
+        {{10, 20, 50, 50}, 1, {10, 192}}, {{10, 500, 50, 50}, 1, {10, 500}}, {{600, 20, 50, 50}, 1, {600, 20}},
+    };
+    for (const auto& row : rows) {
+        Diagram diagram = diagramOf({"a"});
+        diagram.boxes[0].bounds = row.box;
+        design::settleOrigin(diagram, row.packages);
+        EXPECT_EQ(diagram.boxes[0].bounds->left, row.corner.x) << row.box.left << " " << row.packages;
+        EXPECT_EQ(diagram.boxes[0].bounds->top, row.corner.y) << row.box.top << " " << row.packages;
+    }
+}
+
+TEST(Geometry, LeadsLinesFromBorderToBorder)
+{
+    const Rectangle first = {0, 0, 100, 50};
+    const Rectangle second = {200, 100, 100, 50};
+    const struct {
+        const char* what;
+        design::Points way;
+        bool hasEnds;
+        Point start;
+        Point end;
+    } rows[] = {
+        {"whole way", {{100, 20}, {150, 20}, {150, 120}, {200, 120}}, true, {100, 20}, {200, 120}},
+        {"ends inside", {{50, 20}, {150, 20}, {150, 120}, {250, 120}}, true, {100, 20}, {200, 120}},
+        {"bends only", {{50, 125}}, false, {50, 50}, {200, 125}},
+        {"ends short of the boxes", {{110, 20}, {190, 120}}, true, {110, 20}, {190, 120}},
+    };
+    for (const auto& row : rows) {
+        const design::Points way = design::fromBorderToBorder(row.way, row.hasEnds, first, second);
+        EXPECT_EQ(way.front().x, row.start.x) << row.what;
+        EXPECT_EQ(way.front().y, row.start.y) << row.what;
+        EXPECT_EQ(way.back().x, row.end.x) << row.what;
+        EXPECT_EQ(way.back().y, row.end.y) << row.what;
+    }
+}
+
+} // namespace
