@@ -1,0 +1,82 @@
+#include "text/Files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace text {
+
+namespace {
+
+// A file descriptor that closes itself; standard input stays open.
+class Descriptor {
+public:
+    explicit Descriptor(int theNumber) : number(theNumber) {}
+    ~Descriptor()
+    {
+        if (number > STDIN_FILENO)
+            close(number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    [[nodiscard]] int get() const { return number; }
+
+private:
+    int number;
+};
+
+[[noreturn]] void fail(const std::string& path, int error)
+{
+    throw FileUnreadable(error, std::generic_category(), path);
+}
+
+std::size_t readSome(int descriptor, char* to, std::size_t room, const std::string& path)
+{
+    for (;;) {
+        const ssize_t count = read(descriptor, to, room);
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno != EINTR)
+            fail(path, errno);
+    }
+}
+
+} // namespace
+
+std::string readFile(const std::string& path, std::size_t mostBytes)
+{
+    constexpr std::size_t leastRoom = std::size_t{64} * 1024;
+    const Descriptor file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status = {};
+    if (file.get() < 0 || fstat(file.get(), &status) != 0)
+        fail(path, errno);
+    const bool hasSize = S_ISREG(status.st_mode) && status.st_size > 0;
+    const std::size_t size = hasSize ? static_cast<std::size_t>(status.st_size) : 0;
+    if (size > mostBytes)
+        fail(path, EFBIG);
+    std::string bytes;
+    std::size_t used = 0;
+    for (;;) {
+        if (used == bytes.size()) { // room for one byte more than there should be, so that the end shows
+            bytes.reserve(std::max({size + 1, leastRoom, used * 2}) + roomBehind);
+            bytes.resize(bytes.capacity() - roomBehind);
+        }
+        const std::size_t count = readSome(file.get(), bytes.data() + used, bytes.size() - used, path);
+        used += count;
+        if (used > mostBytes)
+            fail(path, EFBIG);
+        if (count == 0)
+            break;
+    }
+    bytes.resize(used);
+    return bytes;
+}
+
+std::string fileName(const std::string& path)
+{
+    return path == "-" ? "standard input" : path;
+}
+
+} // namespace text
