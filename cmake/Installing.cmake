@@ -18,6 +18,20 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_IN
 configure_file(cmake/petal-bridge.pc.in petal-bridge.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/petal-bridge.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
+# A package of its own: hosts that need no model files need not have what reads JSON.
+if(PETAL_BUILD_TOOL)
+  install(TARGETS KivModelFile EXPORT petal-bridge-modelfile)
+  install(DIRECTORY modelfile/include/kiv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/petal-bridge)
+  set(petal_modelfile_dir ${CMAKE_INSTALL_LIBDIR}/cmake/petal-bridge-modelfile)
+  install(EXPORT petal-bridge-modelfile NAMESPACE petal-bridge:: DESTINATION ${petal_modelfile_dir}
+          FILE petal-bridge-modelfile-targets.cmake)
+  install(FILES cmake/petal-bridge-modelfile-config.cmake DESTINATION ${petal_modelfile_dir})
+  install(FILES ${PROJECT_BINARY_DIR}/petal-bridge-config-version.cmake DESTINATION ${petal_modelfile_dir}
+          RENAME petal-bridge-modelfile-config-version.cmake)
+  configure_file(cmake/petal-bridge-modelfile.pc.in petal-bridge-modelfile.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/petal-bridge-modelfile.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()
+
 set(petal_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/petal-bridge)
 install(FILES docs/browsing.md docs/drawing.md docs/import.md docs/model-file.md docs/model-file.schema.json docs/reading.md DESTINATION ${petal_doc_dir}/docs) # links lead to ../examples
 install(DIRECTORY examples DESTINATION ${petal_doc_dir} FILES_MATCHING PATTERN "*.model.json")

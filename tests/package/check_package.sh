@@ -46,6 +46,11 @@ CXXFLAGS=$flags "$cmake" -S "$source/tests/package/outside-host" -B "$work/outsi
 "$cmake" --build "$work/outside-host"
 "$work/outside-host/outside-host" "$work/by-cmake.mdl"
 
+echo "--- a model written down and read back"
+"$work/outside-host/dump-model" "$source/examples/orders.model.json" "$work/once.model.json"
+"$work/outside-host/dump-model" "$work/once.model.json" "$work/again.model.json"
+cmp "$work/once.model.json" "$work/again.model.json" || fail "a model that was read back is written otherwise"
+
 echo "--- plug-in loaded by name"
 "$work/outside-host/plugin-loader" "$prefix/$lib/libKivIbmRationalRose98Export.so"
 
@@ -54,6 +59,8 @@ echo "--- pkg-config"
 eval "set -- $(PKG_CONFIG_PATH="$prefix/$lib/pkgconfig" pkg-config --cflags --libs petal-bridge)"
 "$compiler" -std=c++20 $flags "$source/tests/package/outside-host/main.cpp" -o "$work/by-pkg-config" "$@"
 LD_LIBRARY_PATH="$prefix/$lib" "$work/by-pkg-config" "$work/by-pkg-config.mdl" >"$work/options"
+eval "set -- $(PKG_CONFIG_PATH="$prefix/$lib/pkgconfig" pkg-config --cflags --libs petal-bridge-modelfile)"
+"$compiler" -std=c++20 $flags "$source/tests/package/outside-host/dump_model.cpp" -o "$work/dump-by-pkg-config" "$@"
 cmp "$work/by-cmake.mdl" "$work/by-pkg-config.mdl" || fail "the two builds of one host write different files"
 
 echo "--- command"
@@ -62,6 +69,8 @@ design=$source/tests/designs/files/shop.ecore
 "$petal" --version
 "$petal" export --quiet -o "$work/orders.mdl" "$prefix/share/doc/petal-bridge/examples/orders.model.json"
 test -s "$work/orders.mdl"
+"$petal" export --quiet -o "$work/again.mdl" "$work/again.model.json"
+cmp "$work/orders.mdl" "$work/again.mdl" || fail "a model that was read back is exported otherwise"
 "$petal" draw "$work/orders.mdl" --format png -o "$work/pictures"
 for picture in "$work/pictures"/*.png; do
     test -s "$picture" || fail "no picture was drawn"

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "modelfile/read/ObjectFields.h"
+
+// What the tables of keys, one file for each kind of object, give each other.
+
+namespace modelfile {
+
+void readType(Builder& builder, KivModel& model, Value& value);
+void readQualifiers(Builder& builder, KivAssociationRole& role, Value& value);
+[[nodiscard]] KivObject* readClass(Builder& builder, Object& object);
+[[nodiscard]] KivObject* readAssociation(Builder& builder, Object& object);
+[[nodiscard]] KivObject* readGeneralization(Builder& builder, Object& object);
+[[nodiscard]] KivObject* readDependency(Builder& builder, Object& object);
+[[nodiscard]] KivObject* readRealization(Builder& builder, Object& object);
+void readDiagrams(Builder& builder, KivPackage& package, Value& value);
+void readModelElements(Builder& builder, KivPackage& package, Value& value);
+[[nodiscard]] KivPackage* readPackage(Builder& builder, Value& value, std::size_t level);
+/// Each class diagram of a package is told which one lists it.
+void setDiagramPackages(KivPackage& package);
+
+[[nodiscard]] std::vector<ObjectKeys> projectionKeys();
+[[nodiscard]] std::vector<ObjectKeys> typeKeys();
+[[nodiscard]] std::vector<ObjectKeys> classKeys();
+[[nodiscard]] std::vector<ObjectKeys> relationshipKeys();
+[[nodiscard]] std::vector<ObjectKeys> diagramKeys();
+[[nodiscard]] std::vector<ObjectKeys> packageKeys();
+/// All of them, and those of the model.
+[[nodiscard]] std::vector<ObjectKeys> modelFileKeys();
+
+} // namespace modelfile
