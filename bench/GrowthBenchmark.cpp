@@ -7,7 +7,7 @@
 
 #include "Designs.h"
 #include "Measuring.h"
-#include "ModelFile.h"
+#include "kiv/KivModelFile.h"
 
 #include <array>
 #include <cstdio>

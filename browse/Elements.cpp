@@ -1,7 +1,5 @@
 #include "browse/Elements.h"
 
-#include "browse/Json.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <utility>
@@ -112,7 +110,7 @@ void Elements::nameInteractions(const reader::Index& index)
     for (const reader::Diagram& diagram : index.diagrams()) {
         const auto number = diagram.object->get("mechanism_ref").asReference();
         const std::size_t interaction = placeOf(number ? index.viewIn(nullptr, *diagram.object, *number) : nullptr);
-        if (interaction != Json::nowhere && elements[interaction].name.empty() &&
+        if (interaction != Elements::nowhere && elements[interaction].name.empty() &&
             elements[interaction].object->is("Mechanism"))
             elements[interaction].name = diagram.name;
     }
@@ -123,7 +121,7 @@ std::size_t Elements::placeOf(const Object* object) const
     for (; object; object = object->parent())
         if (const auto found = places.find(object); found != places.end())
             return found->second;
-    return Json::nowhere;
+    return Elements::nowhere;
 }
 
 } // namespace browse

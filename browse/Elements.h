@@ -3,6 +3,7 @@
 #include "browse/Kinds.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -20,11 +21,13 @@ struct Element {
 /// What of a document is shown by itself, parents before their children.
 class Elements {
 public:
+    static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
+
     explicit Elements(const reader::Document& document, const reader::Index& index);
 
     [[nodiscard]] const std::vector<Element>& all() const { return elements; }
     [[nodiscard]] const std::vector<Kind>& kinds() const { return usedKinds; }
-    /// The place of the element that `object` is or is a part of; `Json::nowhere` when it is null or in none.
+    /// The place of the element that `object` is or is a part of; `nowhere` when it is null or in none.
     [[nodiscard]] std::size_t placeOf(const reader::Object* object) const;
 
 private:
@@ -39,5 +42,11 @@ private:
     std::vector<Kind> usedKinds;
     std::unordered_map<const reader::Object*, std::size_t> places;
 };
+
+/// A place among the elements as the page has it: -1 for `Elements::nowhere`.
+[[nodiscard]] constexpr std::int64_t numberOf(std::size_t place)
+{
+    return static_cast<std::int64_t>(place);
+}
 
 } // namespace browse

@@ -1,8 +1,8 @@
 #include "browse/Page.h"
 
-#include "browse/Json.h"
 #include "browse/PageTemplate.h"
 #include "browse/Sheets.h"
+#include "text/JsonWriter.h"
 
 #include <algorithm>
 #include <array>
@@ -78,81 +78,85 @@ private:
     void writeModel()
     {
         std::string text;
-        Json json(text);
-        json.openObject().key("title").text(options.title).key("objects").number(document.objectCount());
+        text::JsonWriter json(text, pageLayout);
+        json.beginObject().key("title").value(options.title).key("objects").value(document.objectCount());
         writeFiles(json);
         writeKinds(json);
-        json.key("elements").openList();
+        json.key("elements").beginList();
         Sheets sheets(document, index, elements);
         for (const Element& element : elements.all()) {
-            json.openList().number(element.kind).number(element.parent).text(element.name).text(element.id);
-            json.openObject();
+            json.beginList().value(element.kind).value(element.parent).value(element.name).value(element.id);
+            json.beginObject();
             sheets.write(json, element);
-            json.closeObject().closeList();
+            json.endObject().endList();
             if (text.size() > pieceSize)
                 passOn(text, sink);
         }
-        json.closeList().key("shared").openList();
+        json.endList().key("shared").beginList();
         sheets.writeShared(json);
-        json.closeList();
+        json.endList();
         writeDiagrams(json, text);
-        json.closeObject();
+        json.endObject();
         passOn(text, sink);
     }
 
-    void writeFiles(Json& json) const
+    void writeFiles(text::JsonWriter& json) const
     {
-        json.key("files").openList();
+        json.key("files").beginList();
         for (const reader::File& file : document.files())
-            json.openList()
-                .text(std::filesystem::path(file.name).filename().string())
-                .text(std::to_string(file.version))
-                .text(file.encoding)
-                .text(file.writtenBy)
-                .closeList();
-        json.closeList().key("missing").openList();
+            json.beginList()
+                .value(std::filesystem::path(file.name).filename().string())
+                .value(std::to_string(file.version))
+                .value(file.encoding)
+                .value(file.writtenBy)
+                .endList();
+        json.endList().key("missing").beginList();
         for (const reader::MissingUnit& unit : document.missingUnits())
-            json.openList().text(unit.fileName).text(unit.reason).place(elements.placeOf(unit.stub)).closeList();
-        json.closeList();
+            json.beginList()
+                .value(unit.fileName)
+                .value(unit.reason)
+                .value(numberOf(elements.placeOf(unit.stub)))
+                .endList();
+        json.endList();
     }
 
-    void writeKinds(Json& json) const
+    void writeKinds(text::JsonWriter& json) const
     {
-        json.key("kinds").openList();
+        json.key("kinds").beginList();
         for (const Kind& kind : elements.kinds())
-            json.openList()
-                .text(kind.word)
-                .text(kind.icon)
-                .number(static_cast<std::size_t>(kind.group))
-                .text(kind.forward)
-                .text(kind.backward)
-                .number(kind.isRelation ? 1 : 0)
-                .closeList();
-        json.closeList();
+            json.beginList()
+                .value(kind.word)
+                .value(kind.icon)
+                .value(static_cast<std::size_t>(kind.group))
+                .value(kind.forward)
+                .value(kind.backward)
+                .value(kind.isRelation ? 1 : 0)
+                .endList();
+        json.endList();
     }
 
     // "diagrams": [[ELEMENT, [VIEW, ELEMENT, VIEW, ELEMENT ...]], ...]
-    void writeDiagrams(Json& json, std::string& text) const
+    void writeDiagrams(text::JsonWriter& json, std::string& text) const
     {
-        json.key("diagrams").openList();
+        json.key("diagrams").beginList();
         for (const reader::Diagram& diagram : index.diagrams()) {
-            json.openList().place(elements.placeOf(diagram.object)).openList();
+            json.beginList().value(numberOf(elements.placeOf(diagram.object))).beginList();
             reader::forEachObject(*diagram.object, [&](const Object& item) { writeItem(json, item); });
-            json.closeList().closeList();
+            json.endList().endList();
             if (text.size() > pieceSize)
                 passOn(text, sink);
         }
-        json.closeList();
+        json.endList();
     }
 
-    void writeItem(Json& json, const Object& item) const
+    void writeItem(text::JsonWriter& json, const Object& item) const
     {
         const auto number = item.viewNumber();
         if (!number)
             return;
         const std::size_t place = elements.placeOf(index.element(item).element);
-        if (place != Json::nowhere)
-            json.number(*number).number(place);
+        if (place != Elements::nowhere)
+            json.value(std::uint64_t{*number}).value(place);
     }
 
     void writePictures() const

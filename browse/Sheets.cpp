@@ -37,10 +37,10 @@ std::string_view visibilitySign(const Object& object)
     return row == std::end(visibilityRows) ? std::string_view() : row->sign;
 }
 
-void writeText(Json& json, std::string_view key, std::string_view text)
+void writeText(text::JsonWriter& json, std::string_view key, std::string_view text)
 {
     if (!text.empty())
-        json.key(key).text(text);
+        json.key(key).value(text);
 }
 
 // The name at the end of a path, or the empty text when it says that there is none.
@@ -79,11 +79,11 @@ using Row = std::pair<std::string, std::string>;
 std::string listOf(const std::vector<Row>& rows)
 {
     std::string result;
-    Json json(result);
-    json.openList();
+    text::JsonWriter json(result, pageLayout);
+    json.beginList();
     for (const auto& [label, text] : rows)
-        json.openList().text(label).text(text).closeList();
-    json.closeList();
+        json.beginList().value(label).value(text).endList();
+    json.endList();
     return result;
 }
 
@@ -145,11 +145,11 @@ std::string toolsOf(const Object& object)
     if (tools.empty())
         return {};
     std::string result;
-    Json json(result);
-    json.openList();
+    text::JsonWriter json(result, pageLayout);
+    json.beginList();
     for (const auto& [tool, rows] : tools)
-        json.openList().text(tool).written(listOf(rows)).closeList();
-    json.closeList();
+        json.beginList().value(tool).written(listOf(rows)).endList();
+    json.endList();
     return result;
 }
 
@@ -171,9 +171,9 @@ std::string flagsOf(const Object& role)
 
 } // namespace
 
-void Sheets::writeReference(Json& json, const std::string& text, const reader::Reference& reference) const
+void Sheets::writeReference(text::JsonWriter& json, const std::string& text, const reader::Reference& reference) const
 {
-    json.text(lastPart(text)).place(elements.placeOf(reference.element));
+    json.value(lastPart(text)).value(numberOf(elements.placeOf(reference.element)));
 }
 
 reader::Reference Sheets::typeOf(const Object& object, const std::string& type) const
@@ -182,34 +182,34 @@ reader::Reference Sheets::typeOf(const Object& object, const std::string& type) 
     return type.empty() ? reader::Reference() : index.lookUp(quid, type);
 }
 
-void Sheets::writeParameters(Json& json, const Object& object) const
+void Sheets::writeParameters(text::JsonWriter& json, const Object& object) const
 {
     const std::vector<const Object*> parameters = object.objects("parameters");
     if (parameters.empty())
         return;
-    json.key("parameters").openList();
+    json.key("parameters").beginList();
     for (const Object* const parameter : parameters) {
         const std::string type = parameter->text("type");
-        json.openList().text(parameter->name());
+        json.beginList().value(parameter->name());
         writeReference(json, type, typeOf(*parameter, type));
-        json.text(parameter->text("initv")).text(parameter->text("documentation")).closeList();
+        json.value(parameter->text("initv")).value(parameter->text("documentation")).endList();
     }
-    json.closeList();
+    json.endList();
 }
 
-void Sheets::writeFeature(Json& json, const Object& object) const
+void Sheets::writeFeature(text::JsonWriter& json, const Object& object) const
 {
     writeText(json, "visibility", visibilitySign(object));
     const std::string type = object.text(object.is("Operation") ? "result" : "type");
     if (!type.empty()) {
-        json.key("type").openList();
+        json.key("type").beginList();
         writeReference(json, type, typeOf(object, type));
-        json.closeList();
+        json.endList();
     }
     writeText(json, "value", object.text("initv"));
 }
 
-void Sheets::writeTarget(Json& json, const Element& element) const
+void Sheets::writeTarget(text::JsonWriter& json, const Element& element) const
 {
     const Object& object = *element.object;
     if (object.is("ClassAttribute", "Operation") || elements.kinds()[element.kind].forward.empty())
@@ -219,63 +219,63 @@ void Sheets::writeTarget(Json& json, const Element& element) const
     if (reference.state == reader::ReferenceState::none)
         return;
     const std::string_view quid = object.get("quidu").raw();
-    json.key("to").openList();
+    json.key("to").beginList();
     writeReference(json, name.empty() ? std::string(quid) : name, reference);
-    json.number(static_cast<std::size_t>(reference.state)).closeList();
+    json.value(static_cast<std::size_t>(reference.state)).endList();
 }
 
-void Sheets::writeEnd(Json& json, const Object& role) const
+void Sheets::writeEnd(text::JsonWriter& json, const Object& role) const
 {
     const reader::Reference reference = index.element(role);
-    json.openList().text(reader::shownName(role)).text(role.text("client_cardinality"));
+    json.beginList().value(reader::shownName(role)).value(role.text("client_cardinality"));
     const std::string supplier = role.text("supplier");
     writeReference(json, supplier.empty() && reference.element ? reader::shownName(*reference.element) : supplier,
                    reference);
-    json.number(static_cast<std::size_t>(reference.state)).text(flagsOf(role)).text(role.text("documentation"));
-    json.closeList();
+    json.value(static_cast<std::size_t>(reference.state)).value(flagsOf(role)).value(role.text("documentation"));
+    json.endList();
 }
 
-void Sheets::writeEnds(Json& json, const Object& association) const
+void Sheets::writeEnds(text::JsonWriter& json, const Object& association) const
 {
-    json.key("ends").openList();
+    json.key("ends").beginList();
     for (const Object* const role : association.objects("roles"))
         writeEnd(json, *role);
-    json.closeList();
+    json.endList();
 }
 
-void Sheets::writeUnit(Json& json, const Object& object) const
+void Sheets::writeUnit(text::JsonWriter& json, const Object& object) const
 {
     const auto& missing = document.missingUnits();
     const auto unit = std::find_if(missing.begin(), missing.end(),
                                    [&](const reader::MissingUnit& each) { return each.stub == &object; });
     if (unit != missing.end())
-        json.key("missing").text(unit->fileName + ": " + unit->reason);
+        json.key("missing").value(unit->fileName + ": " + unit->reason);
 }
 
-void Sheets::writeTexts(Json& json, const Object& object) const
+void Sheets::writeTexts(text::JsonWriter& json, const Object& object) const
 {
     writeText(json, "stereotype", object.text("stereotype"));
     writeText(json, "documentation", object.text("documentation"));
 }
 
 // Most elements have the same as many others.
-void Sheets::writePlaceOf(Json& json, std::string_view key, const std::string& list)
+void Sheets::writePlaceOf(text::JsonWriter& json, std::string_view key, const std::string& list)
 {
     if (list.empty())
         return;
     const auto [entry, isNew] = sharedPlaces.try_emplace(list, shared.size());
     if (isNew)
         shared.push_back(&entry->first);
-    json.key(key).number(entry->second);
+    json.key(key).value(entry->second);
 }
 
-void Sheets::writeShared(Json& json) const
+void Sheets::writeShared(text::JsonWriter& json) const
 {
     for (const std::string* const list : shared)
         json.written(*list);
 }
 
-void Sheets::write(Json& json, const Element& element)
+void Sheets::write(text::JsonWriter& json, const Element& element)
 {
     const Object& object = *element.object;
     writeTexts(json, object);

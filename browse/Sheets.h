@@ -1,13 +1,15 @@
 #pragma once
 
 #include "browse/Elements.h"
-#include "browse/Json.h"
+#include "text/JsonWriter.h"
 
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace browse {
+
+inline constexpr text::JsonLayout pageLayout = {.isDense = true, .isInPage = true};
 
 /// Writes what the sheet of an element shows as members of the JSON object that is open:
 ///
@@ -26,20 +28,20 @@ public:
     {
     }
 
-    void write(Json& json, const Element& element);
+    void write(text::JsonWriter& json, const Element& element);
     /// The lists that elements have in common, as members of the list that is open. Written when all sheets are.
-    void writeShared(Json& json) const;
+    void writeShared(text::JsonWriter& json) const;
 
 private:
-    void writeTexts(Json& json, const reader::Object& object) const;
-    void writeFeature(Json& json, const reader::Object& object) const;
-    void writeParameters(Json& json, const reader::Object& object) const;
-    void writeTarget(Json& json, const Element& element) const;
-    void writeEnds(Json& json, const reader::Object& association) const;
-    void writeEnd(Json& json, const reader::Object& role) const;
-    void writeUnit(Json& json, const reader::Object& object) const;
-    void writePlaceOf(Json& json, std::string_view key, const std::string& list);
-    void writeReference(Json& json, const std::string& text, const reader::Reference& reference) const;
+    void writeTexts(text::JsonWriter& json, const reader::Object& object) const;
+    void writeFeature(text::JsonWriter& json, const reader::Object& object) const;
+    void writeParameters(text::JsonWriter& json, const reader::Object& object) const;
+    void writeTarget(text::JsonWriter& json, const Element& element) const;
+    void writeEnds(text::JsonWriter& json, const reader::Object& association) const;
+    void writeEnd(text::JsonWriter& json, const reader::Object& role) const;
+    void writeUnit(text::JsonWriter& json, const reader::Object& object) const;
+    void writePlaceOf(text::JsonWriter& json, std::string_view key, const std::string& list);
+    void writeReference(text::JsonWriter& json, const std::string& text, const reader::Reference& reference) const;
     [[nodiscard]] reader::Reference typeOf(const reader::Object& object, const std::string& type) const;
 
     const reader::Document& document;

@@ -1,5 +1,5 @@
 #include "designs/Import.h"
-#include "ModelFile.h"
+#include "kiv/KivModelFile.h"
 #include "Target.h"
 
 #include <simdjson.h>

@@ -1,6 +1,6 @@
 #include "Json.h"
 
-#include "JsonText.h"
+#include "text/JsonWriter.h"
 
 #include <algorithm>
 #include <simdjson.h>
@@ -52,7 +52,7 @@ void append(std::string& text, const Json& value)
         text += std::to_string(value.integer);
         break;
     case Json::Kind::Text:
-        text += jsonQuoted(value.text);
+        text += text::jsonQuoted(value.text);
         break;
     case Json::Kind::List:
     case Json::Kind::Object: {
@@ -61,7 +61,7 @@ void append(std::string& text, const Json& value)
             if (&member != &value.members.front())
                 text += ',';
             if (value.isObject())
-                text += jsonQuoted(member.key) + ':';
+                text += text::jsonQuoted(member.key) + ':';
             append(text, member.value);
         }
         text += value.isObject() ? '}' : ']';

@@ -1,9 +1,10 @@
-#include "ModelFile.h"
+#include "kiv/KivModelFile.h"
 #include "Target.h"
 
 #include <algorithm>
 #include <cctype>
 #include <simdjson.h>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -33,6 +34,13 @@ void checkMessage(const std::string& message, std::string_view text)
         require(!isJson(text), "another message for well-formed JSON, not " + message);
 }
 
+std::string written(KivModel& model)
+{
+    std::ostringstream stream;
+    writeModelFile(model, stream);
+    return stream.str();
+}
+
 } // namespace
 
 // Any bytes either are a model or are refused in words.
@@ -40,10 +48,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view text = asText(data, size);
     try {
-        const LoadedModel loaded = parseModel(text, "fuzzed");
+        const LoadedModel loaded = parseModel(std::string(text), "fuzzed");
         require(loaded.model != nullptr, "a model");
         require(loaded.objects >= 1, "the model itself among the objects");
         require(isJson(text), "no model from broken JSON");
+        const std::string once = written(*loaded.model);
+        require(written(*parseModel(once, "written").model) == once, "the same file for what was read from it");
     } catch (const ModelFileError& error) {
         checkMessage(error.what(), text);
     }

@@ -1,7 +1,7 @@
 #include "ModelMutator.h"
 
 #include "ExportWords.h"
-#include "ModelFile.h"
+#include "modelfile/read/Tables.h"
 
 #include <algorithm>
 #include <array>
@@ -109,10 +109,10 @@ constexpr std::array kindChoices = {
 
 const std::vector<std::string_view>& keysOf(std::string_view objectKind)
 {
-    static const std::vector<ModelFileKeys> all = modelFileKeys();
+    static const std::vector<modelfile::ObjectKeys> all = modelfile::modelFileKeys();
     static const std::vector<std::string_view> none;
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&](const ModelFileKeys& each) { return each.objectKind == objectKind; });
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const modelfile::ObjectKeys& each) { return each.objectKind == objectKind; });
     return found == all.end() ? none : found->keys;
 }
 

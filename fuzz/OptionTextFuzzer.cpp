@@ -1,7 +1,7 @@
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
 #include "kiv/KivLocale.h"
+#include "kiv/KivModelFile.h"
 #include "MemoryFile.h"
-#include "ModelFile.h"
 #include "PetalScanner.h"
 #include "Target.h"
 
@@ -70,7 +70,7 @@ std::vector<std::string_view> recordsOf(std::string_view input)
 // What happens to a run with these values: the failure, or nothing.
 std::optional<KivException> runWith(const Values& values)
 {
-    LoadedModel loaded = parseModel(modelText, "fixed");
+    LoadedModel loaded = parseModel(std::string(modelText), "fixed");
     KivOptionList options;
     KivIbmRationalRose98ExportDllInterface plugin;
     plugin.getOptionList(options);

@@ -11,7 +11,7 @@ namespace reader {
 struct DecodedText {
     std::string text;
     std::string encoding;             ///< what iconv calls the encoding of the bytes
-    std::size_t undecodable = 0;      ///< number of bytes that are no character there; U+FFFD stands for each
+    std::size_t undecodable = 0;      ///< number of bytes that are no character there; U+FFFD stands for them
     std::size_t firstUndecodable = 0; ///< offset in `text` of the first of those
 };
 

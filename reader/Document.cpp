@@ -3,18 +3,19 @@
 #include "reader/Charset.h"
 #include "reader/Parser.h"
 #include "reader/UnitPath.h"
+#include "text/Files.h"
+#include "text/Places.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <deque>
 #include <functional>
 #include <iterator>
 #include <limits>
 #include <memory_resource>
+#include <optional>
 #include <set>
-#include <system_error>
 #include <utility>
 
 namespace reader {
@@ -26,90 +27,28 @@ namespace {
 constexpr std::size_t largestFile = std::size_t{1} << 30U;
 constexpr std::size_t mostUnits = 10000;
 constexpr std::size_t largestUnits = std::size_t{4} << 30U; // all together
-constexpr std::size_t pageSize = 65536;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
-
-std::string readAll(std::FILE* file)
-{
-    std::string bytes;
-    std::size_t size = 0;
-    do {
-        if (bytes.size() > largestFile)
-            throw NotPetal("the file is larger than 1 GiB");
-        bytes.resize(std::max(pageSize, size * 2));
-        size += std::fread(bytes.data() + size, 1, bytes.size() - size, file);
-    } while (size == bytes.size());
-    if (std::ferror(file) != 0)
-        throw NotPetal(std::generic_category().message(errno));
-    bytes.resize(size);
-    return bytes;
-}
-
-// The size of a regular file spares growing the buffer, which costs memory.
 std::string readFile(const std::string& path)
 {
-    if (path == "-")
-        return readAll(stdin);
-    const OpenFile file(std::fopen(path.c_str(), "rbe"));
-    if (!file)
-        throw NotPetal(std::generic_category().message(errno));
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error || size == 0 || size > largestFile)
-        return readAll(file.get());
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-    if (std::ferror(file.get()) != 0)
-        throw NotPetal(std::generic_category().message(errno));
-    return bytes;
+    try {
+        return text::readFile(path, largestFile);
+    } catch (const text::FileUnreadable& error) {
+        throw NotPetal(error.code().value() == EFBIG ? "the file is larger than 1 GiB" : error.code().message());
+    }
 }
 
-// What is in front of a page of text: lines, and characters of the line that the page starts in.
-struct PageStart {
-    std::size_t lines = 0;
-    std::size_t characters = 0;
-
-    void pass(std::string_view text)
-    {
-        const std::size_t lastLineEnd = text.rfind('\n');
-        if (lastLineEnd != std::string_view::npos) {
-            lines += static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-            characters = 0;
-            text.remove_prefix(lastLineEnd + 1);
-        }
-        characters += static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-            return (static_cast<unsigned char>(c) & 0xc0U) != 0x80; // all bytes but those that continue a character
-        }));
-    }
-};
-
-// The text of a file, its nodes, and where its pages start, so that a place costs no walk through all of it.
+// The text of a file, its nodes, and an index of its places, so that one costs no walk through all of it.
 struct Source {
     std::string text;
     std::pmr::monotonic_buffer_resource arena;
-    std::vector<PageStart> pages;
+    std::optional<text::PlaceIndex> places;
     std::vector<const Object*> stubs;
     fs::path path;
 
-    void findPages()
-    {
-        PageStart start;
-        for (std::size_t page = 0; page <= text.size(); page += pageSize) {
-            pages.push_back(start);
-            start.pass(std::string_view(text).substr(page, pageSize));
-        }
-    }
-
     [[nodiscard]] Place place(const char* position) const
     {
-        const auto offset = static_cast<std::size_t>(position - text.data());
-        PageStart start = pages[offset / pageSize];
-        start.pass(std::string_view(text).substr(offset / pageSize * pageSize, offset % pageSize));
-        return {{}, start.lines + 1, start.characters + 1};
+        const auto [line, column] = places->at(static_cast<std::size_t>(position - text.data()));
+        return {{}, line, column};
     }
 };
 
@@ -176,7 +115,7 @@ void Document::Contents::add(std::string bytes, const std::string& name, const s
     Source& source = sources.emplace_back();
     source.text = std::move(decoded.text);
     source.text.shrink_to_fit();
-    source.findPages();
+    source.places.emplace(source.text);
     starts.emplace(source.text.data(), sources.size() - 1);
     ParsedFile parsed = Parser(source.text, source.arena).parse();
     source.stubs = std::move(parsed.stubs);
@@ -295,7 +234,7 @@ private:
 };
 
 Document::Document(const std::string& path, const ReadOptions& options)
-    : Document(readFile(path), path == "-" ? "standard input" : path, options)
+    : Document(readFile(path), text::fileName(path), options)
 {
 }
 

@@ -1,5 +1,7 @@
 #include "reader/Parser.h"
 
+#include "text/Utf8.h"
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -12,16 +14,10 @@ constexpr std::size_t deepestLevel = 5000;
 constexpr std::size_t mostErrors = 100;
 constexpr std::size_t longestShownText = 40;
 
-// The start of a text as a message shows it; no character is cut.
+// The start of a text as a message shows it.
 std::string shortened(std::string_view text)
 {
-    const std::size_t lineEnd = std::min(text.find_first_of("\r\n"), text.size());
-    if (lineEnd <= longestShownText)
-        return std::string(text.substr(0, lineEnd));
-    std::size_t length = longestShownText;
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xc0U) == 0x80)
-        --length;
-    return std::string(text.substr(0, length)) + "...";
+    return text::shortened(text.substr(0, std::min(text.find_first_of("\r\n"), text.size())), longestShownText);
 }
 
 std::string describe(const Token& token)

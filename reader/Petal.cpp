@@ -1,5 +1,7 @@
 #include "reader/Petal.h"
 
+#include "text/Words.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -58,13 +60,6 @@ std::string withoutBars(std::string_view block)
         block.remove_prefix(std::min(lineEnd + 1, block.size()));
     }
     return result;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r\n\f\v";
-    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
 void appendObjects(const Value& value, std::vector<const Object*>& objects)
@@ -151,8 +146,8 @@ std::optional<Point> Value::asPoint() const
         return std::nullopt;
     const std::string_view inside = raw().substr(1, length - 2);
     const std::size_t comma = inside.find(',');
-    const auto x = parsed<double>(trimmed(inside.substr(0, comma)));
-    const auto y = parsed<double>(trimmed(inside.substr(comma + 1)));
+    const auto x = parsed<double>(text::trimmed(inside.substr(0, comma)));
+    const auto y = parsed<double>(text::trimmed(inside.substr(comma + 1)));
     if (!x || !y)
         return std::nullopt;
     return Point{*x, *y};

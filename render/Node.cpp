@@ -1,9 +1,9 @@
 #include "render/Node.h"
 
 #include "render/Shapes.h"
+#include "text/Words.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace render {
 
@@ -35,17 +35,10 @@ constexpr NodeKind kinds[] = {
 // What is drawn for kinds that are not known here.
 constexpr NodeKind plainBox = {"", prepareBox, drawBox, {300, 110}, false};
 
-std::string lowerCase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
 std::string iconOf(const Object& view)
 {
     const std::string style = view.text("icon_style");
-    return style.empty() || style == "Icon" ? lowerCase(view.text("icon")) : std::string();
+    return style.empty() || style == "Icon" ? text::lowerCase(view.text("icon")) : std::string();
 }
 
 bool isOutsideNamePlaced(const Object* label)

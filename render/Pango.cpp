@@ -1,6 +1,7 @@
 #include "render/Pango.h"
 
 #include "render/Releaser.h"
+#include "text/Utf8.h"
 
 #include <pango/pangocairo.h>
 
@@ -34,7 +35,7 @@ public:
         pango_font_description_set_style(description.get(), font.isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
         pango_layout_set_font_description(layout.get(), description.get());
         std::size_t length = std::min(line.size(), longestLine);
-        while (length < line.size() && isContinuation(line[length]))
+        while (length < line.size() && text::isContinuation(line[length]))
             --length;
         pango_layout_set_text(layout.get(), line.data(), static_cast<int>(length));
         int width = 0;

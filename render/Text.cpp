@@ -1,6 +1,7 @@
 #include "render/Text.h"
 
 #include "render/PictureLibrary.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -22,7 +23,7 @@ constexpr std::size_t longestKept = 200;
 std::size_t nextCharacter(std::string_view text, std::size_t at)
 {
     ++at;
-    while (at < text.size() && isContinuation(text[at]))
+    while (at < text.size() && text::isContinuation(text[at]))
         ++at;
     return at;
 }

@@ -51,12 +51,6 @@ private:
     std::unique_ptr<Widths> known;
 };
 
-/// Whether a byte of UTF-8 goes on with a character.
-[[nodiscard]] constexpr bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 /// `text` without what may not stand in a picture or steers a terminal: control characters other than line feeds, which
 /// stay if `keepsLines`, and characters that are none.
 [[nodiscard]] std::string cleanText(std::string_view text, bool keepsLines = false);

@@ -41,17 +41,13 @@ void writePage(const reader::Document& document, const std::string& title, const
 
 int browseFile(const BrowseRequest& request, const std::string& output)
 {
-    try {
+    return reportFailures(request.file, output, [&] {
         const reader::Document document(request.file, readOptions(request.reading));
-        const int exitCode =
-            reportFailures(request.file, output, [&] { writePage(document, titleOf(request.file), output); });
-        if (exitCode == done && !request.isQuiet)
+        writePage(document, titleOf(request.file), output);
+        if (!request.isQuiet)
             reportFindings(document);
-        return exitCode;
-    } catch (const reader::NotPetal& error) {
-        report(request.file + ": " + error.what());
-        return invalidModel;
-    }
+        return done;
+    });
 }
 
 } // namespace

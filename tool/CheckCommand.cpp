@@ -1,6 +1,8 @@
 #include "Commands.h"
 
-#include "JsonText.h"
+#include "text/Files.h"
+#include "text/JsonWriter.h"
+#include "text/Utf8.h"
 
 #include "reader/Check.h"
 
@@ -22,68 +24,62 @@ std::string_view nameOf(reader::Severity severity)
     return "error";
 }
 
-// What is said about one file of the command line.
-struct Report {
-    std::string asJson;
-    ExitCode exitCode = done;
-};
-
 void writeFindings(const std::vector<reader::Finding>& findings)
 {
     for (const reader::Finding& finding : findings)
-        std::cout << onOneLine(finding.place.file) << ':' << finding.place.line << ':' << finding.place.column << ": "
-                  << nameOf(finding.severity) << ": " << onOneLine(finding.text) << '\n';
+        std::cout << text::onOneLine(finding.place.file) << ':' << finding.place.line << ':' << finding.place.column
+                  << ": " << nameOf(finding.severity) << ": " << text::onOneLine(finding.text) << '\n';
 }
 
-std::string jsonOf(const reader::Finding& finding)
+void writeJson(text::JsonWriter& json, const reader::File& file)
 {
-    return R"({"severity": )" + jsonQuoted(nameOf(finding.severity)) + R"(, "kind": )" + jsonQuoted(finding.kind) +
-           R"(, "file": )" + jsonQuoted(finding.place.file) + R"(, "line": )" + std::to_string(finding.place.line) +
-           R"(, "column": )" + std::to_string(finding.place.column) + R"(, "text": )" + jsonQuoted(finding.text) + "}";
+    json.beginObject().member("name", text::mended(file.name)).member("petal", file.version);
+    json.member("charSet", file.charSet).member("encoding", file.encoding).member("written", file.writtenBy);
+    json.endObject();
 }
 
-template <typename Items, typename AsJson>
-std::string jsonList(const Items& items, std::string_view indentation, const AsJson& asJson)
+void writeJson(text::JsonWriter& json, const reader::Finding& finding)
 {
-    std::string result = "[";
+    json.beginObject().member("severity", nameOf(finding.severity)).member("kind", finding.kind);
+    json.member("file", text::mended(finding.place.file));
+    json.member("line", finding.place.line).member("column", finding.place.column).member("text", finding.text);
+    json.endObject();
+}
+
+template <class Items>
+void writeList(text::JsonWriter& json, std::string_view key, const Items& items)
+{
+    json.beginList(key);
     for (const auto& item : items)
-        result.append(result.size() == 1 ? "\n" : ",\n").append(indentation).append("  ").append(asJson(item));
-    if (result.size() > 1)
-        result.append("\n").append(indentation);
-    return result.append("]");
+        writeJson(json, item);
+    json.endList();
 }
 
-std::string jsonOf(const reader::File& file)
+void writeJson(text::JsonWriter& json, const reader::Document& document, const reader::CheckResult& result)
 {
-    return R"({"name": )" + jsonQuoted(file.name) + R"(, "petal": )" + std::to_string(file.version) +
-           R"(, "charSet": )" + std::to_string(file.charSet) + R"(, "encoding": )" + jsonQuoted(file.encoding) +
-           R"(, "written": )" + jsonQuoted(file.writtenBy) + "}";
+    json.beginObject();
+    writeList(json, "files", document.files());
+    json.member("objects", document.objectCount());
+    json.beginObject("unknownKinds");
+    for (const auto& [kind, count] : result.unknownKinds)
+        json.member(kind, count);
+    json.endObject();
+    json.beginObject("references").member("found", result.found).member("missing", result.missing);
+    json.member("none", result.none).member("notLoaded", result.unloaded).endObject();
+    writeList(json, "findings", result.findings);
+    json.endObject();
 }
 
-std::string jsonOf(const std::map<std::string, std::size_t>& counts)
+// A file that cannot be read.
+void writeJson(text::JsonWriter& json, const std::string& name, const std::string& error)
 {
-    std::string result = "{";
-    for (const auto& [name, count] : counts)
-        result.append(result.size() == 1 ? "" : ", ")
-            .append(jsonQuoted(name))
-            .append(": ")
-            .append(std::to_string(count));
-    return result.append("}");
+    json.beginObject();
+    json.beginList("files").beginObject().member("name", text::mended(name)).endObject().endList();
+    json.member("error", text::mended(error)).endObject();
 }
 
-std::string jsonOf(const reader::Document& document, const reader::CheckResult& result)
-{
-    const std::map<std::string, std::size_t> references = {
-        {"found", result.found}, {"none", result.none}, {"notLoaded", result.unloaded}, {"missing", result.missing}};
-    const auto asJson = [](const auto& item) { return jsonOf(item); };
-    return "{\n      \"files\": " + jsonList(document.files(), "      ", asJson) +
-           ",\n      \"objects\": " + std::to_string(document.objectCount()) +
-           ",\n      \"unknownKinds\": " + jsonOf(result.unknownKinds) +
-           ",\n      \"references\": " + jsonOf(references) +
-           ",\n      \"findings\": " + jsonList(result.findings, "      ", asJson) + "\n    }";
-}
-
-Report checkFile(const CheckRequest& request, const std::string& name)
+// Writes into `json` if there is one, else on standard output.
+ExitCode checkFile(const CheckRequest& request, const std::string& name, text::JsonWriter* json)
 {
     try {
         const reader::Document document(name, readOptions(request.reading));
@@ -93,16 +89,16 @@ Report checkFile(const CheckRequest& request, const std::string& name)
         const bool isClean = std::all_of(result.findings.begin(), result.findings.end(), isNote);
         if (!request.showsNotes)
             std::erase_if(result.findings, isNote);
-        Report checked{{}, isClean ? done : foundFaults};
-        if (request.asJson)
-            checked.asJson = jsonOf(document, result);
+        if (json)
+            writeJson(*json, document, result);
         else
             writeFindings(result.findings);
-        return checked;
+        return isClean ? done : foundFaults;
     } catch (const reader::NotPetal& error) {
-        report((name == "-" ? "standard input" : name) + ": " + error.what());
-        return {R"({"files": [{"name": )" + jsonQuoted(name) + R"(}], "error": )" + jsonQuoted(error.what()) + "}",
-                invalidModel};
+        report(text::fileName(name) + ": " + error.what());
+        if (json)
+            writeJson(*json, name, error.what());
+        return invalidModel;
     }
 }
 
@@ -110,19 +106,14 @@ Report checkFile(const CheckRequest& request, const std::string& name)
 
 int runCheck(const CheckRequest& request)
 {
-    std::vector<std::string> models;
+    std::string list;
+    text::JsonWriter json(list, {.deepestLine = 5, .indentation = 2}); // a finding a line
+    json.beginObject().beginList("models");
     int exitCode = done;
-    for (const std::string& file : request.files) {
-        Report checked = checkFile(request, file);
-        exitCode = std::max<int>(exitCode, checked.exitCode);
-        models.push_back(std::move(checked.asJson));
-    }
+    for (const std::string& file : request.files)
+        exitCode = std::max<int>(exitCode, checkFile(request, file, request.asJson ? &json : nullptr));
+    json.endList().endObject();
     if (request.asJson)
-        std::cout << "{\n  \"models\": " << jsonList(models, "  ", [](const std::string& model) { return model; })
-                  << "\n}\n";
-    std::cout.flush();
-    if (std::cout)
-        return exitCode;
-    report("standard output cannot be written");
-    return invalidModel;
+        std::cout << list;
+    return endOfOutput(exitCode, invalidModel);
 }

@@ -1,5 +1,7 @@
 #include "CommandLog.h"
 
+#include "text/Utf8.h"
+
 #include <cerrno>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -16,20 +18,16 @@ std::size_t terminalWidth()
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usualWidth;
 }
 
-// As much of a text as fits into `width` columns, without anything that a terminal would obey.
+// As much of a text as fits into `width` columns of a terminal.
 std::string displayable(std::string_view text, std::size_t width)
 {
-    std::string result;
-    std::size_t columns = 0;
-    for (const char byte : text) {
-        const auto code = static_cast<unsigned char>(byte);
-        const bool startsCharacter = (code & 0xC0U) != 0x80U;
-        if (startsCharacter && columns == width)
-            break;
-        columns += startsCharacter ? 1U : 0U;
-        result += code < 0x20U || code == 0x7FU ? '?' : byte;
+    const std::string line = text::onOneLine(text);
+    std::size_t end = 0;
+    while (end < line.size() && width > 0) {
+        end += text::characterLength(std::string_view(line).substr(end));
+        --width;
     }
-    return result;
+    return line.substr(0, end);
 }
 
 } // namespace
@@ -57,7 +55,8 @@ void CommandLog::add(const KivLogEntry& entry)
         begin = Clock::now();
     if (file) {
         const KivString text = entry.getText();
-        std::fwrite(text.text(), 1, text.length(), file);
+        const std::string line = file == stderr ? text::onOneLine(text.view()) : std::string(text.view());
+        std::fwrite(line.data(), 1, line.size(), file);
         std::fputc('\n', file);
     }
     if (progress && &entry.identifier == &ROS_E_PRINTING_PACKAGE && Clock::now() - lastShown >= progressInterval)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ReadRequest.h"
+#include "Reporting.h"
 
 #include "kiv/KivOptions.h"
 
@@ -10,14 +11,6 @@
 #include <vector>
 
 /// The commands behind the command line. Each returns the process's exit code and reports failures on standard error.
-
-enum ExitCode : int {
-    done = 0,
-    exportFailed = 1,
-    foundFaults = 1,
-    wrongUsage = 2,
-    invalidModel = 3,
-};
 
 /// A value for an option of the bridge, by the option's name.
 struct OptionValue {
@@ -108,6 +101,3 @@ int runOptions(bool asJson);
 
 /// The name of the output when none is given: the model's without its folder and ending, with `.mdl`.
 [[nodiscard]] std::string defaultOutput(const std::string& model);
-
-/// A text for a terminal or a log: `petal: ` and the message, as a line on standard error.
-void report(std::string_view message);

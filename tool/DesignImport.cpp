@@ -1,9 +1,10 @@
 #include "DesignImport.h"
 
 #include "designs/convert/JsonWriter.h"
-#include "designs/model/Texts.h"
-#include "ModelFile.h"
-#include "NearestName.h"
+#include "text/Files.h"
+#include "text/NearestName.h"
+#include "text/Utf8.h"
+#include "text/Words.h"
 
 #include <cctype>
 #include <map>
@@ -12,15 +13,14 @@
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t headLength = 4096;
 
 // The beginning of a text, in which model files say what they are.
 std::string_view headOf(std::string_view text)
 {
-    if (text.starts_with(byteOrderMark))
-        text.remove_prefix(byteOrderMark.size());
-    return design::trimmed(text.substr(0, headLength));
+    if (text.starts_with(text::byteOrderMark))
+        text.remove_prefix(text::byteOrderMark.size());
+    return text::trimmed(text.substr(0, headLength));
 }
 
 bool isModelFile(std::string_view text)
@@ -29,25 +29,16 @@ bool isModelFile(std::string_view text)
     return head.starts_with('{') && head.find("\"kiv-model\"") != std::string_view::npos;
 }
 
-// A line of a message cannot have control characters, which a terminal might obey.
-std::string onOneLine(std::string_view text)
-{
-    std::string line = design::isWellFormed(text) ? std::string(text) : design::mended(text);
-    for (char& byte : line)
-        if (static_cast<unsigned char>(byte) < 0x20U || byte == 0x7F)
-            byte = ' ';
-    return line;
-}
-
 std::string placed(const std::string& file, const std::string& reason)
 {
     const bool beginsWithPlace = !reason.empty() && std::isdigit(static_cast<unsigned char>(reason.front())) != 0;
-    return file + (beginsWithPlace ? ":" : ": ") + onOneLine(reason);
+    return file + (beginsWithPlace ? ":" : ": ") + text::onOneLine(reason);
 }
 
 [[noreturn]] void throwUnknownFormat(const std::string& path)
 {
-    throw DesignError(fileName(path) + ": this is of no format that can be imported; see petal import --list-formats");
+    throw DesignError(text::fileName(path) +
+                      ": this is of no format that can be imported; see petal import --list-formats");
 }
 
 // "left out: 3 box (a Rose diagram shows a class once)", a line for each kind and reason.
@@ -60,9 +51,9 @@ void addEntries(std::string& text, const char* word, const std::vector<design::R
         text.append(word)
             .append(std::to_string(count))
             .append(" x ")
-            .append(onOneLine(entry.first))
+            .append(text::onOneLine(entry.first))
             .append(" (")
-            .append(onOneLine(entry.second))
+            .append(text::onOneLine(entry.second))
             .append(")\n");
 }
 
@@ -73,7 +64,7 @@ void writeEntries(design::JsonWriter& json, const char* key, const std::vector<d
         json.beginObject();
         for (const auto& [name, text] : {std::pair{"kind", &entry.kind}, std::pair{"id", &entry.id},
                                          std::pair{"name", &entry.name}, std::pair{"reason", &entry.reason}})
-            json.member(name, std::string_view(design::mended(*text)));
+            json.member(name, std::string_view(text::mended(*text)));
         json.endObject();
     }
     json.endList();
@@ -91,8 +82,8 @@ std::string whyNotAFormat(const std::string& name)
         known.push_back(format.name);
         list.append("\n  ").append(format.name);
     }
-    std::string reason = "there is no format '" + onOneLine(name) + "'";
-    if (const auto nearest = nearestName(name, known))
+    std::string reason = "there is no format '" + text::onOneLine(name) + "'";
+    if (const auto nearest = text::nearestName(name, known))
         reason += "; did you mean " + std::string(*nearest) + "?";
     return reason + "\nThe formats are:" + list;
 }
@@ -102,7 +93,7 @@ const design::Format& formatOfImport(std::string_view text, const std::string& p
     if (const design::Format* const format = design::formatNamed(name))
         return *format;
     if (isModelFile(text))
-        throw DesignError(fileName(path) + ": this is a model file already");
+        throw DesignError(text::fileName(path) + ": this is a model file already");
     const design::Format* const format = design::formatOf({text, path});
     if (!format)
         throwUnknownFormat(path);
@@ -125,7 +116,7 @@ ImportedDesign importDesign(const design::Format& format, std::string_view text,
                             bool hasLayout)
 {
     ImportedDesign imported;
-    imported.file = fileName(path);
+    imported.file = text::fileName(path);
     imported.format = format.name;
     try {
         imported.model = design::importDesign(format, {text, path}, hasLayout, imported.report);
@@ -137,7 +128,7 @@ ImportedDesign importDesign(const design::Format& format, std::string_view text,
 
 std::string summaryOf(const ImportedDesign& imported)
 {
-    std::string text = onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
+    std::string text = text::onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
     const char* separator = "";
     for (const design::Taken& taken : imported.model.taken) {
         text.append(separator).append(std::to_string(taken.count)).append(" ").append(taken.kind);

@@ -1,8 +1,10 @@
 #include "Commands.h"
 
 #include "FileRoles.h"
-#include "NearestName.h"
 #include "OutputFile.h"
+#include "text/NearestName.h"
+#include "text/Utf8.h"
+#include "text/Words.h"
 
 #include "reader/Index.h"
 #include "render/Draw.h"
@@ -33,13 +35,6 @@ constexpr std::string_view devices[] = {"aux", "con", "nul", "prn"};
 
 constexpr std::size_t longestName = 100; // bytes, far below what file systems take
 
-std::string lowerCase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
 bool isFormat(const std::string& name)
 {
     return std::any_of(std::begin(formats), std::end(formats),
@@ -56,7 +51,7 @@ ImageFormat formatCalled(const std::string& name)
 // `svg` of `Orders.SVG`; empty for other endings.
 std::string formatOfEnding(const std::string& path)
 {
-    const std::string ending = lowerCase(fs::path(path).extension().string());
+    const std::string ending = text::lowerCase(fs::path(path).extension().string());
     return ending.size() > 1 && isFormat(ending.substr(1)) ? ending.substr(1) : std::string();
 }
 
@@ -67,15 +62,10 @@ std::string safeName(const std::string& text)
     std::string name = render::cleanText(text);
     std::replace_if(
         name.begin(), name.end(), [&](char c) { return unsafe.find(c) != std::string_view::npos; }, '_');
-    if (name.size() > longestName) {
-        std::size_t end = longestName;
-        while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U)
-            --end;
-        name.resize(end);
-    }
+    name.resize(text::beginningOf(name, longestName).size());
     while (!name.empty() && (name.back() == ' ' || name.back() == '.'))
         name.pop_back();
-    const std::string stem = lowerCase(name.substr(0, name.find('.')));
+    const std::string stem = text::lowerCase(name.substr(0, name.find('.')));
     const bool isDevice = std::find(std::begin(devices), std::end(devices), stem) != std::end(devices);
     if (!name.empty() && (isDevice || name.front() == '.' || name.front() == '-' || name.front() == ' '))
         name.insert(name.begin(), '_');
@@ -97,17 +87,17 @@ public:
         if (isTaken(unique, ending) && diagram.owner)
             unique = name + " (" + safeName(reader::shownName(*diagram.owner)) + ")";
         const std::string numbered = unique;
-        std::size_t& number = numbers[lowerCase(numbered)];
+        std::size_t& number = numbers[text::lowerCase(numbered)];
         while (isTaken(unique, ending))
             unique = numbered + " " + std::to_string(++number + 1);
-        taken.insert(lowerCase(unique + ending));
+        taken.insert(text::lowerCase(unique + ending));
         return unique + ending;
     }
 
 private:
     [[nodiscard]] bool isTaken(const std::string& name, const std::string& ending) const
     {
-        return taken.contains(lowerCase(name + ending));
+        return taken.contains(text::lowerCase(name + ending));
     }
 
     std::set<std::string> taken;
@@ -142,12 +132,8 @@ private:
     [[nodiscard]] int list() const
     {
         for (const Diagram& diagram : index.diagrams())
-            std::cout << reader::diagramKindName(diagram.kind) << '\t' << onOneLine(fullName(diagram)) << '\n';
-        std::cout.flush();
-        if (std::cout)
-            return done;
-        report("standard output cannot be written");
-        return exportFailed;
+            std::cout << reader::diagramKindName(diagram.kind) << '\t' << text::onOneLine(fullName(diagram)) << '\n';
+        return endOfOutput(done, exportFailed);
     }
 
     // Takes those that are asked for, or all.
@@ -174,9 +160,9 @@ private:
         std::vector<std::string_view> known;
         for (const Diagram& diagram : index.diagrams())
             known.emplace_back(diagram.name);
-        std::string reason = "there is no diagram '" + onOneLine(name) + "'";
-        if (const auto nearest = nearestName(name, known))
-            reason.append("; did you mean '").append(onOneLine(*nearest)).append("'?");
+        std::string reason = "there is no diagram '" + text::onOneLine(name) + "'";
+        if (const auto nearest = text::nearestName(name, known))
+            reason.append("; did you mean '").append(text::onOneLine(*nearest)).append("'?");
         return reason.append(" (see: --list)");
     }
 
@@ -223,12 +209,13 @@ private:
         return reportFailures(request.file, file, [&] {
             const auto warn = [&](const std::string& text) {
                 if (!request.isQuiet)
-                    report(onOneLine(fullName(diagram)) + ": " + text);
+                    report(text::onOneLine(fullName(diagram)) + ": " + text);
             };
             const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure});
             OutputFile output(file);
             output.write(render::imageOf(svg, format, warn));
             output.commit();
+            return done;
         });
     }
 
@@ -243,18 +230,15 @@ private:
 
 std::string whyNotAnImageFormat(const std::string& name)
 {
-    return isFormat(name) ? "" : "svg, png or pdf expected, found '" + onOneLine(name) + "'";
+    return isFormat(name) ? "" : "svg, png or pdf expected, found '" + text::onOneLine(name) + "'";
 }
 
 int runDraw(const DrawRequest& request)
 {
-    try {
+    return reportFailures(request.file, request.output, [&] {
         const reader::Document document(request.file, readOptions(request.reading));
         if (!request.isQuiet)
             reportFindings(document);
         return Drawing(request, document).run();
-    } catch (const reader::NotPetal& error) {
-        report((request.file == "-" ? "standard input" : request.file) + ": " + error.what());
-        return invalidModel;
-    }
+    });
 }

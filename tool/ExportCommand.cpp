@@ -3,12 +3,13 @@
 #include "CommandLog.h"
 #include "DesignImport.h"
 #include "FileRoles.h"
-#include "ModelFile.h"
-#include "NearestName.h"
 #include "OutputFile.h"
 #include "Statistics.h"
+#include "text/Files.h"
+#include "text/NearestName.h"
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
+#include "kiv/KivModelFile.h"
 
 #include <filesystem>
 #include <iostream>
@@ -55,14 +56,14 @@ void proveComplete(OutputFile& output, const std::string& name)
 // The model in a model file, or in a design of another tool, which is then imported.
 LoadedModel loadAnyModel(const ExportRequest& request, std::optional<ImportedDesign>& imported)
 {
-    const FileContent content = readFile(request.model);
-    const std::string name = fileName(request.model);
-    const design::Format* const format = formatOfExport(content.text(), request.model, request.design.format);
+    const std::string content = text::readFile(request.model);
+    const std::string name = text::fileName(request.model);
+    const design::Format* const format = formatOfExport(content, request.model, request.design.format);
     if (!format)
         return parseModel(content, name);
-    imported = importDesign(*format, content.text(), request.model, request.design.hasLayout);
+    imported = importDesign(*format, content, request.model, request.design.hasLayout);
     LoadedModel loaded = parseModel(imported->model.text, name);
-    loaded.bytes = content.size;
+    loaded.bytes = content.size();
     return loaded;
 }
 
@@ -116,11 +117,6 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
 
 } // namespace
 
-void report(std::string_view message)
-{
-    std::cerr << "petal: " << message << '\n';
-}
-
 std::string whyNotAnOption(std::string_view option)
 {
     const KivOptionList options = defaultOptions();
@@ -133,7 +129,7 @@ std::string whyNotAnOption(std::string_view option)
         if (each.name != BP_FILE.getName())
             known.push_back(each.name.view());
     std::string reason = "there is no option '" + std::string(option) + "'";
-    if (const auto nearest = nearestName(option, known))
+    if (const auto nearest = text::nearestName(option, known))
         reason += "; did you mean " + std::string(*nearest) + "?";
     reason += "\nThe options are:";
     for (const std::string_view name : known)
@@ -159,5 +155,8 @@ int runExport(const ExportRequest& request)
         report(clash);
         return wrongUsage;
     }
-    return reportFailures(request.model, output, [&] { exportModel(request, output); });
+    return reportFailures(request.model, output, [&] {
+        exportModel(request, output);
+        return done;
+    });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,3 @@ struct FileRole {
 /// Two roles for one file would cost the user one of its contents: a message that says which, or the empty text. The
 /// first file is the one that is read, the others are written.
 [[nodiscard]] std::string clashOf(const std::vector<FileRole>& files);
-
-/// Does the work, and reports its failure, if any, on standard error. Returns the exit code.
-int reportFailures(const std::string& input, const std::string& output, const std::function<void()>& work);

@@ -2,8 +2,8 @@
 
 #include "DesignImport.h"
 #include "FileRoles.h"
-#include "ModelFile.h"
 #include "OutputFile.h"
+#include "text/Files.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -13,10 +13,10 @@ namespace {
 
 void importFile(const ImportRequest& request, const std::string& outputName)
 {
-    const FileContent content = readFile(request.input);
-    const design::Format& format = formatOfImport(content.text(), request.input, request.design.format);
+    const std::string content = text::readFile(request.input);
+    const design::Format& format = formatOfImport(content, request.input, request.design.format);
     const std::optional<ImportedDesign> imported =
-        importDesign(format, content.text(), request.input, request.design.hasLayout);
+        importDesign(format, content, request.input, request.design.hasLayout);
     OutputFile output(outputName);
     output.write(imported->model.text);
     std::optional<OutputFile> reportFile;
@@ -62,5 +62,8 @@ int runImport(const ImportRequest& request)
         report(clash);
         return wrongUsage;
     }
-    return reportFailures(request.input, output, [&] { importFile(request, output); });
+    return reportFailures(request.input, output, [&] {
+        importFile(request, output);
+        return done;
+    });
 }

@@ -1,6 +1,6 @@
 #include "Commands.h"
 
-#include "JsonText.h"
+#include "text/JsonWriter.h"
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
 
@@ -24,27 +24,28 @@ const char* nameOf(KivOptionKind kind)
     return "";
 }
 
-std::string jsonList(const std::vector<KivString>& texts)
+void writeTexts(text::JsonWriter& json, std::string_view key, const std::vector<KivString>& texts)
 {
-    std::string list;
-    for (const KivString& text : texts)
-        list += (list.empty() ? "" : ", ") + jsonQuoted(text.view());
-    return "[" + list + "]";
+    json.beginList(key);
+    for (const KivString& each : texts)
+        json.value(each.view());
+    json.endList();
 }
 
 void printJson(const KivOptionList& options)
 {
-    const char* separator = "[\n";
+    std::string list;
+    text::JsonWriter json(list, {.deepestLine = 1, .indentation = 2}); // an option a line
+    json.beginList();
     for (const KivOption& option : options.getOptions()) {
-        std::cout << separator << "  {\"name\": " << jsonQuoted(option.name.view())
-                  << ", \"kind\": " << jsonQuoted(nameOf(option.kind))
-                  << ", \"default\": " << jsonQuoted(option.defaultValue.view())
-                  << ", \"literals\": " << jsonList(option.literals)
-                  << ", \"extensions\": " << jsonList(option.extensions)
-                  << ", \"description\": " << jsonQuoted(option.description.view()) << "}";
-        separator = ",\n";
+        json.beginObject().member("name", option.name.view()).member("kind", nameOf(option.kind));
+        json.member("default", option.defaultValue.view());
+        writeTexts(json, "literals", option.literals);
+        writeTexts(json, "extensions", option.extensions);
+        json.member("description", option.description.view()).endObject();
     }
-    std::cout << "\n]\n";
+    json.endList();
+    std::cout << list;
 }
 
 void printText(const KivOptionList& options)
@@ -72,9 +73,5 @@ int runOptions(bool asJson)
         printJson(options);
     else
         printText(options);
-    std::cout.flush();
-    if (std::cout)
-        return done;
-    report("standard output: the list could not be written");
-    return exportFailed;
+    return endOfOutput(done, exportFailed);
 }

@@ -2,6 +2,8 @@
 
 #include "Commands.h"
 
+#include "text/Utf8.h"
+
 std::string whyNotACharset(const std::string& charset)
 {
     return reader::isCharset(charset) ? "" : "there is no charset '" + charset + "'";
@@ -31,26 +33,8 @@ reader::ReadOptions readOptions(const ReadRequest& request)
 void reportFindings(const reader::Document& document)
 {
     for (const reader::Finding& finding : document.findings())
-        report(onOneLine(finding.place.file) + ":" + std::to_string(finding.place.line) + ":" +
-               std::to_string(finding.place.column) + ": " + onOneLine(finding.text));
+        reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
     for (const reader::MissingUnit& unit : document.missingUnits())
         if (!unit.isUnwanted)
-            report(onOneLine(unit.fileName) + ": not loaded: " + onOneLine(unit.reason));
-}
-
-std::string onOneLine(std::string_view text)
-{
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        const bool isLaterControl = c == 0xc2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xa0;
-        if (c < ' ' || c == 0x7f || isLaterControl) {
-            result += c == '\n' || c == '\t' ? ' ' : '?';
-            i += isLaterControl ? 1 : 0;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
+            report(text::onOneLine(unit.fileName) + ": not loaded: " + text::onOneLine(unit.reason));
 }

@@ -21,6 +21,3 @@ struct ReadRequest {
 
 /// Says what was wrong with the text of the files, and which units are missing, on standard error.
 void reportFindings(const reader::Document& document);
-
-/// `text` on one line of a terminal: control characters, which could steer it, become question marks.
-[[nodiscard]] std::string onOneLine(std::string_view text);

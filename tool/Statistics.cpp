@@ -1,8 +1,10 @@
 #include "Statistics.h"
 
+#include "text/JsonWriter.h"
+
 #include <array>
 #include <cstdio>
-#include <sys/resource.h>
+#include <fstream>
 
 namespace {
 
@@ -23,10 +25,11 @@ std::string textOf(const char* name, const StageCost& cost)
                      static_cast<double>(cost.bytes) / megabyte / seconds, static_cast<double>(cost.objects) / seconds);
 }
 
-std::string jsonOf(const char* name, const StageCost& cost)
+void writeCost(text::JsonWriter& json, const char* name, const StageCost& cost)
 {
-    return formatted("\"%s\":{\"seconds\":%.6f,\"bytes\":%zu,\"objects\":%zu}", name, cost.seconds, cost.bytes,
-                     cost.objects);
+    json.beginObject(name);
+    json.member("seconds", cost.seconds).member("bytes", cost.bytes).member("objects", cost.objects);
+    json.endObject();
 }
 
 } // namespace
@@ -39,13 +42,26 @@ std::string Statistics::asText() const
 
 std::string Statistics::asJson() const
 {
-    return formatted("{%s,%s,%s,\"peak_memory_bytes\":%zu}\n", jsonOf("load", load).c_str(),
-                     jsonOf("number", number).c_str(), jsonOf("write", write).c_str(), peakMemory);
+    std::string result;
+    text::JsonWriter json(result, {.isDense = true});
+    json.beginObject();
+    writeCost(json, "load", load);
+    writeCost(json, "number", number);
+    writeCost(json, "write", write);
+    json.member("peak_memory_bytes", peakMemory).endObject();
+    return result + '\n';
 }
 
+// What the system counts for a process that ended, and hands on to one that takes its place, begins with the memory of
+// the process that started it; this begins anew with every program.
 std::size_t peakMemoryOfProcess()
 {
-    struct rusage usage = {};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word) {
+        std::size_t kilobytes = 0;
+        if (word == "VmHWM:" && status >> kilobytes)
+            return kilobytes * 1024;
+    }
+    return 0;
 }

@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "text/Utf8.h"
+
 #include "reader/Index.h"
 
 #include <algorithm>
@@ -43,7 +45,7 @@ public:
             open.pop_back();
             const std::string line = lineOf(*next.object);
             if (!line.empty())
-                std::cout << std::string(2 * next.level, ' ') << onOneLine(line) << '\n';
+                std::cout << std::string(2 * next.level, ' ') << text::onOneLine(line) << '\n';
             const std::size_t level = next.level + (line.empty() ? 0 : 1);
             if (reader::diagramKindOf(*next.object) || level >= depth)
                 continue;
@@ -123,19 +125,12 @@ private:
 
 int runTree(const TreeRequest& request)
 {
-    try {
+    return reportFailures(request.file, "standard output", [&] {
         const reader::Document document(request.file, readOptions(request.reading));
         Outline(document, request.depth).print();
         std::cout.flush();
         for (const reader::Finding& finding : document.findings())
-            report(finding.place.file + ":" + std::to_string(finding.place.line) + ":" +
-                   std::to_string(finding.place.column) + ": " + onOneLine(finding.text));
-    } catch (const reader::NotPetal& error) {
-        report((request.file == "-" ? "standard input" : request.file) + ": " + error.what());
-        return invalidModel;
-    }
-    if (std::cout)
-        return done;
-    report("standard output cannot be written");
-    return exportFailed;
+            reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
+        return endOfOutput(done, invalidModel);
+    });
 }

@@ -2,7 +2,7 @@
 #include "designs/model/DataTypes.h"
 #include "designs/model/Texts.h"
 #include "designs/SmallDesigns.h"
-#include "tool/ModelTexts.h"
+#include "support/ModelTexts.h"
 
 #include <functional>
 #include <gmock/gmock.h>

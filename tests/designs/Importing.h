@@ -1,7 +1,7 @@
 #pragma once
 
 #include "designs/Import.h"
-#include "ModelFile.h"
+#include "kiv/KivModelFile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ModelFile.h"
+#include "kiv/KivModelFile.h"
 
 #include "plugin/support/ModelBuilder.h"
 

@@ -1,4 +1,4 @@
-#include "ModelTexts.h"
+#include "support/ModelTexts.h"
 #include "support/Process.h"
 #include "support/TemporaryFolder.h"
 

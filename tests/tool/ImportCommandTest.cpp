@@ -1,4 +1,4 @@
-#include "ModelTexts.h"
+#include "support/ModelTexts.h"
 #include "support/Process.h"
 #include "support/TemporaryFolder.h"
 
@@ -47,12 +47,8 @@ TEST_F(ImportCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)
         int exitCode;
         const char* message;
     } rows[] = {
-        {{"import", "broken.mdj", "-o", "kept.json"},
-         3,
-         "petal: broken.mdj:2:1: expected well-formed JSON, found a mark"},
-        {{"export", "broken.mdj", "-o", "kept.json"},
-         3,
-         "petal: broken.mdj:2:1: expected well-formed JSON, found a mark"},
+        {{"import", "broken.mdj", "-o", "kept.json"}, 3, "petal: broken.mdj:2:1: expected a value, found a mark"},
+        {{"export", "broken.mdj", "-o", "kept.json"}, 3, "petal: broken.mdj:2:1: expected a value, found a mark"},
         {{"import", "empty.mdj", "-o", "kept.json"},
          3,
          "petal: empty.mdj: nothing to import was found; looked for UML"},
@@ -62,7 +58,7 @@ TEST_F(ImportCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)
         {{"import", "none.mdj", "-o", "kept.json"}, 3, "petal: none.mdj: No such file or directory\n"},
         {{"import", "some.xml", "--from", "staruml", "-o", "kept.json"},
          3,
-         "petal: some.xml:1:1: expected well-formed"},
+         "petal: some.xml:1:1: expected a value, found <html/>"},
         {{"import", "shop.mdj", "-o", "none/x"}, 1, "petal: none/x: No such file or directory\n"},
         {{"import", "shop.mdj", "-o", "kept.json", "--report", "none/x"}, 1, "petal: none/x: No such file"},
         {{"import", "shop.mdj", "-o", "shop.mdj"}, 2, "petal: shop.mdj: the output would overwrite the design\n"},

@@ -1,7 +1,7 @@
 #include "designs/formats/shared/Xml.h"
 
 #include "designs/model/Texts.h"
-#include "JsonText.h"
+#include "text/Places.h"
 
 #include <iconv.h>
 
@@ -100,8 +100,7 @@ std::string withoutMark(std::string text)
 /// "12:5: "
 std::string position(std::string_view text, std::size_t offset)
 {
-    const LineAndColumn place = lineAndColumnAt(text, std::min(offset, text.size()));
-    return std::to_string(place.line) + ":" + std::to_string(place.column) + ": ";
+    return text::lineAndColumnAt(text, std::min(offset, text.size())).asText() + ": ";
 }
 
 bool isPredefinedEntity(std::string_view name)

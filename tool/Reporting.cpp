@@ -1,0 +1,81 @@
+#include "Reporting.h"
+
+#include "DesignImport.h"
+#include "reader/Document.h"
+#include "text/Files.h"
+#include "text/Utf8.h"
+
+#include "kiv/KivMessages.h"
+#include "kiv/KivModelFile.h"
+
+#include <algorithm>
+#include <iostream>
+#include <new>
+#include <system_error>
+
+namespace {
+
+// The system's error as users know it: what it happened to and why.
+std::string messageOf(const std::system_error& error)
+{
+    const std::string what = error.what();
+    const std::string reason = error.code().message();
+    return what.ends_with(reason) ? what : what + ": " + reason;
+}
+
+} // namespace
+
+void report(std::string_view message)
+{
+    std::string lines = "petal: ";
+    while (!message.empty()) {
+        const std::size_t end = std::min(message.find('\n'), message.size());
+        lines += text::onOneLine(message.substr(0, end));
+        lines += '\n';
+        message.remove_prefix(std::min(end + 1, message.size()));
+    }
+    std::cerr << lines;
+}
+
+void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text)
+{
+    report(text::onOneLine(file) + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " +
+           text::onOneLine(text));
+}
+
+int endOfOutput(int exitCode, int failure)
+{
+    std::cout.flush();
+    if (std::cout)
+        return exitCode;
+    report("standard output cannot be written");
+    return failure;
+}
+
+int reportFailures(const std::string& input, const std::string& output, const std::function<int()>& work)
+{
+    try {
+        return work();
+    } catch (const ModelFileError& error) {
+        report(error.what());
+        return invalidModel;
+    } catch (const DesignError& error) {
+        report(error.what());
+        return invalidModel;
+    } catch (const reader::NotPetal& error) {
+        report(text::fileName(input) + ": " + error.what());
+        return invalidModel;
+    } catch (const text::FileUnreadable& error) {
+        report(messageOf(error));
+        return invalidModel;
+    } catch (const std::system_error& error) {
+        report(messageOf(error));
+    } catch (const KivException& error) {
+        report(output + ": " + error.what());
+    } catch (const std::bad_alloc&) {
+        report(text::fileName(input) + ": not enough memory for this model");
+    } catch (const std::exception& error) {
+        report(error.what());
+    }
+    return exportFailed;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+// What the commands say, and how they end.
+
+/// The process's exit code.
+enum ExitCode : int {
+    done = 0,
+    exportFailed = 1,
+    foundFaults = 1,
+    wrongUsage = 2,
+    invalidModel = 3,
+};
+
+/// A message on standard error: `petal: ` and the text, whose lines steer no terminal.
+void report(std::string_view message);
+
+/// A message about a place in a file: `FILE:LINE:COLUMN: TEXT`.
+void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text);
+
+/// Hands on what was written to standard output: `exitCode`, or `failure` after a message when it did not arrive.
+[[nodiscard]] int endOfOutput(int exitCode, int failure);
+
+/// Runs `work`, which reads `input` and writes `output`, and reports what it throws. Returns the exit code.
+[[nodiscard]] int reportFailures(const std::string& input, const std::string& output, const std::function<int()>& work);
