@@ -10,12 +10,15 @@ fail() {
     exit 1
 }
 
+# needed_packages PURPOSE...: those that stand under "# Building", "# Testing" or "# Checking".
 needed_packages() {
-    sed 's/#.*//' scripts/packages.txt
+    for purpose in "$@"; do
+        sed -n "/^# $purpose\$/,/^\$/p" scripts/packages.txt | sed 's/#.*//'
+    done
 }
 
 missing_packages() {
-    for package in $(needed_packages); do
+    for package in $(needed_packages "$@"); do
         case $(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null) in
         ?i*) ;;
         *) echo "$package" ;;
@@ -41,12 +44,13 @@ apt_install() {
     apt_get update >"$log" 2>&1 && apt_get install --no-install-recommends "$@" >"$log" 2>&1
 }
 
+# install_packages PURPOSE...
 install_packages() {
     if ! command -v dpkg-query >/dev/null; then
         say "No Debian packages here: what scripts/packages.txt lists is taken to be installed."
         return
     fi
-    missing=$(missing_packages | tr '\n' ' ')
+    missing=$(missing_packages "$@" | tr '\n' ' ')
     [ -n "$missing" ] || return 0
     if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
         fail "These packages are missing, and only root can install them: $missing"
@@ -61,10 +65,27 @@ install_packages() {
     rm -f "$log"
 }
 
-# build TARGET
+# build PRESET TARGET [OPTIONS OF CMAKE...]
 build() {
-    say "Building in build/release"
-    if ! { cmake --preset release >/dev/null && cmake --build --preset release --target "$1"; }; then
+    preset=$1
+    target=$2
+    shift 2
+    say "Building in build/$preset"
+    if ! { cmake --preset "$preset" "$@" >/dev/null && cmake --build --preset "$preset" --target "$target"; }; then
         fail "The build FAILED; the output above shows where."
     fi
+}
+
+# fuzz_seeds TARGET: the folders of inputs that its fuzzing begins with, and of those that once led to a fault.
+fuzz_seeds() {
+    case $1 in
+    ModelFile | Export) echo fuzz/seeds/Models examples ;;
+    Draw) echo tests/render/models ;;
+    *)
+        [ -d "fuzz/seeds/$1" ] || fail "there is no fuzz target '$1'; there are ModelFile, Export, Draw and" \
+            "$(ls fuzz/seeds | grep -v Models | tr '\n' ' ')"
+        echo "fuzz/seeds/$1"
+        ;;
+    esac
+    [ ! -d "fuzz/regressions/$1" ] || echo "fuzz/regressions/$1"
 }
