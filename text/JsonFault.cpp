@@ -53,8 +53,8 @@ std::string describe(std::string_view rest)
     if (byte < 0x20U || byte == 0x7FU)
         return "the control character " + numberOf(rest.front());
     if (!isWordByte(rest.front()))
-        return std::string(1, rest.front());
-    const std::string word = wordAt(rest);
+        return {rest.front()};
+    std::string word = wordAt(rest);
     const std::string lower = lowerCase(word);
     if (lower == "true" || lower == "false" || lower == "null")
         return word + (word == lower ? "" : "; JSON has it in small letters");

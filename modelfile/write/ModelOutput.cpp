@@ -212,8 +212,8 @@ void ModelOutput::code(std::string_view key, int value, int usual, std::span<con
 {
     if (value == usual)
         return;
-    if (const std::string_view name = nameOfCode(names, value); !name.empty())
-        json.member(key, name);
+    if (const std::string_view word = nameOfCode(names, value); !word.empty())
+        json.member(key, word);
     else
         json.member(key, value);
 }
