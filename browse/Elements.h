@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browse/Kinds.h"
+#include "reader/Index.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -9,75 +9,67 @@ namespace browse {
 
 namespace {
 
-using reader::ElementKind;
 using reader::Object;
 
-constexpr Kind kinds[] = {
-    {"ActivityState", "activity", "activity", "", "", Group::behavior, false},
-    {"Association", "association", "association", "Associated with", "Associated with", Group::relation, false},
-    {"Class", "class", "class", "In component", "Contains", Group::classifier, false},
-    {"ClassAttribute", "attribute", "attribute", "Type", "Type of", Group::feature, false},
-    {"Class_Category", "package", "package", "", "", Group::package, false},
-    {"Class_Utility", "class utility", "class", "In component", "Contains", Group::classifier, false},
-    {"Connection_Relationship", "connection", "association", "Connected to", "Connected to", Group::relation, true},
-    {"Decision", "decision", "decision", "", "", Group::behavior, false},
-    {"Dependency_Relationship", "dependency", "dependency", "Depends on", "Needed by", Group::relation, true},
-    {"Design", "model", "model", "", "", Group::package, false},
-    {"Device", "device", "node", "", "", Group::classifier, false},
-    {"Inheritance_Relationship", "generalization", "generalization", "Inherits from", "Inherited by", Group::relation,
-     true},
-    {"Instantiated_Class", "instantiated class", "class", "In component", "Contains", Group::classifier, false},
-    {"Instantiated_Class_Utility", "instantiated class utility", "class", "In component", "Contains", Group::classifier,
-     false},
-    {"Instantiation_Relationship", "instantiation", "dependency", "Instantiates", "Instantiated by", Group::relation,
-     true},
-    {"Link", "link", "association", "Linked to", "Linked to", Group::relation, true},
-    {"Mechanism", "interaction", "interaction", "", "", Group::behavior, false},
-    {"Message", "message", "dependency", "Calls", "Called by", Group::behavior, false},
-    {"Metaclass", "metaclass", "class", "In component", "Contains", Group::classifier, false},
-    {"Module_Visibility_Relationship", "dependency", "dependency", "Depends on", "Needed by", Group::relation, true},
-    {"Object", "object", "object", "Instance of", "Instances", Group::behavior, false},
-    {"Operation", "operation", "operation", "Returns", "Returned by", Group::feature, false},
-    {"Parameterized_Class", "parameterized class", "class", "In component", "Contains", Group::classifier, false},
-    {"Parameterized_Class_Utility", "parameterized class utility", "class", "In component", "Contains",
-     Group::classifier, false},
-    {"Partition", "swimlane", "object", "Instance of", "Instances", Group::behavior, false},
-    {"Process", "process", "operation", "", "", Group::behavior, false},
-    {"Processes", "view", "package", "", "", Group::package, false},
-    {"Processor", "processor", "node", "", "", Group::classifier, false},
-    {"Realize_Relationship", "realization", "realization", "Realizes", "Realized by", Group::relation, true},
-    {"State", "state", "state", "", "", Group::behavior, false},
-    {"State_Machine", "state machine", "state", "", "", Group::behavior, false},
-    {"State_Transition", "transition", "dependency", "Goes to", "Comes from", Group::relation, true},
-    {"SubSystem", "component package", "package", "", "", Group::package, false},
-    {"SynchronizationState", "synchronization", "synchronization", "", "", Group::behavior, false},
-    {"UseCase", "use case", "use-case", "", "", Group::classifier, false},
-    {"Uses_Relationship", "dependency", "dependency", "Uses", "Used by", Group::relation, true},
-    {"Visibility_Relationship", "dependency", "dependency", "Depends on", "Needed by", Group::relation, true},
-    {"module", "component", "component", "", "", Group::classifier, false},
-};
-
-struct DiagramRow {
-    reader::DiagramKind kind;
-    std::string_view word;
+// What the page adds to the kinds that it shows by themselves. Their words are those of the reader.
+struct KindRow {
+    std::string_view keyword;
     std::string_view icon;
+    Group group;
+    std::string_view forward;
+    std::string_view backward;
 };
 
-constexpr DiagramRow diagramRows[] = {
-    {reader::DiagramKind::classes, "class diagram", "diagram"},
-    {reader::DiagramKind::useCases, "use case diagram", "use-case-diagram"},
-    {reader::DiagramKind::sequence, "sequence diagram", "sequence-diagram"},
-    {reader::DiagramKind::collaboration, "collaboration diagram", "collaboration-diagram"},
-    {reader::DiagramKind::state, "state diagram", "state-diagram"},
-    {reader::DiagramKind::activity, "activity diagram", "activity-diagram"},
-    {reader::DiagramKind::component, "component diagram", "component-diagram"},
-    {reader::DiagramKind::deployment, "deployment diagram", "deployment-diagram"},
-    {reader::DiagramKind::threeTier, "three-tier diagram", "diagram"},
-    {reader::DiagramKind::other, "diagram", "diagram"},
+constexpr KindRow kindRows[] = {
+    {"ActivityState", "activity", Group::behavior, "", ""},
+    {"Association", "association", Group::relation, "Associated with", "Associated with"},
+    {"Class", "class", Group::classifier, "In component", "Contains"},
+    {"ClassAttribute", "attribute", Group::feature, "Type", "Type of"},
+    {"Class_Category", "package", Group::package, "", ""},
+    {"Class_Utility", "class", Group::classifier, "In component", "Contains"},
+    {"Connection_Relationship", "association", Group::relation, "Connected to", "Connected to"},
+    {"Decision", "decision", Group::behavior, "", ""},
+    {"Dependency_Relationship", "dependency", Group::relation, "Depends on", "Needed by"},
+    {"Design", "model", Group::package, "", ""},
+    {"Device", "node", Group::classifier, "", ""},
+    {"Inheritance_Relationship", "generalization", Group::relation, "Inherits from", "Inherited by"},
+    {"Instantiated_Class", "class", Group::classifier, "In component", "Contains"},
+    {"Instantiated_Class_Utility", "class", Group::classifier, "In component", "Contains"},
+    {"Instantiation_Relationship", "dependency", Group::relation, "Instantiates", "Instantiated by"},
+    {"Link", "association", Group::relation, "Linked to", "Linked to"},
+    {"Mechanism", "interaction", Group::behavior, "", ""},
+    {"Message", "dependency", Group::behavior, "Calls", "Called by"},
+    {"Metaclass", "class", Group::classifier, "In component", "Contains"},
+    {"Module_Visibility_Relationship", "dependency", Group::relation, "Depends on", "Needed by"},
+    {"Object", "object", Group::behavior, "Instance of", "Instances"},
+    {"Operation", "operation", Group::feature, "Returns", "Returned by"},
+    {"Parameterized_Class", "class", Group::classifier, "In component", "Contains"},
+    {"Parameterized_Class_Utility", "class", Group::classifier, "In component", "Contains"},
+    {"Partition", "object", Group::behavior, "Instance of", "Instances"},
+    {"Process", "operation", Group::behavior, "", ""},
+    {"Processes", "package", Group::package, "", ""},
+    {"Processor", "node", Group::classifier, "", ""},
+    {"Realize_Relationship", "realization", Group::relation, "Realizes", "Realized by"},
+    {"State", "state", Group::behavior, "", ""},
+    {"State_Machine", "state", Group::behavior, "", ""},
+    {"State_Transition", "dependency", Group::relation, "Goes to", "Comes from"},
+    {"SubSystem", "package", Group::package, "", ""},
+    {"SynchronizationState", "synchronization", Group::behavior, "", ""},
+    {"UseCase", "use-case", Group::classifier, "", ""},
+    {"Uses_Relationship", "dependency", Group::relation, "Uses", "Used by"},
+    {"Visibility_Relationship", "dependency", Group::relation, "Depends on", "Needed by"},
+    {"module", "component", Group::classifier, "", ""},
 };
 
-// Parts of an element's own sheet.
-constexpr std::string_view parts[] = {"Event", "Parameter", "Role", "action", "sendEvent"};
+constexpr std::pair<reader::DiagramKind, std::string_view> diagramIcons[] = {
+    {reader::DiagramKind::useCases, "use-case-diagram"},
+    {reader::DiagramKind::sequence, "sequence-diagram"},
+    {reader::DiagramKind::collaboration, "collaboration-diagram"},
+    {reader::DiagramKind::state, "state-diagram"},
+    {reader::DiagramKind::activity, "activity-diagram"},
+    {reader::DiagramKind::component, "component-diagram"},
+    {reader::DiagramKind::deployment, "deployment-diagram"},
+};
 
 // Keys whose labels do not follow from them, and those that are shown elsewhere or not at all.
 constexpr std::pair<std::string_view, std::string_view> labels[] = {
@@ -112,30 +104,50 @@ constexpr std::pair<std::string_view, std::string_view> labels[] = {
     {"zoom", ""},
 };
 
+const KindRow* rowOf(std::string_view keyword)
+{
+    const auto* const row = std::find_if(std::begin(kindRows), std::end(kindRows),
+                                         [&](const KindRow& each) { return each.keyword == keyword; });
+    return row == std::end(kindRows) ? nullptr : row;
+}
+
+Kind kindOfDiagram(std::string_view keyword, reader::DiagramKind diagram)
+{
+    const auto* const icon = std::find_if(std::begin(diagramIcons), std::end(diagramIcons),
+                                          [&](const auto& each) { return each.first == diagram; });
+    const bool isKnown = diagram != reader::DiagramKind::other;
+    return {keyword,
+            (isKnown ? std::string(reader::diagramKindName(diagram)) + ' ' : "") + "diagram",
+            icon == std::end(diagramIcons) ? "diagram" : icon->second,
+            "",
+            "",
+            Group::diagram,
+            false};
+}
+
 } // namespace
 
 Kind kindOf(const Object& object)
 {
+    const std::string_view keyword = object.kind();
     if (const auto diagram = reader::diagramKindOf(object))
-        for (const DiagramRow& row : diagramRows)
-            if (row.kind == *diagram)
-                return {object.kind(), row.word, row.icon, "", "", Group::diagram, false};
-    const auto* const row = std::find_if(std::begin(kinds), std::end(kinds),
-                                         [&](const Kind& each) { return each.keyword == object.kind(); });
-    if (row != std::end(kinds))
-        return *row;
-    return {object.kind(), object.kind(), "other", "Refers to", "Referred to by", Group::behavior, false};
+        return kindOfDiagram(keyword, *diagram);
+    const KindRow* const row = rowOf(keyword);
+    if (!row)
+        return {keyword, std::string(keyword), "other", "Refers to", "Referred to by", Group::behavior, false};
+    const reader::KnownKind* const known = reader::knownKindOf(object);
+    const bool isRelation = row->group == Group::relation && !object.is("Association");
+    return {keyword,   std::string(known ? known->word : keyword), row->icon, row->forward, row->backward, row->group,
+            isRelation};
 }
 
 bool isElement(const Object& object)
 {
-    if (std::find(std::begin(parts), std::end(parts), object.kind()) != std::end(parts) || object.is("Properties"))
-        return false;
-    if (reader::diagramKindOf(object) || reader::elementKindOf(object) != ElementKind::none)
+    if (reader::diagramKindOf(object))
         return true;
-    if (object.is("Design", "Processes"))
-        return true;
-    return !reader::isKnownKind(object) && !object.viewNumber() && object.has("quid");
+    if (reader::knownKindOf(object))
+        return rowOf(object.kind());
+    return !object.viewNumber() && object.has("quid");
 }
 
 std::string labelOf(std::string_view key)

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "reader/Index.h"
+#include "reader/Kinds.h"
+#include "reader/Petal.h"
 
 #include <cstdint>
 #include <string>
@@ -14,7 +15,7 @@ enum class Group : std::uint8_t { diagram, package, classifier, feature, behavio
 /// What the page says about the objects of one kind.
 struct Kind {
     std::string_view keyword;
-    std::string_view word;     ///< "class", "use case" ...
+    std::string word;          ///< "class", "use case" ...
     std::string_view icon;     ///< name of a symbol of the page
     std::string_view forward;  ///< "Uses": what leads from an element to the one that it refers to
     std::string_view backward; ///< "Used by"

@@ -104,7 +104,7 @@ private:
 
     void checkObject(const Object& object)
     {
-        if (!isKnownKind(object))
+        if (!knownKindOf(object))
             ++result.unknownKinds[std::string(object.kind())];
         checkQuid(object);
         checkReferences(object);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reader/Document.h"
+#include "reader/Kinds.h"
 
 #include <cstdint>
 #include <optional>
@@ -12,44 +13,6 @@
 /// What belongs to what in a document: elements by quid and by name, views by number, diagrams in order.
 
 namespace reader {
-
-enum class DiagramKind : std::uint8_t {
-    classes,       ///< ClassDiagram
-    useCases,      ///< UseCaseDiagram
-    sequence,      ///< InteractionDiagram
-    collaboration, ///< ObjectDiagram
-    state,         ///< State_Diagram
-    activity,      ///< ActivityDiagram
-    component,     ///< Module_Diagram
-    deployment,    ///< Process_Diagram
-    threeTier,     ///< Tier_Diagram
-    other,         ///< a kind not known here that holds a list of diagram items
-};
-
-/// "class", "use case", "sequence" ...
-[[nodiscard]] std::string_view diagramKindName(DiagramKind kind);
-/// Nothing for what is no diagram.
-[[nodiscard]] std::optional<DiagramKind> diagramKindOf(const Object& object);
-
-/// What an element is to the one who reads an outline.
-enum class ElementKind : std::uint8_t {
-    none,       ///< no element: a view, a font, a property
-    package,    ///< Class_Category, SubSystem
-    classifier, ///< Class and its kinds, UseCase
-    component,  ///< module
-    node,       ///< Processor, Device
-    relation,   ///< Association, Inheritance_Relationship ...
-    feature,    ///< ClassAttribute, Operation, Parameter, Role
-    behavior,   ///< Mechanism, Object, Message, State_Machine, State, State_Transition ...
-};
-[[nodiscard]] ElementKind elementKindOf(const Object& object);
-
-/// Whether objects of this kind are known here. Those that are not are read like all others.
-[[nodiscard]] bool isKnownKind(const Object& object);
-
-/// Name as shown: that of the object, without the path in front of the last `::`; empty for what Rose calls
-/// `$UNNAMED$0`.
-[[nodiscard]] std::string shownName(const Object& object);
 
 enum class ReferenceState : std::uint8_t {
     found,

@@ -1,165 +1,156 @@
-#include "reader/Index.h"
+#include "reader/Kinds.h"
+
+#include "reader/Petal.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
+#include <iterator>
 
 namespace reader {
 
 namespace {
 
-struct DiagramRow {
-    std::string_view keyword;
-    DiagramKind kind;
-    std::string_view name;
+// By keyword. Views and what is only a part of something have no words.
+constexpr KnownKind kinds[] = {
+    {"ActivityDiagram", "activity", ElementKind::none, DiagramKind::activity},
+    {"ActivityState", "activity", ElementKind::behavior},
+    {"ActivityStateView"},
+    {"AnchorView"},
+    {"AssocAttachView"},
+    {"Association", "association", ElementKind::relation},
+    {"AssociationViewNew"},
+    {"AttachView"},
+    {"Attribute"},
+    {"CategoryView"},
+    {"Class", "class", ElementKind::classifier},
+    {"ClassAttribute", "attribute", ElementKind::feature},
+    {"ClassDiagram", "class", ElementKind::none, DiagramKind::classes},
+    {"ClassInstanceView"},
+    {"ClassView"},
+    {"Class_Category", "package", ElementKind::package},
+    {"Class_Utility", "class utility", ElementKind::classifier},
+    {"Compartment"},
+    {"ConnectionView"},
+    {"Connection_Relationship", "connection", ElementKind::relation},
+    {"DataFlowView"},
+    {"Decision", "decision", ElementKind::behavior},
+    {"DecisionView"},
+    {"DependencyView"},
+    {"Dependency_Relationship", "dependency", ElementKind::relation},
+    {"Design", "model"},
+    {"Destruction_Marker"},
+    {"Device", "device", ElementKind::node},
+    {"DeviceView"},
+    {"Event", "event", ElementKind::behavior},
+    {"Focus_Of_Control"},
+    {"Font"},
+    {"ImportView"},
+    {"InheritTreeView"},
+    {"InheritView"},
+    {"Inheritance_Relationship", "generalization", ElementKind::relation},
+    {"InstantiateView"},
+    {"Instantiated_Class", "instantiated class", ElementKind::classifier},
+    {"Instantiated_Class_Utility", "instantiated class utility", ElementKind::classifier},
+    {"Instantiation_Relationship", "instantiation", ElementKind::relation},
+    {"InterMessView"},
+    {"InterObjView"},
+    {"InteractionDiagram", "sequence", ElementKind::none, DiagramKind::sequence},
+    {"InterfaceView"},
+    {"ItemLabel"},
+    {"Label"},
+    {"Link", "link", ElementKind::behavior},
+    {"LinkSelfView"},
+    {"LinkView"},
+    {"Mechanism", "interaction", ElementKind::behavior},
+    {"MessView"},
+    {"Message", "message", ElementKind::behavior},
+    {"Metaclass", "metaclass", ElementKind::classifier},
+    {"ModView"},
+    {"ModVisView"},
+    {"Module_Diagram", "component", ElementKind::none, DiagramKind::component},
+    {"Module_Visibility_Relationship", "dependency", ElementKind::relation},
+    {"NoteView"},
+    {"Object", "object", ElementKind::behavior},
+    {"ObjectDiagram", "collaboration", ElementKind::none, DiagramKind::collaboration},
+    {"ObjectView"},
+    {"Operation", "operation", ElementKind::feature},
+    {"Parameter", "parameter", ElementKind::feature},
+    {"Parameterized_Class", "parameterized class", ElementKind::classifier},
+    {"Parameterized_Class_Utility", "parameterized class utility", ElementKind::classifier},
+    {"Partition", "swimlane", ElementKind::behavior},
+    {"Petal"},
+    {"Process", "process", ElementKind::behavior},
+    {"Process_Diagram", "deployment", ElementKind::none, DiagramKind::deployment},
+    {"Processes", "view"},
+    {"Processor", "processor", ElementKind::node},
+    {"ProcessorView"},
+    {"Properties"},
+    {"RealizeView"},
+    {"Realize_Relationship", "realization", ElementKind::relation},
+    {"Role", "role", ElementKind::feature},
+    {"RoleView"},
+    {"SegLabel"},
+    {"SelfMessView"},
+    {"SelfTransView"},
+    {"Semantic_Info"},
+    {"State", "state", ElementKind::behavior},
+    {"StateView"},
+    {"State_Diagram", "state", ElementKind::none, DiagramKind::state},
+    {"State_Machine", "state machine", ElementKind::behavior},
+    {"State_Transition", "transition", ElementKind::behavior},
+    {"SubSysView"},
+    {"SubSystem", "component package", ElementKind::package},
+    {"Swimlane"},
+    {"SynchronizationState", "synchronization", ElementKind::behavior},
+    {"SynchronizationView"},
+    {"ThreeTierDiagram", "three-tier", ElementKind::none, DiagramKind::threeTier},
+    {"Tier_Diagram", "three-tier", ElementKind::none, DiagramKind::threeTier},
+    {"TransView"},
+    {"UseCase", "use case", ElementKind::classifier},
+    {"UseCaseDiagram", "use case", ElementKind::none, DiagramKind::useCases},
+    {"UseCaseView"},
+    {"UsesView"},
+    {"Uses_Relationship", "dependency", ElementKind::relation},
+    {"Visibility_Relationship", "dependency", ElementKind::relation},
+    {"action", "action", ElementKind::behavior},
+    {"defaults"},
+    {"module", "component", ElementKind::component},
+    {"sendEvent", "send event", ElementKind::behavior},
 };
 
-constexpr DiagramRow diagramRows[] = {
-    {"ClassDiagram", DiagramKind::classes, "class"},
-    {"UseCaseDiagram", DiagramKind::useCases, "use case"},
-    {"InteractionDiagram", DiagramKind::sequence, "sequence"},
-    {"ObjectDiagram", DiagramKind::collaboration, "collaboration"},
-    {"State_Diagram", DiagramKind::state, "state"},
-    {"ActivityDiagram", DiagramKind::activity, "activity"},
-    {"Module_Diagram", DiagramKind::component, "component"},
-    {"Process_Diagram", DiagramKind::deployment, "deployment"},
-    {"Tier_Diagram", DiagramKind::threeTier, "three-tier"},
-    {"ThreeTierDiagram", DiagramKind::threeTier, "three-tier"},
-    {"", DiagramKind::other, "other"},
-};
+constexpr bool isBefore(const KnownKind& a, const KnownKind& b)
+{
+    return a.keyword < b.keyword;
+}
 
-constexpr std::pair<std::string_view, ElementKind> elementRows[] = {
-    {"ActivityState", ElementKind::behavior},
-    {"Association", ElementKind::relation},
-    {"Class", ElementKind::classifier},
-    {"ClassAttribute", ElementKind::feature},
-    {"Class_Category", ElementKind::package},
-    {"Class_Utility", ElementKind::classifier},
-    {"Connection_Relationship", ElementKind::relation},
-    {"Decision", ElementKind::behavior},
-    {"Dependency_Relationship", ElementKind::relation},
-    {"Device", ElementKind::node},
-    {"Event", ElementKind::behavior},
-    {"Inheritance_Relationship", ElementKind::relation},
-    {"Instantiated_Class", ElementKind::classifier},
-    {"Instantiated_Class_Utility", ElementKind::classifier},
-    {"Instantiation_Relationship", ElementKind::relation},
-    {"Link", ElementKind::behavior},
-    {"Mechanism", ElementKind::behavior},
-    {"Message", ElementKind::behavior},
-    {"Metaclass", ElementKind::classifier},
-    {"Module_Visibility_Relationship", ElementKind::relation},
-    {"Object", ElementKind::behavior},
-    {"Operation", ElementKind::feature},
-    {"Parameter", ElementKind::feature},
-    {"Parameterized_Class", ElementKind::classifier},
-    {"Parameterized_Class_Utility", ElementKind::classifier},
-    {"Partition", ElementKind::behavior},
-    {"Process", ElementKind::behavior},
-    {"Processor", ElementKind::node},
-    {"Realize_Relationship", ElementKind::relation},
-    {"Role", ElementKind::feature},
-    {"State", ElementKind::behavior},
-    {"State_Machine", ElementKind::behavior},
-    {"State_Transition", ElementKind::behavior},
-    {"SubSystem", ElementKind::package},
-    {"SynchronizationState", ElementKind::behavior},
-    {"UseCase", ElementKind::classifier},
-    {"Uses_Relationship", ElementKind::relation},
-    {"Visibility_Relationship", ElementKind::relation},
-    {"action", ElementKind::behavior},
-    {"module", ElementKind::component},
-    {"sendEvent", ElementKind::behavior},
-};
-
-// What else there is: views, and what is a part of something.
-constexpr std::string_view otherKinds[] = {
-    "ActivityStateView",
-    "AnchorView",
-    "AssocAttachView",
-    "AssociationViewNew",
-    "AttachView",
-    "Attribute",
-    "CategoryView",
-    "ClassInstanceView",
-    "ClassView",
-    "Compartment",
-    "ConnectionView",
-    "DataFlowView",
-    "DecisionView",
-    "DependencyView",
-    "Design",
-    "Destruction_Marker",
-    "DeviceView",
-    "Focus_Of_Control",
-    "Font",
-    "ImportView",
-    "InheritTreeView",
-    "InheritView",
-    "InstantiateView",
-    "InterMessView",
-    "InterObjView",
-    "InterfaceView",
-    "ItemLabel",
-    "Label",
-    "LinkSelfView",
-    "LinkView",
-    "MessView",
-    "ModView",
-    "ModVisView",
-    "NoteView",
-    "ObjectView",
-    "Petal",
-    "ProcessorView",
-    "Processes",
-    "Properties",
-    "RealizeView",
-    "RoleView",
-    "SegLabel",
-    "SelfMessView",
-    "SelfTransView",
-    "Semantic_Info",
-    "StateView",
-    "SubSysView",
-    "Swimlane",
-    "SynchronizationView",
-    "TransView",
-    "UseCaseView",
-    "UsesView",
-    "defaults",
-};
+static_assert(std::is_sorted(std::begin(kinds), std::end(kinds), isBefore));
 
 } // namespace
 
+const KnownKind* knownKindOf(const Object& object)
+{
+    const auto* const row = std::lower_bound(std::begin(kinds), std::end(kinds), KnownKind{object.kind()}, isBefore);
+    return row != std::end(kinds) && row->keyword == object.kind() ? row : nullptr;
+}
+
 std::string_view diagramKindName(DiagramKind kind)
 {
-    const auto* const row = std::find_if(std::begin(diagramRows), std::end(diagramRows),
-                                         [&](const auto& each) { return each.kind == kind; });
-    return row->name;
+    const auto* const row =
+        std::find_if(std::begin(kinds), std::end(kinds), [&](const KnownKind& each) { return each.diagram == kind; });
+    return row == std::end(kinds) ? "other" : row->word;
 }
 
 std::optional<DiagramKind> diagramKindOf(const Object& object)
 {
-    for (const DiagramRow& row : diagramRows)
-        if (object.kind() == row.keyword && row.kind != DiagramKind::other)
-            return row.kind;
+    if (const KnownKind* const kind = knownKindOf(object); kind && kind->diagram)
+        return kind->diagram;
     const List* const items = object.get("items").asList();
     return items && items->kind() == "diagram_item_list" ? std::optional(DiagramKind::other) : std::nullopt;
 }
 
 ElementKind elementKindOf(const Object& object)
 {
-    for (const auto& [keyword, kind] : elementRows)
-        if (object.kind() == keyword)
-            return kind;
-    return ElementKind::none;
-}
-
-bool isKnownKind(const Object& object)
-{
-    const auto diagram = diagramKindOf(object);
-    return elementKindOf(object) != ElementKind::none || (diagram && *diagram != DiagramKind::other) ||
-           std::find(std::begin(otherKinds), std::end(otherKinds), object.kind()) != std::end(otherKinds);
+    const KnownKind* const kind = knownKindOf(object);
+    return kind ? kind->element : ElementKind::none;
 }
 
 bool isUnnamed(std::string_view name)

@@ -184,7 +184,7 @@ private:
         const auto attributes = object.attributes();
         // The size of a component's view, the labels of a role and what an object does stand under one key in files of
         // Rose.
-        const bool mayRepeatAny = object.is("ModView") || !isKnownKind(object);
+        const bool mayRepeatAny = object.is("ModView") || !knownKindOf(object);
         const auto mayRepeat = [&](std::string_view key) {
             return mayRepeatAny || key == "label" || key == "Focus_Of_Control";
         };

@@ -12,23 +12,13 @@ namespace {
 
 using reader::Object;
 
-// What an object is called in the outline; objects without a row are none of its lines.
-constexpr std::pair<std::string_view, std::string_view> words[] = {
-    {"Association", "association"},
-    {"Class", "class"},
-    {"Class_Category", "package"},
-    {"Class_Utility", "class utility"},
-    {"Device", "device"},
-    {"Instantiated_Class", "instantiated class"},
-    {"Instantiated_Class_Utility", "instantiated class utility"},
-    {"Metaclass", "metaclass"},
-    {"Parameterized_Class", "parameterized class"},
-    {"Parameterized_Class_Utility", "parameterized class utility"},
-    {"Processor", "processor"},
-    {"SubSystem", "component package"},
-    {"UseCase", "use case"},
-    {"module", "component"},
-};
+// Features, relations and what is in interactions and state machines have no lines, save associations.
+bool isInOutline(const reader::KnownKind& kind)
+{
+    using reader::ElementKind;
+    return kind.element == ElementKind::package || kind.element == ElementKind::classifier ||
+           kind.element == ElementKind::component || kind.element == ElementKind::node || kind.keyword == "Association";
+}
 
 constexpr std::string_view viewKeys[] = {"root_usecase_package", "root_category", "root_subsystem",
                                          "process_structure"};
@@ -75,10 +65,10 @@ private:
             return object.is("Processes") ? "Deployment View" : object.name();
         if (const auto kind = reader::diagramKindOf(object))
             return std::string(reader::diagramKindName(*kind)) + " diagram " + object.name();
-        for (const auto& [kind, word] : words)
-            if (object.is(kind))
-                return std::string(word) + nameOf(object) + stereotypeOf(object) + unitOf(object);
-        return {};
+        const reader::KnownKind* const kind = reader::knownKindOf(object);
+        if (!kind || !isInOutline(*kind))
+            return {};
+        return std::string(kind->word) + nameOf(object) + stereotypeOf(object) + unitOf(object);
     }
 
     [[nodiscard]] std::string nameOf(const Object& object) const
