@@ -1,9 +1,41 @@
-# Makes OUTPUT, the text of PageTemplate.h, of page.html, page.css and page.js in FOLDER. The policy of the page allows
-# the style and the script by their hashes and nothing else.
+# Makes OUTPUT, the text of PageTemplate.h, of page.html, page.css and SCRIPTS, one behind the other. The script starts
+# with the enumerations of HEADERS. The policy of the page allows the style and the script by their hashes and nothing
+# else.
 
 file(READ ${FOLDER}/page.html page)
 file(READ ${FOLDER}/page.css style)
-file(READ ${FOLDER}/page.js script)
+
+# JavaScript of the enumerations in a header: const Group = { diagram: 0, package: 1 };
+function(add_enumerations header)
+  file(READ ${header} text)
+  string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+  string(REGEX MATCHALL "enum class [^}]*}" enumerations "${text}")
+  if(NOT enumerations)
+    message(FATAL_ERROR "${header} has no enumeration")
+  endif()
+  foreach(enumeration IN LISTS enumerations)
+    string(REGEX MATCH "enum class ([A-Za-z]+)[^{]*{([^}]*)}" enumeration "${enumeration}")
+    string(APPEND script "const ${CMAKE_MATCH_1} = {")
+    string(REGEX MATCHALL "[A-Za-z]+" names "${CMAKE_MATCH_2}")
+    set(number 0)
+    foreach(name IN LISTS names)
+      string(APPEND script " ${name}: ${number},")
+      math(EXPR number "${number} + 1")
+    endforeach()
+    string(APPEND script " };\n")
+  endforeach()
+  set(script "${script}" PARENT_SCOPE)
+endfunction()
+
+set(script "\"use strict\";\n(() => {\n")
+foreach(header IN LISTS HEADERS)
+  add_enumerations(${header})
+endforeach()
+foreach(file IN LISTS SCRIPTS)
+  file(READ ${file} piece)
+  string(APPEND script "\n${piece}")
+endforeach()
+string(APPEND script "})();\n")
 
 # Base64 of the SHA-256 of a text: three hexadecimal digits are two characters, and one is left over.
 function(hash_of text result)

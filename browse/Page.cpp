@@ -1,5 +1,6 @@
 #include "browse/Page.h"
 
+#include "browse/Fields.h"
 #include "browse/PageTemplate.h"
 #include "browse/Sheets.h"
 #include "text/JsonWriter.h"
@@ -81,14 +82,12 @@ private:
         text::JsonWriter json(text, pageLayout);
         json.beginObject().key("title").value(options.title).key("objects").value(document.objectCount());
         writeFiles(json);
+        writeMissing(json);
         writeKinds(json);
         json.key("elements").beginList();
         Sheets sheets(document, index, elements);
         for (const Element& element : elements.all()) {
-            json.beginList().value(element.kind).value(element.parent).value(element.name).value(element.id);
-            json.beginObject();
-            sheets.write(json, element);
-            json.endObject().endList();
+            writeElement(json, sheets, element);
             if (text.size() > pieceSize)
                 passOn(text, sink);
         }
@@ -100,49 +99,85 @@ private:
         passOn(text, sink);
     }
 
+    static void writeElement(text::JsonWriter& json, Sheets& sheets, const Element& element)
+    {
+        using enum ElementField;
+        json.beginList();
+        FieldWriter<ElementField>(json)
+            .add<kind>(element.kind)
+            .add<parent>(element.parent)
+            .add<name>(element.name)
+            .add<id>(element.id)
+            .add<details>([&] {
+                json.beginObject();
+                sheets.write(json, element);
+                json.endObject();
+            });
+        json.endList();
+    }
+
     void writeFiles(text::JsonWriter& json) const
     {
+        using enum FileField;
         json.key("files").beginList();
-        for (const reader::File& file : document.files())
-            json.beginList()
-                .value(std::filesystem::path(file.name).filename().string())
-                .value(std::to_string(file.version))
-                .value(file.encoding)
-                .value(file.writtenBy)
-                .endList();
-        json.endList().key("missing").beginList();
-        for (const reader::MissingUnit& unit : document.missingUnits())
-            json.beginList()
-                .value(unit.fileName)
-                .value(unit.reason)
-                .value(numberOf(elements.placeOf(unit.stub)))
-                .endList();
+        for (const reader::File& file : document.files()) {
+            json.beginList();
+            FieldWriter<FileField>(json)
+                .add<name>(std::filesystem::path(file.name).filename().string())
+                .add<version>(std::to_string(file.version))
+                .add<encoding>(file.encoding)
+                .add<writtenBy>(file.writtenBy);
+            json.endList();
+        }
+        json.endList();
+    }
+
+    void writeMissing(text::JsonWriter& json) const
+    {
+        using enum MissingField;
+        json.key("missing").beginList();
+        for (const reader::MissingUnit& unit : document.missingUnits()) {
+            json.beginList();
+            FieldWriter<MissingField>(json)
+                .add<file>(unit.fileName)
+                .add<reason>(unit.reason)
+                .add<stub>(numberOf(elements.placeOf(unit.stub)));
+            json.endList();
+        }
         json.endList();
     }
 
     void writeKinds(text::JsonWriter& json) const
     {
+        using enum KindField;
         json.key("kinds").beginList();
-        for (const Kind& kind : elements.kinds())
-            json.beginList()
-                .value(kind.word)
-                .value(kind.icon)
-                .value(static_cast<std::size_t>(kind.group))
-                .value(kind.forward)
-                .value(kind.backward)
-                .value(kind.isRelation ? 1 : 0)
-                .endList();
+        for (const Kind& kind : elements.kinds()) {
+            json.beginList();
+            FieldWriter<KindField>(json)
+                .add<word>(kind.word)
+                .add<icon>(kind.icon)
+                .add<group>(static_cast<std::size_t>(kind.group))
+                .add<forward>(kind.forward)
+                .add<backward>(kind.backward)
+                .add<isRelation>(kind.isRelation ? 1 : 0);
+            json.endList();
+        }
         json.endList();
     }
 
-    // "diagrams": [[ELEMENT, [VIEW, ELEMENT, VIEW, ELEMENT ...]], ...]
+    // The items of a diagram are [VIEW, ELEMENT, VIEW, ELEMENT ...].
     void writeDiagrams(text::JsonWriter& json, std::string& text) const
     {
+        using enum DiagramField;
         json.key("diagrams").beginList();
         for (const reader::Diagram& diagram : index.diagrams()) {
-            json.beginList().value(numberOf(elements.placeOf(diagram.object))).beginList();
-            reader::forEachObject(*diagram.object, [&](const Object& item) { writeItem(json, item); });
-            json.endList().endList();
+            json.beginList();
+            FieldWriter<DiagramField>(json).add<element>(numberOf(elements.placeOf(diagram.object))).add<items>([&] {
+                json.beginList();
+                reader::forEachObject(*diagram.object, [&](const Object& item) { writeItem(json, item); });
+                json.endList();
+            });
+            json.endList();
             if (text.size() > pieceSize)
                 passOn(text, sink);
         }

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// The page around the model, made of page.html, page.css and page.js when the program is built.
+/// The page around the model, made of page.html, page.css and the scripts in page/ when the program is built.
 
 namespace browse {
 

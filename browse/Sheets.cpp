@@ -1,5 +1,7 @@
 #include "browse/Sheets.h"
 
+#include "browse/Fields.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -171,9 +173,9 @@ std::string flagsOf(const Object& role)
 
 } // namespace
 
-void Sheets::writeReference(text::JsonWriter& json, const std::string& text, const reader::Reference& reference) const
+std::int64_t Sheets::placeOf(const reader::Reference& reference) const
 {
-    json.value(lastPart(text)).value(numberOf(elements.placeOf(reference.element)));
+    return numberOf(elements.placeOf(reference.element));
 }
 
 reader::Reference Sheets::typeOf(const Object& object, const std::string& type) const
@@ -187,12 +189,18 @@ void Sheets::writeParameters(text::JsonWriter& json, const Object& object) const
     const std::vector<const Object*> parameters = object.objects("parameters");
     if (parameters.empty())
         return;
+    using enum ParameterField;
     json.key("parameters").beginList();
     for (const Object* const parameter : parameters) {
-        const std::string type = parameter->text("type");
-        json.beginList().value(parameter->name());
-        writeReference(json, type, typeOf(*parameter, type));
-        json.value(parameter->text("initv")).value(parameter->text("documentation")).endList();
+        const std::string typeText = parameter->text("type");
+        json.beginList();
+        FieldWriter<ParameterField>(json)
+            .add<name>(parameter->name())
+            .add<type>(lastPart(typeText))
+            .add<target>(placeOf(typeOf(*parameter, typeText)))
+            .add<value>(parameter->text("initv"))
+            .add<documentation>(parameter->text("documentation"));
+        json.endList();
     }
     json.endList();
 }
@@ -203,7 +211,9 @@ void Sheets::writeFeature(text::JsonWriter& json, const Object& object) const
     const std::string type = object.text(object.is("Operation") ? "result" : "type");
     if (!type.empty()) {
         json.key("type").beginList();
-        writeReference(json, type, typeOf(object, type));
+        FieldWriter<TypeField>(json)
+            .add<TypeField::name>(lastPart(type))
+            .add<TypeField::target>(placeOf(typeOf(object, type)));
         json.endList();
     }
     writeText(json, "value", object.text("initv"));
@@ -220,18 +230,27 @@ void Sheets::writeTarget(text::JsonWriter& json, const Element& element) const
         return;
     const std::string_view quid = object.get("quidu").raw();
     json.key("to").beginList();
-    writeReference(json, name.empty() ? std::string(quid) : name, reference);
-    json.value(static_cast<std::size_t>(reference.state)).endList();
+    FieldWriter<TargetField>(json)
+        .add<TargetField::name>(lastPart(name.empty() ? std::string(quid) : name))
+        .add<TargetField::target>(placeOf(reference))
+        .add<TargetField::state>(static_cast<std::size_t>(reference.state));
+    json.endList();
 }
 
 void Sheets::writeEnd(text::JsonWriter& json, const Object& role) const
 {
     const reader::Reference reference = index.element(role);
-    json.beginList().value(reader::shownName(role)).value(role.text("client_cardinality"));
     const std::string supplier = role.text("supplier");
-    writeReference(json, supplier.empty() && reference.element ? reader::shownName(*reference.element) : supplier,
-                   reference);
-    json.value(static_cast<std::size_t>(reference.state)).value(flagsOf(role)).value(role.text("documentation"));
+    json.beginList();
+    FieldWriter<EndField>(json)
+        .add<EndField::role>(reader::shownName(role))
+        .add<EndField::multiplicity>(role.text("client_cardinality"))
+        .add<EndField::name>(
+            lastPart(supplier.empty() && reference.element ? reader::shownName(*reference.element) : supplier))
+        .add<EndField::target>(placeOf(reference))
+        .add<EndField::state>(static_cast<std::size_t>(reference.state))
+        .add<EndField::flags>(flagsOf(role))
+        .add<EndField::documentation>(role.text("documentation"));
     json.endList();
 }
 

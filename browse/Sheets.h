@@ -41,7 +41,7 @@ private:
     void writeEnd(text::JsonWriter& json, const reader::Object& role) const;
     void writeUnit(text::JsonWriter& json, const reader::Object& object) const;
     void writePlaceOf(text::JsonWriter& json, std::string_view key, const std::string& list);
-    void writeReference(text::JsonWriter& json, const std::string& text, const reader::Reference& reference) const;
+    [[nodiscard]] std::int64_t placeOf(const reader::Reference& reference) const;
     [[nodiscard]] reader::Reference typeOf(const reader::Object& object, const std::string& type) const;
 
     const reader::Document& document;

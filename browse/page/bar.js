@@ -1,0 +1,69 @@
+// The bar and the divider, and the start.
+
+// Some browsers keep nothing for pages that are opened from a disk; a choice then holds until the page is left.
+function kept(work) {
+  try {
+    return work(localStorage);
+  } catch {
+    return null;
+  }
+}
+
+function setTheme(theme) {
+  if (theme) document.documentElement.dataset.theme = theme;
+  const isDark = theme ? theme === "dark" : matchMedia("(prefers-color-scheme: dark)").matches;
+  byId("theme").setAttribute("aria-pressed", String(isDark));
+}
+
+function switchTheme() {
+  const theme = byId("theme").getAttribute("aria-pressed") === "true" ? "light" : "dark";
+  setTheme(theme);
+  kept((storage) => storage.setItem("petal-theme", theme));
+}
+
+function switchTree() {
+  const isHidden = byId("columns").classList.toggle("without-tree");
+  byId("toggle-tree").setAttribute("aria-pressed", String(!isHidden));
+}
+
+const divider = byId("divider");
+function setTreeWidth(width) {
+  const bounded = Math.min(700, Math.max(160, Math.round(width)));
+  document.documentElement.style.setProperty("--tree-width", bounded + "px");
+  divider.setAttribute("aria-valuenow", bounded);
+}
+divider.addEventListener("pointerdown", (event) => divider.setPointerCapture(event.pointerId));
+divider.addEventListener("pointermove", (event) => {
+  if (divider.hasPointerCapture(event.pointerId)) setTreeWidth(event.clientX);
+});
+divider.addEventListener("keydown", (event) => {
+  const step = { ArrowLeft: -20, ArrowRight: 20 }[event.key];
+  if (step) setTreeWidth(Number(divider.getAttribute("aria-valuenow")) + step);
+});
+
+byId("model-title").textContent = model.title;
+byId("home").setAttribute("aria-label", "Overview of " + model.title);
+byId("skip").addEventListener("click", () => main.focus());
+byId("print").addEventListener("click", () => print());
+byId("show-keys").addEventListener("click", () => byId("keys").showModal());
+byId("toggle-tree").addEventListener("click", switchTree);
+byId("theme").addEventListener("click", switchTheme);
+matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () =>
+  setTheme(document.documentElement.dataset.theme));
+
+document.addEventListener("keydown", (event) => {
+  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("input") || byId("keys").open) return;
+  if (event.key === "/") search.start();
+  else if (event.key === "Escape") tree.focus();
+  else if (!picture || tree.hasFocus() || !picture.key(event.key)) return;
+  event.preventDefault();
+});
+addEventListener("hashchange", show);
+// The pictures stand behind this script.
+document.addEventListener("DOMContentLoaded", () => {
+  if (picture && !picture.svg) show();
+});
+
+const keptTheme = kept((storage) => storage.getItem("petal-theme"));
+setTheme(["light", "dark"].includes(keptTheme) ? keptTheme : undefined);
+show();

@@ -1,0 +1,131 @@
+// The model: its elements, what they are called and what belongs to what. The places of what its lists say are named as
+// in the program that writes them.
+
+const holder = byId("model");
+const model = JSON.parse(holder.textContent);
+holder.remove();
+
+const { elements, kinds, diagrams } = model;
+const groupNames = Object.keys(Group);
+const collator = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
+
+const kindOf = (element) => kinds[elements[element][ElementField.kind]];
+const wordOf = (element) => kindOf(element)[KindField.word];
+const groupOf = (element) => kindOf(element)[KindField.group];
+const forwardOf = (element) => kindOf(element)[KindField.forward];
+const isRelation = (element) => kindOf(element)[KindField.isRelation] === 1;
+const detailsOf = (element) => elements[element][ElementField.details];
+const parentOf = (element) => elements[element][ElementField.parent];
+const givenName = (element) => elements[element][ElementField.name]; // empty when it has none
+const isUnit = elements[0][ElementField.id] !== "model"; // a package by itself, which is in the tree
+
+function once(work) {
+  let result;
+  let isDone = false;
+  return () => {
+    if (!isDone) result = work();
+    isDone = true;
+    return result;
+  };
+}
+
+// Children of all elements, one list behind the other.
+const childLists = (() => {
+  const starts = new Int32Array(elements.length + 2);
+  for (let element = 1; element < elements.length; ++element) ++starts[parentOf(element) + 2];
+  for (let element = 2; element < starts.length; ++element) starts[element] += starts[element - 1];
+  const places = new Int32Array(elements.length);
+  for (let element = 1; element < elements.length; ++element) places[starts[parentOf(element) + 1]++] = element;
+  return { starts, places };
+})();
+const hasChildren = (element) => childLists.starts[element] < childLists.starts[element + 1];
+const childrenOf = (element) =>
+  Array.from(childLists.places.subarray(childLists.starts[element], childLists.starts[element + 1]));
+
+// Diagrams, packages, classes and so on, each by name; what has an order of its own keeps it.
+function sortedChildren(element) {
+  const children = childrenOf(element);
+  if (element === 0 && !isUnit) return children;
+  const hasOrder = (child) => [Group.behavior, Group.feature].includes(groupOf(child));
+  return children.sort(
+    (a, b) => groupOf(a) - groupOf(b) || (hasOrder(a) ? a - b : collator.compare(nameOf(a), nameOf(b))) || a - b);
+}
+
+// What has no name is called by what it leads to, which may have none either.
+function nameAtDepth(element, depth) {
+  if (givenName(element)) return givenName(element);
+  if (element === 0) return model.title;
+  const { ends, to } = detailsOf(element);
+  if (ends) return ends.map((end) => end[EndField.name] || "?").join(" \u2013 ");
+  if (!to || depth === 3) return "(" + wordOf(element) + ")";
+  return (isRelation(element) ? forwardOf(element) + " " : ": ") + targetName(to, depth + 1);
+}
+function targetName({ [TargetField.name]: name, [TargetField.target]: target }, depth = 0) {
+  return target >= 0 ? nameAtDepth(target, depth) : name || "?";
+}
+const nameOf = (element) => nameAtDepth(element, 0);
+
+// What stands behind the name of an attribute or operation.
+function signatureOf(element) {
+  if (groupOf(element) !== Group.feature) return "";
+  const { type, value, parameters } = detailsOf(element);
+  const wordsOf = (parameter) => [parameter[ParameterField.name], parameter[ParameterField.type]];
+  const list = (parameters || []).map((each) => wordsOf(each).filter(Boolean).join(" : ")).join(", ");
+  return (wordOf(element) === "operation" ? "(" + list + ")" : "") +
+    (type ? " : " + type[TypeField.name] : "") + (value ? " = " + value : "");
+}
+
+// Those around an element, the outermost first; the whole model is none of them.
+function ancestorsOf(element) {
+  const ancestors = [];
+  for (let each = element; each !== 0;) {
+    each = parentOf(each);
+    if (each !== 0 || isUnit) ancestors.unshift(each);
+  }
+  return ancestors;
+}
+
+function fullName(element) {
+  const named = ancestorsOf(element).filter(givenName);
+  return [...named, element].map(nameOf).join("::");
+}
+const elementById = once(() => new Map(elements.map((each, element) => [each[ElementField.id], element])));
+const diagramOf = once(() => new Map(diagrams.map((each, number) => [each[DiagramField.element], number])));
+
+function addTo(map, key, value) {
+  const list = map.get(key);
+  if (!list) map.set(key, [value]);
+  else if (list[list.length - 1] !== value) list.push(value);
+}
+
+// What refers to each element.
+const referrers = once(() => {
+  const result = new Map();
+  const add = (target, from) => {
+    if (target >= 0) addTo(result, target, from);
+  };
+  elements.forEach((each, element) => {
+    const { to, type, parameters, ends } = each[ElementField.details];
+    if (to) add(to[TargetField.target], element);
+    if (type) add(type[TypeField.target], element);
+    for (const parameter of parameters || []) add(parameter[ParameterField.target], element);
+    for (const end of ends || []) add(end[EndField.target], element);
+  });
+  return result;
+});
+
+// The diagrams that each element is shown in.
+const shownIn = once(() => {
+  const result = new Map();
+  diagrams.forEach(({ [DiagramField.element]: element, [DiagramField.items]: items }) => {
+    for (let i = 1; i < items.length; i += 2) if (items[i] !== element) addTo(result, items[i], element);
+  });
+  return result;
+});
+
+function iconOf(element) {
+  const name = kindOf(element)[KindField.icon];
+  const stereotype = (detailsOf(element).stereotype || "").toLowerCase();
+  const special = name === "class" && ["actor", "interface"].includes(stereotype) ? stereotype : name;
+  return icon(special, "of-" + groupNames[groupOf(element)]);
+}

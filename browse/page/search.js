@@ -1,0 +1,149 @@
+// Search.
+
+const mostResults = 100;
+const mostSorted = 5000; // of alike results
+
+const search = (() => {
+  const input = byId("search");
+  const found = byId("found");
+  const list = byId("results");
+  let results = [];
+  let chosen = -1;
+
+  const texts = once(() => ({
+    names: elements.map((each) => each[ElementField.name].toLowerCase()),
+    words: elements.map((each) => (each[ElementField.details].documentation || "").toLowerCase()),
+  }));
+
+  // 0 for the name itself, then beginnings, beginnings of words, parts, documentation; -1 for nothing of it.
+  function rankOf(element, query, words) {
+    const name = texts().names[element];
+    const at = name.indexOf(query);
+    if (at === 0) return name.length === query.length ? 0 : 1;
+    if (at > 0) return /[\p{L}\p{N}]/u.test(name[at - 1]) ? 3 : 2;
+    if (words.length > 1 && words.every((word) => name.includes(word))) return 3;
+    const documented = texts().words[element];
+    return documented && words.every((word) => documented.includes(word) || name.includes(word)) ? 4 : -1;
+  }
+
+  // By rank, features behind the rest, the shortest names first; alike ones keep the order of the file.
+  function find(query, words) {
+    const buckets = Array.from({ length: 10 }, () => []);
+    let count = 0;
+    for (let element = isUnit ? 0 : 1; query && element < elements.length; ++element) {
+      const rank = rankOf(element, query, words);
+      if (rank < 0) continue;
+      ++count;
+      const bucket = buckets[2 * rank + (groupOf(element) >= Group.feature ? 1 : 0)];
+      if (bucket.length < mostSorted) bucket.push(element);
+    }
+    const byLength = (a, b) => texts().names[a].length - texts().names[b].length || a - b;
+    return { count, elements: buckets.flatMap((bucket) => bucket.sort(byLength)).slice(0, mostResults) };
+  }
+
+  function marked(text, words) {
+    const lower = text.toLowerCase();
+    const word = words.find((each) => lower.includes(each));
+    if (!word || lower.length !== text.length) return [text];
+    const at = lower.indexOf(word);
+    return [text.slice(0, at), make("mark", {}, text.slice(at, at + word.length)), text.slice(at + word.length)];
+  }
+
+  // Where the element is, or the piece of its documentation that was found.
+  function placeText(element, words) {
+    const text = detailsOf(element).documentation || "";
+    const lower = text.toLowerCase();
+    const name = texts().names[element];
+    const word = words.find((each) => lower.includes(each) && !name.includes(each));
+    if (!word) return [ancestorsOf(element).map(nameOf).join(" \u203a ")];
+    const start = Math.max(0, lower.indexOf(word) - 40);
+    return marked((start ? "\u2026" : "") + text.slice(start, start + 160), words);
+  }
+
+  function makeResult(element, index, words) {
+    return make("div",
+      { class: "result", role: "option", id: "result-" + index, "aria-selected": "false", "data-index": index },
+      iconOf(element),
+      make("div", { class: "result-text" },
+        make("div", { class: "result-name", dir: "auto" }, ...marked(nameOf(element), words)),
+        make("div", { class: "result-place", dir: "auto" }, ...placeText(element, words))),
+      make("span", { class: "result-kind" }, wordOf(element)));
+  }
+
+  function choose(index) {
+    list.children[chosen]?.setAttribute("aria-selected", "false");
+    chosen = results.length ? (index + results.length) % results.length : -1;
+    const row = list.children[chosen];
+    if (!row) {
+      input.removeAttribute("aria-activedescendant");
+      return;
+    }
+    row.setAttribute("aria-selected", "true");
+    row.scrollIntoView({ block: "nearest" });
+    input.setAttribute("aria-activedescendant", row.id);
+  }
+
+  function setOpen(isOpen) {
+    found.hidden = !isOpen;
+    input.setAttribute("aria-expanded", String(isOpen));
+    if (!isOpen) input.removeAttribute("aria-activedescendant");
+  }
+
+  function update() {
+    const query = input.value.trim().toLowerCase();
+    const words = query.split(/\s+/);
+    const result = find(query, words);
+    results = result.elements;
+    list.replaceChildren(...results.map((element, index) => makeResult(element, index, words)));
+    const more = result.count > results.length ? ", the first " + results.length + " shown" : "";
+    const count = result.count ? result.count.toLocaleString("en") + " found" : "Nothing found";
+    byId("found-count").textContent = count + more;
+    setOpen(query !== "");
+    chosen = -1;
+    choose(0);
+  }
+
+  function take(index) {
+    if (!(index in results)) return;
+    setOpen(false);
+    input.blur();
+    goTo(results[index]);
+  }
+
+  // First the results go, then the search.
+  function leave() {
+    if (found.hidden) {
+      input.value = "";
+      tree.focus();
+    }
+    setOpen(false);
+  }
+
+  const keys = {
+    ArrowDown: () => (found.hidden ? update() : choose(chosen + 1)),
+    ArrowUp: () => choose(chosen - 1),
+    Enter: () => (found.hidden ? update() : take(chosen)),
+    Escape: leave,
+  };
+  input.addEventListener("input", update);
+  input.addEventListener("focus", () => texts());
+  input.addEventListener("blur", () => setOpen(false));
+  input.addEventListener("keydown", (event) => {
+    if (!Object.hasOwn(keys, event.key) || event.isComposing) return;
+    event.preventDefault();
+    event.stopPropagation();
+    keys[event.key]();
+  });
+  list.addEventListener("pointerdown", (event) => event.preventDefault()); // the focus stays in the field
+  list.addEventListener("click", (event) => {
+    const row = event.target.closest(".result");
+    if (row) take(Number(row.dataset.index));
+  });
+  return {
+    start: () => {
+      input.focus();
+      input.select();
+      if (input.value.trim()) update();
+    },
+  };
+})();

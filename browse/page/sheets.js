@@ -1,0 +1,94 @@
+// Sheets, and the overview of the model.
+
+const columnsOf = (list, makeItem) => limited(make("ul", { class: "links in-columns" }), list, makeItem);
+
+function diagramsSection(title, list, shown) {
+  if (!list || list.length === 0) return "";
+  return section(title, ...columnsOf(list, (each) => {
+    const item = linkItem(each, shown);
+    item.append(noteOf(wordOf(each)));
+    return item;
+  }));
+}
+
+function plural(word) {
+  let text = word + (/(s|x|ch)$/.test(word) ? "es" : "s");
+  if (/[^aeiou]y$/.test(word)) text = word.slice(0, -1) + "ies";
+  return text[0].toUpperCase() + text.slice(1);
+}
+
+function contentsSections(children) {
+  const byWord = new Map();
+  for (const child of children) addTo(byWord, wordOf(child), child);
+  return [...byWord].map(([word, list]) => section(plural(word), ...columnsOf(list, (each) => linkItem(each))));
+}
+
+function sheetOf(element) {
+  const { missing, parameters, ends, tools } = detailsOf(element);
+  const children = sortedChildren(element);
+  const features = (word) => children.filter((child) => wordOf(child) === word);
+  const [attributes, operations] = [features("attribute"), features("operation")];
+  const isOwn = (child) => ![Group.diagram, Group.feature].includes(groupOf(child)) && !isRelation(child);
+  const others = children.filter(isOwn);
+  return make("article", { class: "sheet" },
+    trail(element), heading(element), sortLine(element),
+    missing ? make("p", { class: "warning", dir: "auto" }, "Not loaded: " + missing) : "",
+    documentation(element),
+    attributes.length ? attributesSection(attributes) : "",
+    operations.length ? operationsSection(operations) : "",
+    parameters ? parametersSection(parameters) : "",
+    ends ? endsSection(ends) : "",
+    relationsSection(element),
+    diagramsSection("Diagrams", children.filter((child) => groupOf(child) === Group.diagram)),
+    diagramsSection("Shown in", shownIn().get(element), element),
+    ...contentsSections(others),
+    propertiesSection(element),
+    tools === undefined ? "" : toolsSection(tools));
+}
+
+// Numbers of elements; some groups are counted as one.
+function figures() {
+  const counts = new Map();
+  const words = { [Group.diagram]: "diagram", [Group.behavior]: "behaviour item", [Group.relation]: "relation" };
+  for (let element = isUnit ? 0 : 1; element < elements.length; ++element) {
+    const word = words[groupOf(element)] || wordOf(element);
+    if (word !== "view") counts.set(word, (counts.get(word) || 0) + 1);
+  }
+  const named = (word, count) => (count === 1 ? word : plural(word).toLowerCase());
+  return make("ul", { class: "figures" }, ...[...counts].sort((a, b) => b[1] - a[1]).map(([word, count]) =>
+    make("li", {}, make("b", {}, count.toLocaleString("en")), make("span", {}, named(word, count)))));
+}
+
+function allDiagrams() {
+  const byWord = new Map();
+  for (const element of diagramOf().keys()) addTo(byWord, wordOf(element), element);
+  if (byWord.size === 0) return "";
+  const item = (element) => {
+    const link = linkItem(element);
+    link.append(noteOf(nameOf(parentOf(element))));
+    return link;
+  };
+  return section("Diagrams", ...[...byWord].flatMap(([word, list]) =>
+    [make("h3", {}, plural(word)), ...columnsOf(list, item)]));
+}
+
+function overview() {
+  const title = make("div", { class: "head" }, icon("model", "of-diagram"),
+    make("h1", { tabindex: "-1", dir: "auto" }, model.title));
+  const missing = table([
+    ["File", "", (each) => [reference(each[MissingField.file], each[MissingField.stub])]],
+    ["Reason", "", (each) => [each[MissingField.reason]]],
+  ], model.missing);
+  const files = table([
+    ["File", "", (each) => [each[FileField.name]]],
+    ["Petal version", "", (each) => [each[FileField.version]]],
+    ["Encoding", "", (each) => [each[FileField.encoding]]],
+    ["Written by", "", (each) => [each[FileField.writtenBy]]],
+  ], model.files);
+  return make("article", { class: "sheet" }, title, documentation(0), figures(),
+    allDiagrams(),
+    model.missing.length ? section("Units that are not loaded", ...missing) : "",
+    section("Files", ...files),
+    detailsOf(0).properties === undefined ? "" : propertiesSection(0),
+    detailsOf(0).tools === undefined ? "" : toolsSection(detailsOf(0).tools));
+}
