@@ -29,7 +29,7 @@ public:
 
     /// `value` may also be a function that writes the value.
     template <Field field, typename Value>
-    FieldWriter<Field, next + 1> add(const Value& value) const
+    FieldWriter<Field, next + 1> add(const Value& value)
     {
         static_assert(static_cast<std::size_t>(field) == next, "the values stand in the order of the fields");
         if constexpr (std::is_invocable_v<Value>)
