@@ -120,11 +120,10 @@ TEST(Index, TellsReferencesThatLeadNowhereApart)
 TEST(Index, KnowsEveryKindOfDiagram)
 {
     const char* const rows[][2] = {
-        {"ClassDiagram", "class"},          {"UseCaseDiagram", "use case"},
-        {"InteractionDiagram", "sequence"}, {"ObjectDiagram", "collaboration"},
-        {"State_Diagram", "state"},         {"ActivityDiagram", "activity"},
-        {"Module_Diagram", "component"},    {"Process_Diagram", "deployment"},
-        {"Tier_Diagram", "three-tier"},     {"Never_Seen", "other"},
+        {"ClassDiagram", "class"},          {"UseCaseDiagram", "use case"},    {"InteractionDiagram", "sequence"},
+        {"ObjectDiagram", "collaboration"}, {"State_Diagram", "state"},        {"ActivityDiagram", "activity"},
+        {"Module_Diagram", "component"},    {"Process_Diagram", "deployment"}, {"Tier_Diagram", "three-tier"},
+        {"ThreeTierDiagram", "three-tier"}, {"Never_Seen", "other"},
     };
     for (const auto& [kind, name] : rows) {
         const Document document =
