@@ -123,7 +123,7 @@ TEST(Index, KnowsEveryKindOfDiagram)
         {"ClassDiagram", "class"},          {"UseCaseDiagram", "use case"},    {"InteractionDiagram", "sequence"},
         {"ObjectDiagram", "collaboration"}, {"State_Diagram", "state"},        {"ActivityDiagram", "activity"},
         {"Module_Diagram", "component"},    {"Process_Diagram", "deployment"}, {"Tier_Diagram", "three-tier"},
-        {"ThreeTierDiagram", "three-tier"}, {"Never_Seen", "other"},
+        {"ThreeTierDiagram", "three-tier"}, {"Never_Seen", "other"},           {"ClassChart", "other"},
     };
     for (const auto& [kind, name] : rows) {
         const Document document =
