@@ -6,8 +6,8 @@
 // Files are written to FOLDER; each is removed before the next is made, which is not measured.
 
 #include "Designs.h"
-#include "Measuring.h"
 #include "kiv/KivModelFile.h"
+#include "Measuring.h"
 
 #include "model/Numbering.h"
 

@@ -6,8 +6,8 @@
 // NAME is a part of the names of the traps to measure. Files are written to FOLDER.
 
 #include "Designs.h"
-#include "Measuring.h"
 #include "kiv/KivModelFile.h"
+#include "Measuring.h"
 
 #include <array>
 #include <cstdio>

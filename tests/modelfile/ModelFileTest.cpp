@@ -1,7 +1,7 @@
 #include "kiv/KivModelFile.h"
 
-#include "support/ModelTexts.h"
 #include "support/KivStringPrinting.h"
+#include "support/ModelTexts.h"
 
 #include <algorithm>
 #include <functional>
