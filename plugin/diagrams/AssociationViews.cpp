@@ -3,6 +3,7 @@
 #include "diagrams/Labels.h"
 #include "diagrams/LinePoints.h"
 #include "model/ExportState.h"
+#include "model/NumberBlocks.h"
 #include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
 
@@ -118,12 +119,14 @@ void printAssociationLabels(const KivAssociation& association, const Association
     const KivString& stereotype = association.stereotype;
     const auto [x, y] = place.point;
     if (!name.isEmpty())
-        printSegmentLabel(associationNameLabel, viewNumber(offset, association.pid + 1), place.view, {x + 12, y - 60},
-                          name.length(), quoted(name));
+        printSegmentLabel(associationNameLabel, viewNumber(offset, association.pid + associationBlock::nameLabel),
+                          place.view, {x + 12, y - 60}, name.length(), quoted(name));
     if (!stereotype.isEmpty())
-        printSegmentLabel(associationStereotypeLabel, viewNumber(offset, association.pid + 2), place.view,
+        printSegmentLabel(associationStereotypeLabel,
+                          viewNumber(offset, association.pid + associationBlock::stereotypeLabel), place.view,
                           {x + 12, y + 60}, stereotype.length(), quotedStereotype(stereotype));
-    printConstraintLabel(associationConstraintLabel, viewNumber(offset, association.pid + 3), place.view,
+    printConstraintLabel(associationConstraintLabel,
+                         viewNumber(offset, association.pid + associationBlock::constraintLabel), place.view,
                          {x + 12, y + 120}, association.constraint);
 }
 
@@ -143,23 +146,24 @@ void printRoleView(const KivAssociationRole& role, const KivClassDiagram& diagra
     const int view = viewNumber(offset, role.pid);
     const KivString cardinality = cardinalityOf(role);
     const RolePlace place = placeOf(role, diagram, association.point, cardinality);
-    line("(object RoleView ", quoted(role.getName()), " @", view);
-    line("Parent_View \t@", association.view);
-    line("location\t\t", place.location);
-    printSegmentLabel(roleNameLabel, viewNumber(offset, role.pid + 1), view, place.name, role.getName().length(),
-                      quoted(role.getName()));
-    line("stereotype\tTRUE");
-    line("line_color \t ", association.lineColor);
-    line("quidu      \t", quoted(makeQuid(iquid, role.pid)));
-    line("client \t\t@", association.view);
-    line("supplier \t@", viewNumber(offset, role.participant->pid));
-    printLine(place.vertices ? *place.vertices : KivString());
-    if (isShown(cardinality))
-        printSegmentLabel(cardinalityLabel, viewNumber(offset, role.pid + 2), view, place.cardinality,
-                          cardinality.length(), quoted(cardinality));
-    printConstraintLabel(roleConstraintLabel, viewNumber(offset, role.pid + 3), view, place.constraint,
-                         role.constraint);
-    append(")");
+    object([&] {
+        line("(object RoleView ", quoted(role.getName()), " @", view);
+        line("Parent_View \t@", association.view);
+        line("location\t\t", place.location);
+        printSegmentLabel(roleNameLabel, viewNumber(offset, role.pid + roleBlock::nameLabel), view, place.name,
+                          role.getName().length(), quoted(role.getName()));
+        line("stereotype\tTRUE");
+        line("line_color \t ", association.lineColor);
+        line("quidu      \t", quoted(makeQuid(iquid, role.pid)));
+        line("client \t\t@", association.view);
+        line("supplier \t@", viewNumber(offset, role.participant->pid));
+        printLine(place.vertices ? *place.vertices : KivString());
+        if (isShown(cardinality))
+            printSegmentLabel(cardinalityLabel, viewNumber(offset, role.pid + roleBlock::cardinalityLabel), view,
+                              place.cardinality, cardinality.length(), quoted(cardinality));
+        printConstraintLabel(roleConstraintLabel, viewNumber(offset, role.pid + roleBlock::constraintLabel), view,
+                             place.constraint, role.constraint);
+    });
 }
 
 //     (object AssocAttachView "" @30
@@ -170,12 +174,14 @@ void printRoleView(const KivAssociationRole& role, const KivClassDiagram& diagra
 //     line_style \t0)
 void printAssociationClassLine(const KivAssociation& association, int offset)
 {
-    line("(object AssocAttachView \"\" @", viewNumber(offset, association.pid + 4));
-    line("stereotype \tTRUE");
-    line("line_color \t3342489");
-    line("client     \t@", viewNumber(offset, association.pid));
-    line("supplier   \t@", viewNumber(offset, association.associationClass->pid));
-    line("line_style \t0)");
+    object([&] {
+        line("(object AssocAttachView \"\" @", viewNumber(offset, association.pid + associationBlock::classLine));
+        line("stereotype \tTRUE");
+        line("line_color \t3342489");
+        line("client     \t@", viewNumber(offset, association.pid));
+        line("supplier   \t@", viewNumber(offset, association.associationClass->pid));
+        line("line_style \t0");
+    });
 }
 
 } // namespace
@@ -191,18 +197,18 @@ int printAssociationsInDiagram(KivClassDiagram* diagram, KivAssociation* associa
     if (isHidden(*association))
         return 0;
     const AssociationPlace place = placeOf(*association, *diagram, offset);
-    line("(object AssociationViewNew ", quoted(association->getName()), " @", place.view);
-    line("location\t\t", place.point);
-    line("line_color \t ", place.lineColor);
-    line("quidu      \t", quoted(makeQuid(asquid, association->pid)));
-    printAssociationLabels(*association, place, offset);
-    {
-        const List roleViews("roleview_list\t(list RoleViews");
-        for (const KivAssociationRole* const role : association->roles)
-            if (isWritten(role))
-                printRoleView(*role, *diagram, place, offset);
-    }
-    append(")");
+    object([&] {
+        line("(object AssociationViewNew ", quoted(association->getName()), " @", place.view);
+        line("location\t\t", place.point);
+        line("line_color \t ", place.lineColor);
+        line("quidu      \t", quoted(makeQuid(asquid, association->pid)));
+        printAssociationLabels(*association, place, offset);
+        list("roleview_list\t(list RoleViews", [&] {
+            for (const KivAssociationRole* const role : association->roles)
+                if (isWritten(role))
+                    printRoleView(*role, *diagram, place, offset);
+        });
+    });
     if (association->associationClass)
         printAssociationClassLine(*association, offset);
     return 1;

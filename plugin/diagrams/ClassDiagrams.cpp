@@ -31,15 +31,17 @@ void printCategoryView(const KivPackage& package, std::size_t place, int offset)
     constexpr Coordinate distance = 440;
     const auto left = static_cast<Coordinate>(place) * distance;
     const int view = viewNumber(offset, package.pid);
-    line("(object CategoryView ", quoted("LogicalView::", package.getName()), " @", view);
-    line("location\t\t", Point{left + 260, 400});
-    printItemLabel(view, {left + 60, 340}, 400, package.getName());
-    line("icon_style \t \"Icon\"");
-    line("line_color \t 3342489");
-    line("fill_color \t 13434879");
-    line("quidu      \t", quoted(makeQuid(pquid, package.pid)));
-    line("width\t\t400");
-    line("height\t\t200)");
+    object([&] {
+        line("(object CategoryView ", quoted("LogicalView::", package.getName()), " @", view);
+        line("location\t\t", Point{left + 260, 400});
+        printItemLabel(view, {left + 60, 340}, 400, package.getName());
+        line("icon_style \t \"Icon\"");
+        line("line_color \t 3342489");
+        line("fill_color \t 13434879");
+        line("quidu      \t", quoted(makeQuid(pquid, package.pid)));
+        line("width\t\t400");
+        line("height\t\t200");
+    });
 }
 
 // A package of another kind keeps its place and gets no view.
@@ -103,10 +105,11 @@ void printFreeLabel(int number, const KivString& text)
 //     label      \t(object ItemLabel ...))
 void printNoteView(const PendingNote& note)
 {
-    line("(object NoteView @", note.viewNumber);
-    line("location\t(0,0)");
-    printItemLabel(note.viewNumber, {0, 0}, 240, makeRoseDesc(note.text));
-    append(")");
+    object([&] {
+        line("(object NoteView @", note.viewNumber);
+        line("location\t(0,0)");
+        printItemLabel(note.viewNumber, {0, 0}, 240, makeRoseDesc(note.text));
+    });
 }
 
 //     (object AttachView "" @506
@@ -115,17 +118,22 @@ void printNoteView(const PendingNote& note)
 //     line_style \t0)
 void printAttachView(const PendingNote& note, int number)
 {
-    line("(object AttachView \"\" @", number);
-    line("client     \t@", note.viewNumber);
-    line("supplier   \t@", note.target);
-    line("line_style \t0)");
+    object([&] {
+        line("(object AttachView \"\" @", number);
+        line("client     \t@", note.viewNumber);
+        line("supplier   \t@", note.target);
+        line("line_style \t0");
+    });
 }
 
 //     (object ClassDiagram "Main"
 //     quid       \t"3449E00001F4"
 //     title      \t"Main"
-//     ...
-//     items\t(list diagram_item_list
+//     zoom       \t100
+//     max_height \t28350
+//     max_width  \t21600
+//     origin_x   \t0
+//     origin_y   \t0
 void printDiagramHead(const KivClassDiagram& diagram)
 {
     line("(object ClassDiagram ", quoted(diagram.getName()));
@@ -136,7 +144,6 @@ void printDiagramHead(const KivClassDiagram& diagram)
     line("max_width  \t21600");
     line("origin_x   \t0");
     line("origin_y   \t0");
-    line("items\t(list diagram_item_list");
 }
 
 void printItems(KivClassDiagram& diagram, int offset)
@@ -180,16 +187,15 @@ int NoteNumbers::take()
     return lowBits(next++);
 }
 
-// The level is raised twice and lowered once, so every further diagram of a package stands one level deeper; readers
+// The level is raised and not lowered, so every further diagram of a package stands one level deeper; readers
 // go by the parentheses.
 int printClassDiagrams(KivClassDiagram* diagram, int diagramIndex)
 {
     const auto offset = static_cast<int>(static_cast<unsigned>(diagramIndex) * static_cast<unsigned>(multiplier));
     increaseIndent();
-    printDiagramHead(*diagram);
-    increaseIndent();
-    printItems(*diagram, offset);
-    append("))");
-    decreaseIndent();
+    object([&] {
+        printDiagramHead(*diagram);
+        list("items\t(list diagram_item_list", [&] { printItems(*diagram, offset); });
+    });
     return 1;
 }

@@ -19,6 +19,3 @@ int printUsesInDiagram(KivClassDiagram* diagram, KivDependency* dependency, int 
 
 /// The number of the first inheritance view that `printInheritanceInDiagram` writes, or 0 when it writes none.
 int firstInheritanceView(const KivClassDiagram& diagram, const KivGeneralization& generalization, int offset);
-
-/// Gives back what the writers keep for the length of an export.
-void releaseDiagrams() noexcept;

@@ -60,14 +60,15 @@ void printFont(const ClassViewSettings& settings)
     const bool hasColor = settings.fontColor != usualFontColor;
     if (!hasFace && !hasSize && !hasColor)
         return;
-    line("\tfont\t\t(object Font");
-    if (hasSize)
-        line("\t\tsize\t", settings.fontSize);
-    if (hasFace)
-        line("\t\tface\t", quoted(settings.fontName));
-    if (hasColor)
-        line("\t\tcolor\t", settings.fontColor);
-    append(")");
+    object([&] {
+        line("\tfont\t\t(object Font");
+        if (hasSize)
+            line("\t\tsize\t", settings.fontSize);
+        if (hasFace)
+            line("\t\tface\t", quoted(settings.fontName));
+        if (hasColor)
+            line("\t\tcolor\t", settings.fontColor);
+    });
 }
 
 //     stereotype \t(object ItemLabel
@@ -79,13 +80,15 @@ void printFont(const ClassViewSettings& settings)
 //     \tlabel      \t"<<entity>>")
 void printStereotypeLabel(const KivString& stereotype, int view, const Point& label)
 {
-    line("stereotype \t(object ItemLabel");
-    line("\tParent_View \t@", view);
-    line("\tlocation\t\t", Point{label.x, label.y - 45});
-    line("\tanchor     \t10");
-    line("\tnlines     \t1");
-    line("\tmax_width  \t", stereotype.length() * unitsPerCharacter + 120);
-    line("\tlabel      \t", quotedStereotype(stereotype), ")");
+    object([&] {
+        line("stereotype \t(object ItemLabel");
+        line("\tParent_View \t@", view);
+        line("\tlocation\t\t", Point{label.x, label.y - 45});
+        line("\tanchor     \t10");
+        line("\tnlines     \t1");
+        line("\tmax_width  \t", stereotype.length() * unitsPerCharacter + 120);
+        line("\tlabel      \t", quotedStereotype(stereotype));
+    });
 }
 
 void printIcon(const KivClass& theClass)
@@ -107,13 +110,15 @@ void printIcon(const KivClass& theClass)
 //     \t\tmax_width\t\t81)
 void printCompartment(const KivClass& theClass, int view, const ClassViewSettings& settings)
 {
-    line("\tcompartment \t(object Compartment");
-    line("\t\tParent_View \t@", view);
-    line("\t\tlocation\t\t\t", Point{settings.label.x, settings.label.y + 60});
-    line("\t\tfill_color \t\t", settings.fillColor);
-    line("\t\tanchor\t\t\t2");
-    line("\t\tnlines\t\t\t", theClass.getAttributeCount() + theClass.operations.count());
-    line("\t\tmax_width\t\t", settings.width, ")");
+    object([&] {
+        line("\tcompartment \t(object Compartment");
+        line("\t\tParent_View \t@", view);
+        line("\t\tlocation\t\t\t", Point{settings.label.x, settings.label.y + 60});
+        line("\t\tfill_color \t\t", settings.fillColor);
+        line("\t\tanchor\t\t\t2");
+        line("\t\tnlines\t\t\t", theClass.getAttributeCount() + theClass.operations.count());
+        line("\t\tmax_width\t\t", settings.width);
+    });
 }
 
 } // namespace
@@ -131,26 +136,28 @@ int printClassesInDiagram(KivClassDiagram* diagram, KivClass* theClass, int offs
         return 0;
     const int view = viewNumber(offset, theClass->pid);
     const ClassViewSettings settings = settingsOf(geometryOn(*theClass, *diagram));
-    line("(object ClassView \"", keyword(classKinds, theClass->classType), "\" ", quoted(theClass->getName()), " @",
-         view);
-    line("\tShowCompartmentStereotypes\t\tTRUE");
-    line("\tIncludeAttribute \tTRUE");
-    line("\tIncludeOperation \tTRUE");
-    line("\tlocation\t\t\t", settings.location);
-    printFont(settings);
-    increaseIndent();
-    printItemLabel(view, settings.label, settings.width, theClass->getName());
-    if (!theClass->stereotype.isEmpty())
-        printStereotypeLabel(theClass->stereotype, view, settings.label);
-    decreaseIndent();
-    printIcon(*theClass);
-    line("\tline_color \t ", settings.lineColor);
-    line("\tfill_color \t ", settings.fillColor);
-    line("\tquidu      \t", quoted(makeQuid(equid, theClass->pid)));
-    printCompartment(*theClass, view, settings);
-    line("\twidth\t\t", settings.width);
-    line("\theight\t\t", settings.height);
-    line("\tannotation\t8");
-    line("\tautoResize \tTRUE)");
+    object([&] {
+        line("(object ClassView \"", keyword(classKinds, theClass->classType), "\" ", quoted(theClass->getName()), " @",
+             view);
+        line("\tShowCompartmentStereotypes\t\tTRUE");
+        line("\tIncludeAttribute \tTRUE");
+        line("\tIncludeOperation \tTRUE");
+        line("\tlocation\t\t\t", settings.location);
+        printFont(settings);
+        deeper([&] {
+            printItemLabel(view, settings.label, settings.width, theClass->getName());
+            if (!theClass->stereotype.isEmpty())
+                printStereotypeLabel(theClass->stereotype, view, settings.label);
+        });
+        printIcon(*theClass);
+        line("\tline_color \t ", settings.lineColor);
+        line("\tfill_color \t ", settings.fillColor);
+        line("\tquidu      \t", quoted(makeQuid(equid, theClass->pid)));
+        printCompartment(*theClass, view, settings);
+        line("\twidth\t\t", settings.width);
+        line("\theight\t\t", settings.height);
+        line("\tannotation\t8");
+        line("\tautoResize \tTRUE");
+    });
     return 1;
 }

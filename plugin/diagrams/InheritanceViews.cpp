@@ -3,9 +3,11 @@
 #include "diagrams/Labels.h"
 #include "diagrams/LinePoints.h"
 #include "model/ExportState.h"
+#include "model/NumberBlocks.h"
 #include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
 
+#include <optional>
 #include <vector>
 
 namespace {
@@ -17,31 +19,18 @@ bool isDrawn(const KivClass* theClass, const KivClassDiagram& diagram)
     return theClass && !isHidden(*theClass) && theClass->links.contains(&diagram);
 }
 
-// The numbers in a generalization's block: for each supertype a tree view, then three for each subtype.
-long treeNumber(const KivGeneralization& generalization, std::size_t supertype)
-{
-    return generalization.pid + static_cast<long>((3 * generalization.subtypes.count() + 1) * supertype);
-}
-
-long inheritanceNumber(const KivGeneralization& generalization, std::size_t supertype, std::size_t subtype)
-{
-    return treeNumber(generalization, supertype) + static_cast<long>(3 * subtype + 1);
-}
-
 struct DrawnSubtype {
     const KivClass* theClass;
     std::size_t index; // among all subtypes
 };
 
-// Which subtypes a diagram draws is the same for every supertype, so it is asked once.
-std::vector<DrawnSubtype> drawnSubtypes;
-
-void collectDrawnSubtypes(const KivGeneralization& generalization, const KivClassDiagram& diagram)
+std::vector<DrawnSubtype> drawnSubtypesOf(const KivGeneralization& generalization, const KivClassDiagram& diagram)
 {
-    drawnSubtypes.clear();
+    std::vector<DrawnSubtype> drawn;
     for (std::size_t i = 0; i < generalization.subtypes.count(); ++i)
         if (const KivClass* const subtype = generalization.subtypes.at(i); isDrawn(subtype, diagram))
-            drawnSubtypes.push_back({subtype, i});
+            drawn.push_back({subtype, i});
+    return drawn;
 }
 
 // What the views of one supertype have in common.
@@ -83,12 +72,15 @@ void placeFork(Tree& tree, const KivGeneralization& generalization, const KivCla
 //     \t(100,120)))
 void printTreeView(const KivGeneralization& generalization, const Tree& tree)
 {
-    line("(object InheritTreeView ", quoted(generalization.getName()), " @", tree.view);
-    line("location\t\t", tree.fork);
-    line("supplier   \t@", tree.supplier);
-    line("vertices   \t(list Points");
-    line("\t", tree.fork);
-    line("\t", Point{tree.fork.x, tree.bottom}, "))");
+    object([&] {
+        line("(object InheritTreeView ", quoted(generalization.getName()), " @", tree.view);
+        line("location\t\t", tree.fork);
+        line("supplier   \t@", tree.supplier);
+        flatList("vertices   \t(list Points", [&] {
+            line("\t", tree.fork);
+            line("\t", Point{tree.fork.x, tree.bottom});
+        });
+    });
 }
 
 // The top of the subtype's box, in the middle.
@@ -125,51 +117,52 @@ void printInheritView(const KivGeneralization& generalization, const Tree& tree,
     const KivString& stereotype = generalization.stereotype;
     const Point top = topOf(geometryOn(subtype, diagram));
     const KivProjection* const projection = geometryOn(generalization, diagram);
-    line("(object InheritView ", quoted(name), " @", view);
-    if (!name.isEmpty())
-        printItemLabel(view, top, 600, name);
-    if (!stereotype.isEmpty())
-        printSegmentLabel(inheritanceStereotypeLabel, viewNumber(offset, number + 1), view, {top.x + 12, top.y + 120},
-                          stereotype.length(), quotedStereotype(stereotype));
-    if (projection)
-        line("line_color \t", projection->lineColor);
-    line("quidu      ", quoted(makeQuid(nquid, number)));
-    line("client \t@", viewNumber(offset, subtype.pid));
-    line("supplier \t@", tree.supplier);
-    printInheritanceLine(tree, top, projection);
-    append(")");
+    object([&] {
+        line("(object InheritView ", quoted(name), " @", view);
+        if (!name.isEmpty())
+            printItemLabel(view, top, 600, name);
+        if (!stereotype.isEmpty())
+            printSegmentLabel(inheritanceStereotypeLabel,
+                              viewNumber(offset, number + GeneralizationBlock::stereotypeLabel), view,
+                              {top.x + 12, top.y + 120}, stereotype.length(), quotedStereotype(stereotype));
+        if (projection)
+            line("line_color \t", projection->lineColor);
+        line("quidu      ", quoted(makeQuid(nquid, number)));
+        line("client \t@", viewNumber(offset, subtype.pid));
+        line("supplier \t@", tree.supplier);
+        printInheritanceLine(tree, top, projection);
+    });
 }
 
-void printSupertype(const KivGeneralization& generalization, std::size_t index, const KivClassDiagram& diagram,
-                    int offset)
+void printSupertype(const KivGeneralization& generalization, std::size_t index,
+                    const std::vector<DrawnSubtype>& drawnSubtypes, const KivClassDiagram& diagram, int offset)
 {
     const KivClass& supertype = *generalization.supertypes.at(index);
-    Tree tree = {viewNumber(offset, treeNumber(generalization, index)),
-                 viewNumber(offset, supertype.pid),
-                 drawnSubtypes.size() > 1,
-                 {}};
+    const GeneralizationBlock block(generalization);
+    Tree tree = {
+        viewNumber(offset, block.tree(index)), viewNumber(offset, supertype.pid), drawnSubtypes.size() > 1, {}};
     placeFork(tree, generalization, supertype, diagram);
     if (tree.isTree)
         printTreeView(generalization, tree);
-    increaseIndent();
-    for (const DrawnSubtype& subtype : drawnSubtypes)
-        printInheritView(generalization, tree, diagram, *subtype.theClass,
-                         inheritanceNumber(generalization, index, subtype.index), offset);
-    decreaseIndent();
+    deeper([&] {
+        for (const DrawnSubtype& subtype : drawnSubtypes)
+            printInheritView(generalization, tree, diagram, *subtype.theClass, block.pair(index, subtype.index),
+                             offset);
+    });
 }
 
 } // namespace
 
 int printInheritanceInDiagram(KivClassDiagram* diagram, KivGeneralization* generalization, int offset)
 {
-    bool isCollected = false;
+    // The same for every supertype, so they are looked for once.
+    std::optional<std::vector<DrawnSubtype>> drawnSubtypes;
     for (std::size_t j = 0; j < generalization->supertypes.count(); ++j) {
         if (!isDrawn(generalization->supertypes.at(j), *diagram))
             continue;
-        if (!isCollected)
-            collectDrawnSubtypes(*generalization, *diagram);
-        isCollected = true;
-        printSupertype(*generalization, j, *diagram, offset);
+        if (!drawnSubtypes)
+            drawnSubtypes = drawnSubtypesOf(*generalization, *diagram);
+        printSupertype(*generalization, j, *drawnSubtypes, *diagram, offset);
     }
     return 1;
 }
@@ -181,14 +174,8 @@ int firstInheritanceView(const KivClassDiagram& diagram, const KivGeneralization
             continue;
         for (std::size_t i = 0; i < generalization.subtypes.count(); ++i)
             if (isDrawn(generalization.subtypes.at(i), diagram))
-                return viewNumber(offset, inheritanceNumber(generalization, j, i));
+                return viewNumber(offset, GeneralizationBlock(generalization).pair(j, i));
         break;
     }
     return 0;
-}
-
-void releaseDiagrams() noexcept
-{
-    std::vector<DrawnSubtype>().swap(drawnSubtypes);
-    releaseProjections();
 }

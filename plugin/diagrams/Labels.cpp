@@ -40,26 +40,32 @@ void printItemLabel(int parentView, Point location, Coordinate width, const KivS
 {
     const LabelSize size =
         width == measuredWidth ? measuredSize(measureLines(name.view())) : wrappedSize(name.length(), width);
-    printItemLabelHead(parentView, location, size);
-    line("\tjustify\t\t0");
-    line("\tlabel      \t", quoted(name), ")");
+    object([&] {
+        printItemLabelHead(parentView, location, size);
+        line("\tjustify\t\t0");
+        line("\tlabel      \t", quoted(name));
+    });
 }
 
 void printItemLabel(int parentView, Point location, Coordinate width, RoseDesc text)
 {
     const LabelSize size =
         width == measuredWidth ? measuredSize(measureLines(text)) : wrappedSize(writtenLength(text), width);
-    printItemLabelHead(parentView, location, size);
-    line("\tlabel      \t", text, ")");
+    object([&] {
+        printItemLabelHead(parentView, location, size);
+        line("\tlabel      \t", text);
+    });
 }
 
 void printLabel(int number, Point location, Coordinate minWidth, RoseDesc text)
 {
     const LineMeasure measure = measureLines(text);
     const Coordinate characters = std::max(minWidth / characterWidth, static_cast<Coordinate>(measure.longest));
-    line("(object Label @", number);
-    line("location\t", location);
-    line("nlines\t\t", measure.lines);
-    line("max_width\t", characters * characterWidth);
-    line("label      \t", text, ")");
+    object([&] {
+        line("(object Label @", number);
+        line("location\t", location);
+        line("nlines\t\t", measure.lines);
+        line("max_width\t", characters * characterWidth);
+        line("label      \t", text);
+    });
 }

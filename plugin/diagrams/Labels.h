@@ -60,18 +60,20 @@ template <class Text>
 void printSegmentLabel(const SegmentLabelShape& shape, int number, int parentView, Point location, std::size_t length,
                        const Text& text)
 {
-    line(shape.opening, number);
-    line("\tParent_View \t@", parentView);
-    line("\tlocation\t\t", location);
-    line("\tanchor     \t", shape.anchor);
-    line("\tanchor_loc \t1");
-    line("\tnlines     \t1");
-    line("\tmax_width  \t", length * unitsPerCharacter + shape.extraWidth);
-    line("\tjustify    \t0");
-    line("\tlabel      \t", text);
-    line("\tpctDist    \t", shape.pctDist);
-    line("\theight     \t", shape.height);
-    line("\torientation \t", shape.orientation, ")");
+    object([&] {
+        line(shape.opening, number);
+        line("\tParent_View \t@", parentView);
+        line("\tlocation\t\t", location);
+        line("\tanchor     \t", shape.anchor);
+        line("\tanchor_loc \t1");
+        line("\tnlines     \t1");
+        line("\tmax_width  \t", length * unitsPerCharacter + shape.extraWidth);
+        line("\tjustify    \t0");
+        line("\tlabel      \t", text);
+        line("\tpctDist    \t", shape.pctDist);
+        line("\theight     \t", shape.height);
+        line("\torientation \t", shape.orientation);
+    });
 }
 
 /// A stereotype as diagrams show it.

@@ -115,14 +115,13 @@ void printLine(const KivString& vertices)
         return;
     }
     LineShape shape;
-    {
-        const List points("vertices\t(list Points");
+    list("vertices\t(list Points", [&] {
         PointReader reader(vertices.view());
         while (const auto point = reader.next()) {
             line(scaled(*point));
             shape.add(*point);
         }
-    }
+    });
     if (shape.isRectilinear()) {
         line("line_style\t3");
         line("origin_attachment     ", shape.origin());
@@ -153,10 +152,10 @@ KivIbmRationalRose98ExportVertices::KivIbmRationalRose98ExportVertices(const Kiv
 
 KivString& KivIbmRationalRose98ExportVertices::getLinePoints()
 {
-    increaseIndent();
-    PointReader reader(vertices.view());
-    while (const auto point = reader.next())
-        linePoints.add(indent.text().view()).add(textOf(scaled(*point)).view());
-    decreaseIndent();
+    deeper([&] {
+        PointReader reader(vertices.view());
+        while (const auto point = reader.next())
+            linePoints.add(indent.text().view()).add(textOf(scaled(*point)).view());
+    });
     return linePoints;
 }

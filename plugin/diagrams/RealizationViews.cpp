@@ -10,7 +10,9 @@ int printRealizationInDiagram(KivClassDiagram* diagram, KivRealization* realizat
 {
     if (!isDrawable(*realization, *diagram))
         return 0;
-    line("(object RealizeView \"\" @", viewNumber(offset, realization->pid));
-    printRelationLine(*realization, *diagram, offset);
+    object([&] {
+        line("(object RealizeView \"\" @", viewNumber(offset, realization->pid));
+        printRelationLine(*realization, *diagram, offset);
+    });
     return 1;
 }

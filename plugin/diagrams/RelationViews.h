@@ -17,7 +17,7 @@ template <class Relationship>
 ///     quidu      "3449E0000029"
 ///     client \t@13
 ///     supplier \t@12
-///     line_style\t0)
+///     line_style\t0
 template <class Relationship>
 void printRelationLine(const Relationship& relationship, const KivClassDiagram& diagram, int offset)
 {
@@ -29,5 +29,4 @@ void printRelationLine(const Relationship& relationship, const KivClassDiagram& 
     line("supplier \t@", viewNumber(offset, relationship.supplier->pid));
     if (const KivString* const vertices = verticesOf(projection))
         printLine(*vertices);
-    append(")");
 }

@@ -2,6 +2,7 @@
 
 #include "diagrams/Labels.h"
 #include "diagrams/RelationViews.h"
+#include "model/NumberBlocks.h"
 
 namespace {
 
@@ -21,12 +22,15 @@ int printUsesInDiagram(KivClassDiagram* diagram, KivDependency* dependency, int 
     const int view = viewNumber(offset, dependency->pid);
     const KivString& name = dependency->getName();
     const KivString& stereotype = dependency->stereotype;
-    line("(object UsesView ", quoted(name), " @", view);
-    if (!name.isEmpty())
-        printItemLabel(view, {12, 60}, 600, name);
-    if (!stereotype.isEmpty())
-        printSegmentLabel(usesStereotypeLabel, viewNumber(offset, dependency->pid + 1), view, {12, -60},
-                          stereotype.length(), quotedStereotype(stereotype));
-    printRelationLine(*dependency, *diagram, offset);
+    object([&] {
+        line("(object UsesView ", quoted(name), " @", view);
+        if (!name.isEmpty())
+            printItemLabel(view, {12, 60}, 600, name);
+        if (!stereotype.isEmpty())
+            printSegmentLabel(usesStereotypeLabel,
+                              viewNumber(offset, dependency->pid + dependencyBlock::stereotypeLabel), view, {12, -60},
+                              stereotype.length(), quotedStereotype(stereotype));
+        printRelationLine(*dependency, *diagram, offset);
+    });
     return 1;
 }

@@ -1,13 +1,26 @@
 #include "driver/Cleanup.h"
 
-#include "diagrams/ClassDiagrams.h"
+#include "diagrams/Geometry.h"
 #include "model/ExportState.h"
 #include "model/Numbering.h"
-#include "model/PositionOrder.h"
 #include "petal/PetalFile.h"
 #include "types/TypeNames.h"
 
+#include <pthread.h>
+
 namespace {
+
+// A thread that is cancelled ends in the next thing that may take long, such as a write; here it has to wait.
+class WithoutCancellation {
+public:
+    WithoutCancellation() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before); }
+    ~WithoutCancellation() { pthread_setcancelstate(before, nullptr); }
+    WithoutCancellation(const WithoutCancellation&) = delete;
+    WithoutCancellation& operator=(const WithoutCancellation&) = delete;
+
+private:
+    int before = PTHREAD_CANCEL_ENABLE;
+};
 
 void clearTypeMarks()
 {
@@ -38,12 +51,11 @@ void resetNumbers()
 
 void cleanup()
 {
-    if (theFile.is_open())
-        theFile.close();
+    const WithoutCancellation wholly;
+    theFile.close();
     clearTypeMarks();
     releaseTypeNames();
     movePackagesBack();
     resetNumbers();
-    releasePositionOrders();
-    releaseDiagrams();
+    releaseProjections();
 }

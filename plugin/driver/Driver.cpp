@@ -9,6 +9,7 @@
 #include "petal/PetalWriter.h"
 
 #include <cstdlib>
+#include <cxxabi.h>
 #include <vector>
 
 namespace {
@@ -61,9 +62,8 @@ void openFile()
 {
     const KivOption* const file = theOptions->find(BP_FILE.getName());
     const KivString path = utf8ToLocale(file ? file->value : KivString());
-    theFile.clear();
     theFile.open(path.text());
-    if (theFile.fail())
+    if (theFile.hasFailed())
         ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE.throwException(path);
 }
 
@@ -158,6 +158,9 @@ int KivIbmRationalRose98ExportDllInterface::run(const KivString& /*name*/, KivMo
     try {
         exportModel();
     } catch (const KivException&) {
+        cleanup();
+        throw;
+    } catch (const abi::__forced_unwind&) { // the thread is cancelled or ends itself
         cleanup();
         throw;
     } catch (...) {

@@ -1,7 +1,6 @@
 #include "logical/LogicalView.h"
 
 #include "model/ExportState.h"
-#include "model/PositionOrder.h"
 #include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
 #include "petal/RoseKeywords.h"
@@ -51,11 +50,12 @@ void printQualifierHead(const KivAttribute& attribute, long number)
 
 void printOwnQualifiers(const KivAssociationRole& role)
 {
-    const List keys("keys\t(list class_attribute_list");
-    for (const KivAttribute* const qualifier : qualifiersByPosition(role)) {
-        printQualifierHead(*qualifier, qualifier->pid);
-        append(")");
-    }
+    KivAttributeByPosition qualifiers;
+    role.getQualifierAttributeByPosition(qualifiers);
+    list("keys\t(list class_attribute_list", [&] {
+        for (const KivAttribute* const qualifier : qualifiers)
+            object([&] { printQualifierHead(*qualifier, qualifier->pid); });
+    });
 }
 
 // The key behind the opposite role of a binary association; null when there is none.
@@ -69,11 +69,12 @@ const KivKey* oppositeKey(const KivAssociationRole& role, const Ends& ends)
 void printGeneratedQualifier(const KivAttribute& attribute, const KivKey& key)
 {
     const std::size_t keyIndex = std::min(attribute.keys.indexOf(&key), attribute.keys.count());
-    printQualifierHead(attribute, static_cast<long>(keyIndex) * keyStride + attribute.pid);
     const KivModelObject* const counterpart = attribute.keyMappings.counterpartOf(&key);
-    if (counterpart && !counterpart->getName().isEmpty())
-        line("initv\t", makeRoseDesc(counterpart->getName()));
-    append(")");
+    object([&] {
+        printQualifierHead(attribute, static_cast<long>(keyIndex) * keyStride + attribute.pid);
+        if (counterpart && !counterpart->getName().isEmpty())
+            line("initv\t", makeRoseDesc(counterpart->getName()));
+    });
 }
 
 void printGeneratedQualifiers(const KivAssociationRole& role, const Ends& ends)
@@ -81,9 +82,10 @@ void printGeneratedQualifiers(const KivAssociationRole& role, const Ends& ends)
     const KivKey* const key = oppositeKey(role, ends);
     if (!key || key->attributes.isEmpty())
         return;
-    const List keys("keys\t(list class_attribute_list");
-    for (const KivAttribute* const attribute : key->attributes)
-        printGeneratedQualifier(*attribute, *key);
+    list("keys\t(list class_attribute_list", [&] {
+        for (const KivAttribute* const attribute : key->attributes)
+            printGeneratedQualifier(*attribute, *key);
+    });
 }
 
 void printQualifiers(const KivAssociationRole& role, const Ends& ends)
@@ -112,28 +114,29 @@ bool isUnnamed(const KivAssociationRole& role)
 //     is_aggregate \tFALSE)
 void printRole(const KivAssociationRole& role, const KivAssociation& association, const Ends& ends)
 {
-    line("(object Role ", quoted(role.getName()));
-    line("quid       \t", quoted(makeQuid(iquid, role.pid)));
-    if (!role.description.isEmpty())
-        line("documentation\t", makeRoseDesc(role.description));
-    line("label\t\t", quoted(isUnnamed(role) ? KivString() : role.getName()));
-    line("supplier   \t", quoted(role.participant->getName()));
-    line("quidu      \t", quoted(makeQuid(equid, role.participant->pid)));
-    printQualifiers(role, ends);
-    line("exportControl\t", keyword(visibilityKeywords, role.visibility));
-    const KivString cardinality = cardinalityOf(role);
-    if (isShown(cardinality))
-        line("client_cardinality \t(value cardinality ", quoted(cardinality), ")");
-    if (!role.constraint.isEmpty())
-        line("Constraints\t", makeRoseDesc(role.constraint));
-    line("Containment\t", keyword(containmentKeywords, role.containment));
-    if (role.isStatic)
-        line("static\tTRUE");
-    if (role.isFriend)
-        line("friend\tTRUE");
-    line("is_navigable \t", role.isNavigable ? "TRUE" : "FALSE");
-    line("is_aggregate \t", role.isAggregateEnd && association.isAggregation ? "TRUE" : "FALSE");
-    append(")");
+    object([&] {
+        line("(object Role ", quoted(role.getName()));
+        line("quid       \t", quoted(makeQuid(iquid, role.pid)));
+        if (!role.description.isEmpty())
+            line("documentation\t", makeRoseDesc(role.description));
+        line("label\t\t", quoted(isUnnamed(role) ? KivString() : role.getName()));
+        line("supplier   \t", quoted(role.participant->getName()));
+        line("quidu      \t", quoted(makeQuid(equid, role.participant->pid)));
+        printQualifiers(role, ends);
+        line("exportControl\t", keyword(visibilityKeywords, role.visibility));
+        const KivString cardinality = cardinalityOf(role);
+        if (isShown(cardinality))
+            line("client_cardinality \t(value cardinality ", quoted(cardinality), ")");
+        if (!role.constraint.isEmpty())
+            line("Constraints\t", makeRoseDesc(role.constraint));
+        line("Containment\t", keyword(containmentKeywords, role.containment));
+        if (role.isStatic)
+            line("static\tTRUE");
+        if (role.isFriend)
+            line("friend\tTRUE");
+        line("is_navigable \t", role.isNavigable ? "TRUE" : "FALSE");
+        line("is_aggregate \t", role.isAggregateEnd && association.isAggregation ? "TRUE" : "FALSE");
+    });
 }
 
 } // namespace
@@ -146,23 +149,23 @@ int printAssociations(KivAssociation* association)
 {
     if (isHidden(*association))
         return 1;
-    line("(object Association ", quoted(association->getName()));
-    line("quid       \t", quoted(makeQuid(asquid, association->pid)));
-    if (!association->description.isEmpty())
-        line("documentation\t", makeRoseDesc(association->description));
-    if (!association->stereotype.isEmpty())
-        line("stereotype\t", quoted(association->stereotype));
-    {
-        const Ends ends = endsOf(*association);
-        const List roles("roles\t(list role_list");
-        for (const KivAssociationRole* const role : association->roles)
-            if (isWritten(role))
-                printRole(*role, *association, ends);
-    }
-    if (!association->constraint.isEmpty())
-        line("Constraints\t", makeRoseDesc(association->constraint));
-    if (association->associationClass)
-        line("AssociationClass\t", quoted(association->associationClass->getName()));
-    append(")");
+    object([&] {
+        line("(object Association ", quoted(association->getName()));
+        line("quid       \t", quoted(makeQuid(asquid, association->pid)));
+        if (!association->description.isEmpty())
+            line("documentation\t", makeRoseDesc(association->description));
+        if (!association->stereotype.isEmpty())
+            line("stereotype\t", quoted(association->stereotype));
+        list("roles\t(list role_list", [&] {
+            const Ends ends = endsOf(*association);
+            for (const KivAssociationRole* const role : association->roles)
+                if (isWritten(role))
+                    printRole(*role, *association, ends);
+        });
+        if (!association->constraint.isEmpty())
+            line("Constraints\t", makeRoseDesc(association->constraint));
+        if (association->associationClass)
+            line("AssociationClass\t", quoted(association->associationClass->getName()));
+    });
     return 1;
 }

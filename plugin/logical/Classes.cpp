@@ -1,6 +1,7 @@
 #include "logical/LogicalView.h"
 
 #include "model/ExportState.h"
+#include "model/NumberBlocks.h"
 #include "model/PositionOrder.h"
 #include "model/WrittenElements.h"
 #include "petal/PetalWriter.h"
@@ -8,7 +9,6 @@
 #include "types/TypeNames.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace {
 
@@ -20,54 +20,52 @@ namespace {
 //     exportControl \t"Public")
 void printSuperclass(const KivGeneralization& generalization, long number, const KivClass& supertype)
 {
-    line("(object Inheritance_Relationship");
-    line("quid       \t", quoted(makeQuid(nquid, number)));
-    if (!generalization.description.isEmpty())
-        line("documentation \t", makeRoseDesc(generalization.description));
-    if (!generalization.stereotype.isEmpty())
-        line("stereotype\t", quoted(generalization.stereotype));
-    line("label      \t", quoted(generalization.getName()));
-    line("supplier   \t", quoted(supertype.getName()));
-    line("quidu      \t", quoted(makeQuid(equid, supertype.pid)));
-    line("exportControl \t", keyword(visibilityKeywords, generalization.visibility));
-    if (generalization.isVirtual)
-        line("virtual\tTRUE");
-    if (generalization.isFriend)
-        line("friend\tTRUE");
-    append(")");
+    object([&] {
+        line("(object Inheritance_Relationship");
+        line("quid       \t", quoted(makeQuid(nquid, number)));
+        if (!generalization.description.isEmpty())
+            line("documentation \t", makeRoseDesc(generalization.description));
+        if (!generalization.stereotype.isEmpty())
+            line("stereotype\t", quoted(generalization.stereotype));
+        line("label      \t", quoted(generalization.getName()));
+        line("supplier   \t", quoted(supertype.getName()));
+        line("quidu      \t", quoted(makeQuid(equid, supertype.pid)));
+        line("exportControl \t", keyword(visibilityKeywords, generalization.visibility));
+        if (generalization.isVirtual)
+            line("virtual\tTRUE");
+        if (generalization.isFriend)
+            line("friend\tTRUE");
+    });
 }
 
-// The relationship of subtype s to supertype k has a number of its own in the generalization's block, the one that
-// its view on a diagram refers to.
+// The relationship of a subtype to a supertype has a number of its own, the one that its view on a diagram refers to.
 void printSuperclasses(const KivGeneralization& generalization, const KivClass& theClass)
 {
     if (isHidden(generalization))
         return;
-    const std::size_t subtypeCount = generalization.subtypes.count();
-    const std::size_t subtype = std::min(generalization.subtypes.indexOf(&theClass), subtypeCount);
-    for (std::size_t k = 0; k < generalization.supertypes.count(); ++k) {
-        const KivClass* const supertype = generalization.supertypes.at(k);
-        const auto place = static_cast<long>(1 + 3 * subtype + (3 * subtypeCount + 1) * k);
-        if (supertype)
-            printSuperclass(generalization, generalization.pid + place, *supertype);
-    }
+    const GeneralizationBlock block(generalization);
+    const std::size_t subtype = std::min(generalization.subtypes.indexOf(&theClass), generalization.subtypes.count());
+    for (std::size_t k = 0; k < generalization.supertypes.count(); ++k)
+        if (const KivClass* const supertype = generalization.supertypes.at(k))
+            printSuperclass(generalization, block.pair(k, subtype), *supertype);
 }
 
 void printSuperclassList(const KivClass& theClass)
 {
     if (theClass.generalizations.isEmpty())
         return;
-    const List superclasses("superclasses \t(list inheritance_relationship_list");
-    for (const KivGeneralization* const generalization : theClass.generalizations)
-        if (generalization)
-            printSuperclasses(*generalization, theClass);
+    list("superclasses \t(list inheritance_relationship_list", [&] {
+        for (const KivGeneralization* const generalization : theClass.generalizations)
+            if (generalization)
+                printSuperclasses(*generalization, theClass);
+    });
 }
 
 // A relationship that lacks an end is none.
 template <class Relationship>
-bool isComplete(const Relationship* relationship)
+bool isComplete(const Relationship& relationship)
 {
-    return relationship->client && relationship->supplier;
+    return relationship.client && relationship.supplier;
 }
 
 //     (object Realize_Relationship
@@ -76,23 +74,18 @@ bool isComplete(const Relationship* relationship)
 //     quidu      \t"3449E200001A")
 void printRealization(const KivRealization& realization)
 {
-    line("(object Realize_Relationship");
-    line("quid       \t", quoted(makeQuid(iquid, realization.pid)));
-    line("supplier   \t", quoted(realization.supplier->getName()));
-    line("quidu      \t", quoted(makeQuid(equid, realization.supplier->pid)));
-    append(")");
+    object([&] {
+        line("(object Realize_Relationship");
+        line("quid       \t", quoted(makeQuid(iquid, realization.pid)));
+        line("supplier   \t", quoted(realization.supplier->getName()));
+        line("quidu      \t", quoted(makeQuid(equid, realization.supplier->pid)));
+    });
 }
 
 void printRealizedInterfaces(const KivClass& theClass)
 {
-    std::optional<List> realizedInterfaces;
-    for (const KivRealization* const realization : theClass.realizations) {
-        if (!isComplete(realization))
-            continue;
-        if (!realizedInterfaces)
-            realizedInterfaces.emplace("realized_interfaces \t(list realize_rel_list");
-        printRealization(*realization);
-    }
+    listOf("realized_interfaces \t(list realize_rel_list", theClass.realizations, isComplete<KivRealization>,
+           printRealization);
 }
 
 //     (object Uses_Relationship
@@ -102,28 +95,23 @@ void printRealizedInterfaces(const KivClass& theClass)
 //     quidu      \t"3449E200001A")
 void printDependency(const KivDependency& dependency)
 {
-    line("(object Uses_Relationship");
-    line("quid       \t", quoted(makeQuid(iquid, dependency.pid)));
-    if (!dependency.description.isEmpty())
-        line("documentation \t", makeRoseDesc(dependency.description));
-    if (!dependency.stereotype.isEmpty())
-        line("stereotype\t", quoted(dependency.stereotype));
-    line("label      \t", quoted(dependency.getName()));
-    line("supplier   \t", quoted(dependency.supplier->getName()));
-    line("quidu      \t", quoted(makeQuid(equid, dependency.supplier->pid)));
-    append(")");
+    object([&] {
+        line("(object Uses_Relationship");
+        line("quid       \t", quoted(makeQuid(iquid, dependency.pid)));
+        if (!dependency.description.isEmpty())
+            line("documentation \t", makeRoseDesc(dependency.description));
+        if (!dependency.stereotype.isEmpty())
+            line("stereotype\t", quoted(dependency.stereotype));
+        line("label      \t", quoted(dependency.getName()));
+        line("supplier   \t", quoted(dependency.supplier->getName()));
+        line("quidu      \t", quoted(makeQuid(equid, dependency.supplier->pid)));
+    });
 }
 
 void printUsedClasses(const KivClass& theClass)
 {
-    std::optional<List> usedNodes;
-    for (const KivDependency* const dependency : theClass.dependencies) {
-        if (!isComplete(dependency))
-            continue;
-        if (!usedNodes)
-            usedNodes.emplace("used_nodes \t(list uses_relationship_list");
-        printDependency(*dependency);
-    }
+    listOf("used_nodes \t(list uses_relationship_list", theClass.dependencies, isComplete<KivDependency>,
+           printDependency);
 }
 
 //     abstract\tTRUE
@@ -147,9 +135,12 @@ void printOperationList(const KivClass& theClass)
 {
     if (theClass.operations.isEmpty())
         return;
-    const List operationList("operations\t(list Operations");
-    for (KivOperation* const operation : operationsByPosition(theClass))
-        printOperations(operation);
+    KivOperationByPosition operations;
+    theClass.getOperationByPosition(operations);
+    list("operations\t(list Operations", [&] {
+        for (KivOperation* const operation : operations)
+            printOperations(operation);
+    });
 }
 
 bool isInForeignKey(const KivAttribute& attribute)
@@ -158,21 +149,15 @@ bool isInForeignKey(const KivAttribute& attribute)
                        [](const KivKey* key) { return key && key->elementType == KivElementType::ForeignKey; });
 }
 
-bool isWritten(const KivAttribute& attribute)
+bool isExported(const KivAttribute& attribute)
 {
     return !isHidden(attribute) && (exportFKattr || !isInForeignKey(attribute));
 }
 
 void printAttributeList(const KivClass& theClass)
 {
-    std::optional<List> classAttributes;
-    for (KivAttribute* const attribute : attributesByPosition(theClass)) {
-        if (!isWritten(*attribute))
-            continue;
-        if (!classAttributes)
-            classAttributes.emplace("class_attributes \t(list class_attribute_list");
-        printAttributes(attribute);
-    }
+    listOf("class_attributes \t(list class_attribute_list", attributesByPosition(theClass), isExported,
+           [](KivAttribute& attribute) { printAttributes(&attribute); });
 }
 
 } // namespace
@@ -190,27 +175,28 @@ int printClasses(KivClass* theClass)
     if (isHidden(*theClass))
         return 1;
     const bool typed = theClass->classType != dataClassType;
-    line("(object ", keyword(classKinds, theClass->classType), " ", quoted(theClass->getName()));
-    line("quid\t", quoted(makeQuid(equid, theClass->pid)));
-    if (!theClass->description.isEmpty())
-        line("documentation\t", makeRoseDesc(theClass->description));
-    if (!theClass->stereotype.isEmpty())
-        line("stereotype\t", quoted(theClass->stereotype));
-    else if (theClass->classType == interfaceClassType)
-        line("stereotype\t\"Interface\"");
-    printSuperclassList(*theClass);
-    printRealizedInterfaces(*theClass);
-    printUsedClasses(*theClass);
-    if (theClass->isPersistent)
-        line("persistence\t\"Persistent\"");
-    if (typed)
-        printTypedClassProperties(*theClass);
-    if (typed)
-        printOperationList(*theClass);
-    printAttributeList(*theClass);
-    if (typed)
-        printParameters(theClass->parameters);
-    line("language    ", isCppTypeSystem() ? "\"C++\"" : "\"Java\"");
-    append(")");
+    object([&] {
+        line("(object ", keyword(classKinds, theClass->classType), " ", quoted(theClass->getName()));
+        line("quid\t", quoted(makeQuid(equid, theClass->pid)));
+        if (!theClass->description.isEmpty())
+            line("documentation\t", makeRoseDesc(theClass->description));
+        if (!theClass->stereotype.isEmpty())
+            line("stereotype\t", quoted(theClass->stereotype));
+        else if (theClass->classType == interfaceClassType)
+            line("stereotype\t\"Interface\"");
+        printSuperclassList(*theClass);
+        printRealizedInterfaces(*theClass);
+        printUsedClasses(*theClass);
+        if (theClass->isPersistent)
+            line("persistence\t\"Persistent\"");
+        if (typed)
+            printTypedClassProperties(*theClass);
+        if (typed)
+            printOperationList(*theClass);
+        printAttributeList(*theClass);
+        if (typed)
+            printParameters(theClass->parameters);
+        line("language    ", isCppTypeSystem() ? "\"C++\"" : "\"Java\"");
+    });
     return 1;
 }

@@ -1,6 +1,5 @@
 #include "logical/LogicalView.h"
 
-#include "model/PositionOrder.h"
 #include "petal/PetalWriter.h"
 #include "types/TypeNames.h"
 
@@ -29,19 +28,20 @@ void printLiterals(const KivTypeValueByPosition& literals)
     }
 }
 
-//     attributes\t(list Attribute_Set
 //     \t(object Attribute
 //     \ttool       \t"cg"
 //     \tname       \t"ImplementationType"
-//     \tvalue      \t(value Text "enum Color {RED=0, GREEN=1}")))
+//     \tvalue      \t(value Text "enum Color {RED=0, GREEN=1}"))
 void printCppDeclaration(const KivType& type, const KivTypeValueByPosition& literals)
 {
-    line("\t(object Attribute");
-    line("\ttool       \t\"cg\"");
-    line("\tname       \t\"ImplementationType\"");
-    line("\tvalue      \t(value Text \"enum ", guarded(type.getName()), " {");
-    printLiterals(literals);
-    append("}\")))");
+    object([&] {
+        line("\t(object Attribute");
+        line("\ttool       \t\"cg\"");
+        line("\tname       \t\"ImplementationType\"");
+        line("\tvalue      \t(value Text \"enum ", guarded(type.getName()), " {");
+        printLiterals(literals);
+        append("}\")");
+    });
 }
 
 //     \t(object Attribute
@@ -51,32 +51,42 @@ void printCppDeclaration(const KivType& type, const KivTypeValueByPosition& lite
 //     \t(object Attribute
 //     \ttool       \t"IDL"
 //     \tname       \t"IDLSpecificationType"
-//     \tvalue      \t("IDLSpecSet" 8)))
+//     \tvalue      \t("IDLSpecSet" 8))
 void printIdlDeclaration(const KivType& type, const KivTypeValueByPosition& literals)
 {
-    line("\t(object Attribute");
-    line("\ttool       \t\"IDL\"");
-    line("\tname       \t\"ImplementationType\"");
-    line("\tvalue      \t\"enum ", guarded(type.getName()), " {");
-    printLiterals(literals);
-    append("}\")");
-    line("\t(object Attribute");
-    line("\ttool       \t\"IDL\"");
-    line("\tname       \t\"IDLSpecificationType\"");
-    line("\tvalue      \t(\"IDLSpecSet\" 8)))");
+    object([&] {
+        line("\t(object Attribute");
+        line("\ttool       \t\"IDL\"");
+        line("\tname       \t\"ImplementationType\"");
+        line("\tvalue      \t\"enum ", guarded(type.getName()), " {");
+        printLiterals(literals);
+        append("}\"");
+    });
+    object([] {
+        line("\t(object Attribute");
+        line("\ttool       \t\"IDL\"");
+        line("\tname       \t\"IDLSpecificationType\"");
+        line("\tvalue      \t(\"IDLSpecSet\" 8)");
+    });
 }
 
+//     (object Class "Color"
+//     attributes\t(list Attribute_Set ...)
+//     \tquid       \t"3449E200001A")
 void printEnumClass(const KivType& type)
 {
-    const KivTypeValueByPosition& literals = literalsByPosition(type);
-    line("(object Class ", quoted(type.getName()));
-    line("attributes\t(list Attribute_Set");
-    if (isCppTypeSystem())
-        printCppDeclaration(type, literals);
-    else
-        printIdlDeclaration(type, literals);
-    line("\tquid       \t", quoted(makeQuid(equid, type.pid)));
-    append(")");
+    KivTypeValueByPosition literals;
+    type.getTypeValueByPosition(literals);
+    object([&] {
+        line("(object Class ", quoted(type.getName()));
+        flatList("attributes\t(list Attribute_Set", [&] {
+            if (isCppTypeSystem())
+                printCppDeclaration(type, literals);
+            else
+                printIdlDeclaration(type, literals);
+        });
+        line("\tquid       \t", quoted(makeQuid(equid, type.pid)));
+    });
 }
 
 } // namespace

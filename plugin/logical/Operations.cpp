@@ -10,11 +10,14 @@ namespace {
 // Every operation is of the one kind that the code generator knows by this number.
 void printOperationKind()
 {
-    line("attributes \t(list Attribute_Set");
-    line("\t(object Attribute");
-    line("\ttool\t\"cg\"");
-    line("\tname\t\"OperationKind\"");
-    line("\tvalue\t(\"OperationKindSet\" 201)))");
+    flatList("attributes \t(list Attribute_Set", [] {
+        object([] {
+            line("\t(object Attribute");
+            line("\ttool\t\"cg\"");
+            line("\tname\t\"OperationKind\"");
+            line("\tvalue\t(\"OperationKindSet\" 201)");
+        });
+    });
 }
 
 //     semantics\t(object Semantic_Info
@@ -32,12 +35,13 @@ void printSemanticInfo(const char* opening, const KivString& text)
 //     initv\t"0")
 void printParameter(const KivArgument& parameter)
 {
-    line("(object Parameter ", quoted(parameter.getName()));
-    if (parameter.type)
-        line("type\t", quoted(getTypeString(parameter.type)));
-    if (!parameter.initialValue.isEmpty())
-        line("initv\t", makeRoseDesc(parameter.initialValue));
-    append(")");
+    object([&] {
+        line("(object Parameter ", quoted(parameter.getName()));
+        if (parameter.type)
+            line("type\t", quoted(getTypeString(parameter.type)));
+        if (!parameter.initialValue.isEmpty())
+            line("initv\t", makeRoseDesc(parameter.initialValue));
+    });
 }
 
 } // namespace
@@ -46,9 +50,10 @@ void printParameters(const KivLinkTree<KivArgument>& parameters)
 {
     if (parameters.isEmpty())
         return;
-    const List parameterList("parameters \t(list Parameters");
-    for (const KivArgument* const parameter : argumentsByPosition(parameters))
-        printParameter(*parameter);
+    list("parameters \t(list Parameters", [&] {
+        for (const KivArgument* const parameter : argumentsByPosition(parameters))
+            printParameter(*parameter);
+    });
 }
 
 //     (object Operation\t"cancel"
@@ -61,32 +66,34 @@ void printParameters(const KivLinkTree<KivArgument>& parameters)
 //     uid\t\t0)
 int printOperations(KivOperation* operation)
 {
-    line("(object Operation\t", quoted(operation->getName()));
-    printOperationKind();
-    line("quid\t", quoted(makeQuid(iquid, operation->pid)));
-    if (!operation->description.isEmpty())
-        line("documentation\t", makeRoseDesc(operation->description));
-    if (!operation->stereotype.isEmpty())
-        line("stereotype\t", quoted(operation->stereotype));
-    printParameters(operation->arguments);
-    if (operation->returnType)
-        line("result\t", quoted(getTypeString(operation->returnType)));
-    line("concurrency\t", keyword(concurrencyKeywords, operation->concurrency));
-    if (!operation->preCondition.isEmpty())
-        printSemanticInfo("pre_condition\t(object Semantic_Info", operation->preCondition);
-    if (!operation->postCondition.isEmpty())
-        printSemanticInfo("post_condition\t(object Semantic_Info", operation->postCondition);
-    if (!operation->semantics.isEmpty())
-        printSemanticInfo("semantics\t(object Semantic_Info", operation->semantics);
-    line("opExportControl\t", keyword(visibilityKeywords, operation->visibility));
-    if (operation->isFriend)
-        line("friend\tTRUE");
-    if (operation->isAbstract)
-        line("abstract\tTRUE");
-    if (operation->isVirtual)
-        line("virtual\tTRUE");
-    if (operation->isStatic)
-        line("static\tTRUE");
-    line("uid\t\t0)");
+    object([&] {
+        line("(object Operation\t", quoted(operation->getName()));
+        printOperationKind();
+        line("quid\t", quoted(makeQuid(iquid, operation->pid)));
+        if (!operation->description.isEmpty())
+            line("documentation\t", makeRoseDesc(operation->description));
+        if (!operation->stereotype.isEmpty())
+            line("stereotype\t", quoted(operation->stereotype));
+        printParameters(operation->arguments);
+        if (operation->returnType)
+            line("result\t", quoted(getTypeString(operation->returnType)));
+        line("concurrency\t", keyword(concurrencyKeywords, operation->concurrency));
+        if (!operation->preCondition.isEmpty())
+            printSemanticInfo("pre_condition\t(object Semantic_Info", operation->preCondition);
+        if (!operation->postCondition.isEmpty())
+            printSemanticInfo("post_condition\t(object Semantic_Info", operation->postCondition);
+        if (!operation->semantics.isEmpty())
+            printSemanticInfo("semantics\t(object Semantic_Info", operation->semantics);
+        line("opExportControl\t", keyword(visibilityKeywords, operation->visibility));
+        if (operation->isFriend)
+            line("friend\tTRUE");
+        if (operation->isAbstract)
+            line("abstract\tTRUE");
+        if (operation->isVirtual)
+            line("virtual\tTRUE");
+        if (operation->isStatic)
+            line("static\tTRUE");
+        line("uid\t\t0");
+    });
     return 1;
 }

@@ -94,30 +94,28 @@ void printDiagrams(int* diagramCounter, const KivDesignPackage& package)
 
 } // namespace
 
-// The level is raised once and lowered twice, so every package leaves what follows one level further left; readers go
-// by the parentheses.
+// The level is lowered once more than it is raised, so every package leaves what follows one level further left;
+// readers go by the parentheses.
 int printPackages(int root, int* diagramCounter, KivModel* model, KivDesignPackage* package)
 {
     const NestingLevel nesting(root == 1);
     if (NestingLevel::isTooDeep())
         ROS_E_PACKAGES_NESTED_TOO_DEEP.throwException(package->getName());
     ROS_E_PRINTING_PACKAGE.log(*localLog, package->getName());
-    if (root == 1)
-        printRootHead(*package);
-    else
-        printNestedHead(*package);
-    {
-        const List logicalModels("logical_models \t(list unit_reference_list");
-        printElements(*package);
-        printChildPackages(diagramCounter, model, *package);
-    }
-    XScale = XLog;
-    YScale = YLog;
-    ROS_E_PRINTING_DIAGRAM.log(*localLog);
-    line("logical_presentations \t(list unit_reference_list");
-    printDiagrams(diagramCounter, *package);
-    append(")");
-    decreaseIndent();
-    append(")");
+    object([&] {
+        if (root == 1)
+            printRootHead(*package);
+        else
+            printNestedHead(*package);
+        list("logical_models \t(list unit_reference_list", [&] {
+            printElements(*package);
+            printChildPackages(diagramCounter, model, *package);
+        });
+        XScale = XLog;
+        YScale = YLog;
+        ROS_E_PRINTING_DIAGRAM.log(*localLog);
+        flatList("logical_presentations \t(list unit_reference_list", [&] { printDiagrams(diagramCounter, *package); });
+        decreaseIndent();
+    });
     return 1;
 }

@@ -1,30 +1,32 @@
 #include "model/Numbering.h"
 
-long KivSetPID::blockSize(const KivObject& object)
+#include "model/NumberBlocks.h"
+
+namespace {
+
+long blockSize(const KivObject& object)
 {
     switch (object.elementType) {
     case KivElementType::ClassDiagram:
-        return 3000;
+        return classDiagramBlock::size;
     case KivElementType::Dependency:
-        return 2;
+        return dependencyBlock::size;
     case KivElementType::Association:
-        return static_cast<const KivAssociation&>(object).associationClass ? 5 : 4;
+        return associationBlock::size + (static_cast<const KivAssociation&>(object).associationClass ? 1 : 0);
     case KivElementType::AssociationRole:
-        return 4;
-    case KivElementType::Generalization: {
-        const auto& generalization = static_cast<const KivGeneralization&>(object);
-        const auto subtypes = static_cast<long>(generalization.subtypes.count());
-        const auto supertypes = static_cast<long>(generalization.supertypes.count());
-        return (3 * subtypes + 1) * supertypes;
-    }
+        return roleBlock::size;
+    case KivElementType::Generalization:
+        return GeneralizationBlock(static_cast<const KivGeneralization&>(object)).size();
     default:
         return 1;
     }
 }
 
+} // namespace
+
 void KivSetPID::post_process(KivObject* object, void* /*context*/)
 {
-    if (!isModelObject(object->elementType))
+    if (!object->isInstanceOf(KivElementType::ModelObject))
         return;
     static_cast<KivModelObject*>(object)->pid = counter;
     counter += blockSize(*object);
@@ -34,6 +36,6 @@ void KivSetPID::post_process(KivObject* object, void* /*context*/)
 
 void KivZeroPID::post_process(KivObject* object, void* /*context*/)
 {
-    if (isModelObject(object->elementType))
+    if (object->isInstanceOf(KivElementType::ModelObject))
         static_cast<KivModelObject*>(object)->pid = 0;
 }

@@ -2,8 +2,8 @@
 
 #include "kiv/KivPackage.h"
 
-/// Gives every model object its number (`pid`) on leaving it, so that contents come before what holds them. Some kinds
-/// reserve a block of numbers for what exists in the file only: views, labels, relationship entries.
+/// Gives every model object its number (`pid`) on leaving it, so that contents come before what holds them, and
+/// reserves its block of numbers (`NumberBlocks.h`). A model object is what says so, a host's own class too.
 class KivSetPID final : public KivTraversalOperation {
 public:
     explicit KivSetPID(long first) : KivTraversalOperation(Calls::onLeavingOnly), counter(first) {}
@@ -13,9 +13,6 @@ public:
     long counter;
     /// Class diagrams met so far.
     long diagramCount = 0;
-
-private:
-    [[nodiscard]] static long blockSize(const KivObject& object);
 };
 
 /// Sets the number of every model object back to 0.

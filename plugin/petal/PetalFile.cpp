@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -17,83 +18,72 @@ constexpr std::size_t greatestStep = std::size_t{64} << 20;
 
 PetalFile theFile;
 
-bool PetalBuffer::open(const char* path)
+void PetalFile::open(const char* path)
 {
-    if (is_open())
-        return false;
-    auto newArea = std::make_unique_for_overwrite<char[]>(PetalFile::bufferSize);
+    area = std::make_unique_for_overwrite<char[]>(bufferSize);
     file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file < 0)
-        return false;
-    area = std::move(newArea);
-    setp(area.get(), area.get() + PetalFile::bufferSize);
+    failed = !isOpen();
+    if (failed) {
+        area.reset();
+        return;
+    }
+    next = area.get();
+    end = next + bufferSize;
     written = 0;
     setAside = 0;
     canSetAside = true;
-    return true;
 }
 
-bool PetalBuffer::close()
+void PetalFile::close()
 {
-    if (!is_open())
-        return false;
-    bool success = empty();
+    if (!isOpen())
+        return;
+    if (!failed)
+        writeOut(filled());
     if (setAside > written)
-        success = ftruncate(file, static_cast<off_t>(written)) == 0 && success;
-    success = ::close(file) == 0 && success;
-    file = -1;
-    poison();
+        failed = ftruncate(file, static_cast<off_t>(written)) != 0 || failed;
+    failed = ::close(std::exchange(file, -1)) != 0 || failed;
+    next = end = nullptr;
     area.reset();
-    return success;
 }
 
-bool PetalBuffer::empty()
+bool PetalFile::makeRoom(std::size_t size)
 {
-    return writeUpTo(written + filled());
+    if (failed || size > bufferSize)
+        return false;
+    const std::size_t position = written + filled();
+    const std::size_t lastPiece = position - position % pieceSize;
+    if (lastPiece > written && !writeOut(lastPiece - written))
+        return false;
+    return hasRoom(size) || (writeOut(filled()) && hasRoom(size));
 }
 
-bool PetalBuffer::makeRoom(std::size_t size)
+void PetalFile::append(std::string_view text)
 {
-    const std::size_t end = written + filled();
-    const std::size_t lastPiece = end - end % PetalFile::pieceSize;
-    return (lastPiece <= written || writeUpTo(lastPiece)) && (hasRoom(size) || (empty() && hasRoom(size)));
+    if (hasRoom(text.size()) || makeRoom(text.size()))
+        next = std::copy(text.begin(), text.end(), next);
+    else if (!failed && writeOut(filled())) // past the buffer
+        write(text);
 }
 
-// What lies behind `end`, a position in the file, stays in the buffer.
-bool PetalBuffer::writeUpTo(std::size_t end)
+// Writes so many bytes of the buffer; the rest of it moves to the front.
+bool PetalFile::writeOut(std::size_t size)
 {
-    const std::size_t size = end - written;
     const std::size_t rest = filled() - size;
-    setp(pbase(), epptr());
-    if (!write({pbase(), size}))
+    if (!write({area.get(), size}))
         return false;
     if (rest > 0)
-        std::memmove(pbase(), pbase() + size, rest);
-    pbump(static_cast<int>(rest));
+        std::memmove(area.get(), area.get() + size, rest);
+    next += rest;
     return true;
 }
 
-PetalBuffer::int_type PetalBuffer::overflow(int_type byte)
+// The buffer is empty afterwards. As long as this is under way the file counts as failed: how much a write has taken in
+// which the thread is cancelled, nobody knows.
+bool PetalFile::write(std::string_view bytes)
 {
-    if (!is_open() || !area || !empty())
-        return traits_type::eof();
-    return traits_type::eq_int_type(byte, traits_type::eof()) ? traits_type::not_eof(byte)
-                                                              : sputc(traits_type::to_char_type(byte));
-}
-
-// What does not fit goes past the buffer.
-std::streamsize PetalBuffer::xsputn(const char* text, std::streamsize size)
-{
-    const std::string_view bytes(text, static_cast<std::size_t>(size));
-    if (hasRoom(bytes.size())) {
-        take(std::copy(bytes.begin(), bytes.end(), room()));
-        return size;
-    }
-    return is_open() && empty() && write(bytes) ? size : 0;
-}
-
-bool PetalBuffer::write(std::string_view bytes)
-{
+    failed = true;
+    next = end = nullptr;
     if (written >= smallFile && written + bytes.size() > setAside)
         setSpaceAside(bytes.size());
     while (!bytes.empty()) {
@@ -105,11 +95,14 @@ bool PetalBuffer::write(std::string_view bytes)
         written += static_cast<std::size_t>(count);
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
+    failed = false;
+    next = area.get();
+    end = next + bufferSize;
     return true;
 }
 
 // Pipes and some file systems cannot; writing tells soon enough when there is no space at all.
-void PetalBuffer::setSpaceAside(std::size_t size)
+void PetalFile::setSpaceAside(std::size_t size)
 {
     if (!canSetAside)
         return;
@@ -119,46 +112,4 @@ void PetalBuffer::setSpaceAside(std::size_t size)
     if (canSetAside)
         setAside = written + step;
     errno = error;
-}
-
-PetalFile::PetalFile() : std::ostream(nullptr)
-{
-    rdbuf(&buffer);
-}
-
-PetalFile::~PetalFile() = default;
-
-void PetalFile::open(const char* path)
-{
-    if (!buffer.open(path))
-        setstate(failbit);
-}
-
-void PetalFile::close()
-{
-    if (!buffer.close())
-        setstate(failbit);
-}
-
-void PetalFile::append(std::string_view text)
-{
-    const auto size = static_cast<std::streamsize>(text.size());
-    if (good() && buffer.sputn(text.data(), size) != size)
-        giveUp();
-}
-
-bool PetalFile::makeRoom(std::size_t size)
-{
-    if (!good() || size > PetalFile::bufferSize)
-        return false;
-    if (buffer.makeRoom(size))
-        return true;
-    giveUp();
-    return false;
-}
-
-void PetalFile::giveUp()
-{
-    setstate(badbit);
-    buffer.poison();
 }

@@ -1,68 +1,30 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <ostream>
-#include <streambuf>
 #include <string_view>
 
-/// The stream's buffer: writes to a file in large pieces, and its free room is open to direct writing, so that a line
-/// costs no call. Where the file system can, space is set aside ahead of writing, which makes writing faster and keeps
-/// the file in one piece; what was too much is given back on closing.
-class PetalBuffer : public std::streambuf {
+/// The petal file. It is written in large pieces from a buffer whose free room is open to direct writing, so that a
+/// line costs no call. Where the file system can, space is set aside ahead of writing, which makes writing faster and
+/// keeps the file in one piece; what was too much is given back on closing.
+///
+/// After a failed write, or one in which the thread was cancelled, the file drops whatever else comes, so that a file
+/// that was cut off ends where it was cut. Whoever opens it closes it: its end writes nothing, since a thread can be
+/// cancelled in every write, and there must be a way out.
+class PetalFile {
 public:
-    PetalBuffer() = default;
-    ~PetalBuffer() override { close(); }
-    PetalBuffer(const PetalBuffer&) = delete;
-    PetalBuffer& operator=(const PetalBuffer&) = delete;
+    PetalFile() = default;
+    PetalFile(const PetalFile&) = delete;
+    PetalFile& operator=(const PetalFile&) = delete;
+    ~PetalFile() = default;
 
-    /// Opens `path` for writing and truncates it; false when that fails. Throws `std::bad_alloc`.
-    [[nodiscard]] bool open(const char* path);
-    [[nodiscard]] bool is_open() const { return file >= 0; }
-    /// Writes what is left and closes the file; false when any of it fails.
-    bool close();
-
-    /// Whether there is room for `size` bytes; nothing is written to find out.
-    [[nodiscard]] bool hasRoom(std::size_t size) const { return static_cast<std::size_t>(epptr() - pptr()) >= size; }
-    /// Where the room begins.
-    [[nodiscard]] char* room() const { return pptr(); }
-    /// Takes what was put into the room, up to `end`.
-    void take(const char* end) { pbump(static_cast<int>(end - pptr())); }
-    /// Writes what is in the buffer to the file; false when that fails.
-    [[nodiscard]] bool empty();
-    /// Writes enough of it that there is room for `size` bytes, which must not be more than the buffer has; false when
-    /// that fails.
-    [[nodiscard]] bool makeRoom(std::size_t size);
-    /// Forgets what has not reached the file yet and leaves no room for more.
-    void poison() { setp(nullptr, nullptr); }
-
-protected:
-    int_type overflow(int_type byte) override;
-    std::streamsize xsputn(const char* text, std::streamsize size) override;
-    int sync() override { return empty() ? 0 : -1; }
-
-private:
-    [[nodiscard]] std::size_t filled() const { return static_cast<std::size_t>(pptr() - pbase()); }
-    [[nodiscard]] bool writeUpTo(std::size_t end);
-    [[nodiscard]] bool write(std::string_view bytes);
-    void setSpaceAside(std::size_t size);
-
-    int file = -1;
-    std::size_t written = 0;  // bytes in the file
-    std::size_t setAside = 0; // bytes that the file has space for; 0 when the file system cannot
-    bool canSetAside = false;
-    std::unique_ptr<char[]> area;
-};
-
-/// The petal file. After a failed write the stream stays failed and drops whatever else comes, so that a file that
-/// was cut off ends where it was cut.
-class PetalFile : public std::ostream {
-public:
-    PetalFile();
-    ~PetalFile() override;
-
-    /// Opens `path` for writing and truncates it. The stream is failed afterwards when that did not work.
+    /// Opens `path` for writing and truncates it; the file must be closed. It has failed afterwards when that did not
+    /// work. Throws `std::bad_alloc`.
     void open(const char* path);
-    [[nodiscard]] bool is_open() const { return buffer.is_open(); }
+    [[nodiscard]] bool isOpen() const { return file >= 0; }
+    /// Whether opening it or writing to it has failed.
+    [[nodiscard]] bool hasFailed() const { return failed; }
+    /// Writes what is left and closes the file.
     void close();
 
     /// The file is mostly written in pieces that begin and end at multiples of this; a text larger than the buffer puts
@@ -72,20 +34,30 @@ public:
     /// The room of an empty buffer: a piece, and what the line at its end has beyond it.
     static constexpr std::size_t bufferSize = pieceSize + std::size_t{16} * 1024;
 
-    /// Whether the stream's buffer has room for `size` bytes, at least one.
-    [[nodiscard]] bool hasRoom(std::size_t size) const { return buffer.hasRoom(size); }
-    /// Makes room for `size` bytes; false when the buffer is too small for them or the stream has failed.
+    /// Whether the buffer has room for `size` bytes, at least one; nothing is written to find out.
+    [[nodiscard]] bool hasRoom(std::size_t size) const { return static_cast<std::size_t>(end - next) >= size; }
+    /// Makes room for `size` bytes; false when the buffer is too small for them or the file takes no more.
     [[nodiscard]] bool makeRoom(std::size_t size);
     /// Where the room begins; to be filled and given back with `take`.
-    [[nodiscard]] char* room() const { return buffer.room(); }
-    void take(const char* end) { buffer.take(end); }
+    [[nodiscard]] char* room() const { return next; }
+    void take(char* filledUpTo) { next = filledUpTo; }
     /// Writes a text of any size.
     void append(std::string_view text);
 
 private:
-    void giveUp();
+    [[nodiscard]] std::size_t filled() const { return static_cast<std::size_t>(next - area.get()); }
+    bool writeOut(std::size_t size);
+    bool write(std::string_view bytes);
+    void setSpaceAside(std::size_t size);
 
-    PetalBuffer buffer;
+    std::unique_ptr<char[]> area;
+    char* next = nullptr; // the room in the buffer, none unless the file is open and has not failed
+    char* end = nullptr;
+    int file = -1;
+    bool failed = false;
+    bool canSetAside = false;
+    std::size_t written = 0;  // bytes in the file
+    std::size_t setAside = 0; // bytes that the file has space for; 0 when the file system cannot
 };
 
 extern PetalFile theFile;

@@ -3,7 +3,7 @@
 #include "petal/Indentation.h"
 #include "petal/Pieces.h"
 
-#include <exception>
+#include <algorithm>
 
 /// How lines come into the file. A line is its start (`indent`) and pieces one after the other: keywords, numbers,
 /// `quoted(...)`, `guarded(...)`, `makeRoseDesc(...)`. A text of the model needs one of these wrappers.
@@ -84,25 +84,51 @@ template <class... Pieces>
     writePieces(Indentation(indent), pieces...);
 }
 
-/// A list: opens on a line of its own, raises the level for its entries, and closes on the last line written when the
-/// scope ends. An exception on its way out closes nothing: the file ends where writing ended.
-class List {
-public:
-    template <std::size_t Size>
-    explicit List(const char (&opening)[Size]) : exceptions(std::uncaught_exceptions())
-    {
-        line(opening);
-        increaseIndent();
-    }
-    ~List()
-    {
-        decreaseIndent();
-        if (std::uncaught_exceptions() == exceptions)
-            append(")");
-    }
-    List(const List&) = delete;
-    List& operator=(const List&) = delete;
+// What stands in parentheses. Everything but single values opens and closes through these; what is left early, by an
+// exception or because the thread ends, stays open, so that the file ends where writing ended.
 
-private:
-    int exceptions;
-};
+/// Writes an object: the first line that `write` writes opens it, and it closes on the last.
+template <class Write>
+void object(const Write& write)
+{
+    write();
+    append(")");
+}
+
+/// Writes what `write` writes one level deeper.
+template <class Write>
+void deeper(const Write& write)
+{
+    increaseIndent();
+    write();
+    decreaseIndent();
+}
+
+/// Writes a list that opens on a line of its own; its entries stand at the same level.
+template <std::size_t Size, class Write>
+void flatList(const char (&opening)[Size], const Write& writeEntries)
+{
+    line(opening);
+    writeEntries();
+    append(")");
+}
+
+/// Writes a list whose entries stand one level deeper.
+template <std::size_t Size, class Write>
+void list(const char (&opening)[Size], const Write& writeEntries)
+{
+    flatList(opening, [&] { deeper(writeEntries); });
+}
+
+/// Writes a list of those elements that `isWritten` says; nothing when there are none.
+template <std::size_t Size, class Elements, class IsWritten, class Write>
+void listOf(const char (&opening)[Size], const Elements& elements, IsWritten isWritten, const Write& writeEntry)
+{
+    if (std::none_of(elements.begin(), elements.end(), [&](const auto* element) { return isWritten(*element); }))
+        return;
+    list(opening, [&] {
+        for (auto* const element : elements)
+            if (isWritten(*element))
+                writeEntry(*element);
+    });
+}

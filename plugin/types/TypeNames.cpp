@@ -15,24 +15,6 @@ namespace {
 // Holds the last name that had to be put together.
 std::string typeBuffer;
 
-// A model names few types again and again, and its types stay as they are while it is exported.
-struct KnownName {
-    const KivType* type = nullptr;
-    KivString name;
-};
-constexpr int knownNameBits = 6;
-std::array<KnownName, 1 << knownNameBits> knownCppNames;
-
-const KivString& cppTypeName(const KivType* type)
-{
-    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15;
-    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(type));
-    KnownName& known = knownCppNames[(address * odd) >> (64 - knownNameBits)];
-    if (known.type != type)
-        known = {type, buildCppTypeName(type)};
-    return known.name;
-}
-
 enum class TypeSystem { AsIs, Java, Oracle, Cpp, Unknown };
 
 std::uint64_t knownRevision = 0;
@@ -126,7 +108,7 @@ std::string_view getTypeString(KivType* type)
     case TypeSystem::Unknown:
         break;
     }
-    return cppTypeName(type).view();
+    return buildCppTypeName(type).view();
 }
 
 bool isCppTypeSystem()
@@ -162,5 +144,6 @@ void releaseTypeNames() noexcept
 {
     enumClasses.removeAll();
     writtenEnumClasses = 0;
-    knownCppNames = {};
+    std::string().swap(typeBuffer);
+    knownRevision = 0;
 }

@@ -24,5 +24,5 @@ std::string_view buildJavaTypeName(const KivType* type);
 /// The Oracle column type of a type with its length and scale; valid until the next call.
 std::string_view buildOracleTypeName(const KivType* type);
 
-/// Empties `enumClasses` and lets go of the last name.
+/// Empties `enumClasses`, lets go of the last name and forgets the type system.
 void releaseTypeNames() noexcept;
