@@ -2,9 +2,12 @@
 
 #include "model/NumberBlocks.h"
 
+#include <optional>
+
 namespace {
 
-long blockSize(const KivObject& object)
+// How many numbers an object reserves; what is no model object has none.
+std::optional<long> blockSize(const KivObject& object)
 {
     switch (object.elementType) {
     case KivElementType::ClassDiagram:
@@ -18,7 +21,7 @@ long blockSize(const KivObject& object)
     case KivElementType::Generalization:
         return GeneralizationBlock(static_cast<const KivGeneralization&>(object)).size();
     default:
-        return 1;
+        return object.isInstanceOf(KivElementType::ModelObject) ? std::optional<long>(1) : std::nullopt;
     }
 }
 
@@ -26,10 +29,11 @@ long blockSize(const KivObject& object)
 
 void KivSetPID::post_process(KivObject* object, void* /*context*/)
 {
-    if (!object->isInstanceOf(KivElementType::ModelObject))
+    const std::optional<long> size = blockSize(*object);
+    if (!size)
         return;
     static_cast<KivModelObject*>(object)->pid = counter;
-    counter += blockSize(*object);
+    counter += *size;
     if (object->elementType == KivElementType::ClassDiagram)
         ++diagramCount;
 }

@@ -130,6 +130,44 @@ TEST(Numbering, GivesContentsTheirNumbersBeforeTheirHolder)
     }
 }
 
+namespace {
+
+// A class of a host's own: its code is in no table, so only it can say what it is.
+class HostElement final : public KivModelElement {
+public:
+    explicit HostElement(bool isModelObject)
+        : KivModelElement(static_cast<KivElementType>(200)), saysModelObject(isModelObject)
+    {
+    }
+    [[nodiscard]] bool isInstanceOf(KivElementType code) const override
+    {
+        return code == KivElementType::ModelObject ? saysModelObject : KivModelElement::isInstanceOf(code);
+    }
+
+private:
+    bool saysModelObject;
+};
+
+} // namespace
+
+TEST(Numbering, AsksAHostsOwnClassWhetherItIsAModelObject)
+{
+    ModelBuilder builder;
+    KivDesignPackage* const package = builder.package("P");
+    HostElement counted(true);
+    HostElement other(false);
+    for (KivObject* const element : std::initializer_list<KivObject*>{&counted, &other})
+        package->modelElements.add(element);
+    other.pid = 7;
+    EXPECT_EQ(number(builder.model), firstNumber + 3) << "counted, package, model";
+    EXPECT_EQ(counted.pid, firstNumber);
+    EXPECT_EQ(other.pid, 7);
+    KivZeroPID reset;
+    builder.model.depthTraversal(reset, nullptr);
+    EXPECT_EQ(counted.pid, 0);
+    EXPECT_EQ(other.pid, 7);
+}
+
 TEST(Numbering, GoesPast32Bits)
 {
     ModelBuilder builder;

@@ -1,6 +1,6 @@
 #include "diagrams/Geometry.h"
 
-#include "plugin/diagrams/Written.h"
+#include "plugin/support/Written.h"
 
 #include <climits>
 

@@ -1,6 +1,6 @@
 #include "diagrams/Labels.h"
 
-#include "plugin/diagrams/Written.h"
+#include "plugin/support/Written.h"
 
 #include <climits>
 #include <gmock/gmock.h>

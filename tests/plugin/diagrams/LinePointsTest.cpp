@@ -1,7 +1,7 @@
 #include "diagrams/LinePoints.h"
 
 #include "kiv/KivIbmRationalRose98ExportVertices.h"
-#include "plugin/diagrams/Written.h"
+#include "plugin/support/Written.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -12,7 +12,6 @@ std::string written(const Write& write)
     const TemporaryPath path;
     resetIndent();
     increaseIndent();
-    theFile.clear();
     theFile.open(path.get());
     write();
     theFile.close();
