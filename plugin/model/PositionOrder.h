@@ -18,6 +18,7 @@ public:
     {
         if (isInOrder)
             return;
+        sorted.reserve(collection.count());
         std::copy_if(collection.begin(), collection.end(), std::back_inserter(sorted),
                      [](const Element* element) { return element; });
         std::stable_sort(sorted.begin(), sorted.end(),

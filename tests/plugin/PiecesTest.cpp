@@ -36,7 +36,7 @@ TEST(Indentation, IsCrLfAndTabs)
         step == '+' ? increaseIndent() : decreaseIndent();
         depth = std::max(0, depth + (step == '+' ? 1 : -1));
         EXPECT_EQ(indent.depth, depth);
-        EXPECT_EQ(indent.text().view(), "\r\n" + std::string(static_cast<std::size_t>(depth), '\t'));
+        EXPECT_EQ(indent.text().view(), std::string("\r\n").append(static_cast<std::size_t>(depth), '\t'));
     }
     resetIndent();
     EXPECT_EQ(indent.depth, 0);
@@ -163,9 +163,12 @@ TEST(Pieces, DoNotDependOnTheBuffer)
         block.insert(size / 2 + 1, "|");
         std::string escaped = plain;
         escaped.replace(size / 2, 1, "\\n");
+        std::string expected;
+        for (const std::string& piece : {std::string(size, 'a'), escaped})
+            expected.append("\"").append(piece).append("\"");
+        expected.append("\n|").append(block).append("\n\"").append(size, 'a').append("\"");
         ASSERT_TRUE(written([&] { append(quoted(name), quoted(text), makeRoseDesc(text), makeRoseDesc(name)); }) ==
-                    "\"" + std::string(size, 'a') + "\"\"" + escaped + "\"\n|" + block + "\n\"" +
-                        std::string(size, 'a') + "\"")
+                    expected)
             << size << " bytes";
     }
 }

@@ -4,73 +4,6 @@
 
 namespace {
 
-TEST(ClassDiagram, Empty)
-{
-    EXPECT_EQ(objectWith("ClassDiagram", Drawing().written()), petalLines(R"-(
-        (object ClassDiagram "Main"
-        quid       \t"3449E000000A"
-        title      \t"Main"
-        zoom       \t100
-        max_height \t28350
-        max_width  \t21600
-        origin_x   \t0
-        origin_y   \t0
-        items\t(list diagram_item_list)))-"));
-}
-
-// The package takes a level away and every diagram adds one; the views are numbered anew, but not what they stand for.
-TEST(ClassDiagram, EveryFurtherOneOfAPackageStandsDeeper)
-{
-    Drawing drawing;
-    drawing.package("Orders", drawing.view);
-    KivClassDiagram* const side = drawing.diagram("Side", drawing.view);
-    drawing.main->description = side->description = "described";
-    const auto expected = [](std::string_view name, std::string_view quid, std::string_view view,
-                             std::string_view label) {
-        std::string text = R"-(
-    (object ClassDiagram "NAME"
-    quid       \t"QUID"
-    title      \t"NAME"
-    zoom       \t100
-    max_height \t28350
-    max_width  \t21600
-    origin_x   \t0
-    origin_y   \t0
-    items\t(list diagram_item_list
-        (object CategoryView "LogicalView::Orders" @VIEW
-        location\t\t(260,400)
-        label      \t(object ItemLabel
-        \tParent_View \t@VIEW
-        \tlocation\t\t(60,340)
-        \tnlines\t\t1
-        \tmax_width\t400
-        \tjustify\t\t0
-        \tlabel      \t"Orders")
-        icon_style \t "Icon"
-        line_color \t 3342489
-        fill_color \t 13434879
-        quidu      \t"344A1400000A"
-        width\t\t400
-        height\t\t200)
-        (object Label @LABEL
-        location\t(0,0)
-        nlines\t\t1
-        max_width\t600
-        label      \t"described"))))-";
-        for (const auto& [word, value] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
-                 {"NAME", name}, {"QUID", quid}, {"VIEW", view}, {"LABEL", label}})
-            for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += value.size())
-                text.replace(at, word.size(), value);
-        return petalLines(text);
-    };
-    const std::string text = drawing.written();
-    EXPECT_EQ(objectWith("ClassDiagram \"Main\"", text), expected("Main", "3449E000000B", "10", "12"));
-    std::string deeper = expected("Side", "3449E0000BC3", "6023", "3012");
-    for (std::size_t at = 0; (at = deeper.find("\r\n", at)) != std::string::npos; at += 3)
-        deeper.insert(at + 2, 1, '\t');
-    EXPECT_EQ(objectWith("ClassDiagram \"Side\"", text), deeper);
-}
-
 // Sub-packages come before the diagrams of their parent; a diagram of another kind takes no index.
 TEST(ClassDiagram, IndexesRunThroughThePackageTree)
 {
@@ -109,64 +42,6 @@ TEST(CategoryViews, KeepThePlacesOfPackagesOfOtherKinds)
               R"-(CategoryView "LogicalView::Logical View" @12 CategoryView "LogicalView::Bob \"B\"" @13)-");
     EXPECT_EQ(entries("quidu", objectWith("diagram_item_list", text)),
               R"("344A1400000B" "344A1400000C" "344A1400000D")");
-}
-
-TEST(Notes, AreNumberedAsTheyAreWritten)
-{
-    Drawing drawing;
-    drawing.skipNumbers(488);
-    for (const char* const name : {"Order", "Item"})
-        drawing.note(name, drawing.drawClass(name));
-    for (const char* const text : {"one", "two \"2\"", ""})
-        drawing.note(text, drawing.main);
-    drawing.main->description = "C:\\models";
-    const std::string text = objectWith("ClassDiagram", drawing.written());
-    EXPECT_EQ(entries("quid", text), "\"3449E00001F4\"") << "the diagram's number is 500";
-    EXPECT_EQ(text.substr(text.find("\r\n\t\t\t(object Label")), petalLines(R"-(
-            (object Label @501
-            location\t(0,0)
-            nlines\t\t1
-            max_width\t600
-            label      \t"one")
-            (object Label @502
-            location\t(0,0)
-            nlines\t\t3
-            max_width\t600
-            label      \t)-") + "\n|two \"2\"\n" + petalLines(R"-()
-            (object Label @503
-            location\t(0,0)
-            nlines\t\t1
-            max_width\t600
-            label      \t"")
-            (object NoteView @504
-            location\t(0,0)
-            label      \t(object ItemLabel
-            \tParent_View \t@504
-            \tlocation\t\t(0,0)
-            \tnlines\t\t1
-            \tmax_width\t240
-            \tlabel      \t"Order"))
-            (object NoteView @505
-            location\t(0,0)
-            label      \t(object ItemLabel
-            \tParent_View \t@505
-            \tlocation\t\t(0,0)
-            \tnlines\t\t1
-            \tmax_width\t240
-            \tlabel      \t"Item"))
-            (object AttachView "" @506
-            client     \t@504
-            supplier   \t@498
-            line_style \t0)
-            (object AttachView "" @507
-            client     \t@505
-            supplier   \t@499
-            line_style \t0)
-            (object Label @508
-            location\t(0,0)
-            nlines\t\t1
-            max_width\t600
-            label      \t"C:\\\\models"))))-"));
 }
 
 // The attach lines of a text, as "note view>what it is attached to".
@@ -294,8 +169,9 @@ TEST(Notes, OfViewsWhoseNumbersWrap)
 // Every kind of view, on both diagrams.
 class EveryView : public testing::Test {
 protected:
-    explicit EveryView(const char* name = "name")
+    EveryView()
     {
+        const char* const name = "name";
         drawing.package(name, drawing.view);
         KivClass* const classes[] = {drawing.addClass(name, drawing.view), drawing.addClass(name, drawing.view),
                                      drawing.addClass(name, drawing.view)};
@@ -336,21 +212,6 @@ TEST_F(EveryView, HasANumberOfItsOwnAndReferencesFindIt)
     EXPECT_EQ(std::set<long>(numbers.begin(), numbers.end()).size(), numbers.size());
     for (std::size_t at = 0; (at = text.find("\t@", at)) != std::string::npos; ++at)
         EXPECT_TRUE(numbers.contains(std::stol(text.substr(at + 2)))) << text.substr(text.rfind('\n', at), 40);
-}
-
-class EveryGuardedView : public EveryView {
-protected:
-    EveryGuardedView() : EveryView("q\"") {}
-};
-
-TEST_F(EveryGuardedView, HasNamesAndStereotypesThatEndWhereTheyEnd)
-{
-    EXPECT_EQ(countOf("q\"", text), 0U);
-    // Heads and labels of a sub-package, three classes, an association and its two roles, five inheritance views and a
-    // dependency; the heads of two trees.
-    EXPECT_EQ(countOf("q\\\"", objectWith("ClassDiagram \"Main\"", text)), 2U * (1 + 3 + 3 + 5 + 1) + 2);
-    EXPECT_EQ(countOf("<<s\\>>", text), 0U);
-    EXPECT_EQ(countOf("\"<<s\\\\>>\"", objectWith("ClassDiagram \"Main\"", text)), 3U + 2 + 5 + 1);
 }
 
 } // namespace

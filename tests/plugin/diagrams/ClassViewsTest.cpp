@@ -4,66 +4,6 @@
 
 namespace {
 
-TEST(ClassView, WithEverything)
-{
-    Drawing drawing;
-    KivClass* const order = drawing.drawClass("Order");
-    order->classType = 9;
-    order->stereotype = "entity";
-    for (const char* const name : {"a", "b", "c"})
-        drawing.attribute(name, order);
-    drawing.operation("d", order);
-    drawing.operation("e", order);
-    drawing.projection(order, drawing.diagram("Side", drawing.view), 7, 7, 7, 7);
-    KivProjection* const projection = drawing.projection(order, drawing.main, 100, 50, 81, 41);
-    drawing.projection(order, drawing.main, 8, 8, 8, 8);
-    projection->lineColor = -1;
-    projection->fillColor = 255;
-    projection->fontColor = 65280;
-    projection->fontName = "Sans \"S\"";
-    projection->fontSize = 12;
-    EXPECT_EQ(viewWith(15, drawing.written()), petalLines(R"-(
-            (object ClassView "Class" "Order" @15
-            \tShowCompartmentStereotypes\t\tTRUE
-            \tIncludeAttribute \tTRUE
-            \tIncludeOperation \tTRUE
-            \tlocation\t\t\t(100,50)
-            \tfont\t\t(object Font
-            \t\tsize\t12
-            \t\tface\t"Sans \\"S\\""
-            \t\tcolor\t65280)
-                label      \t(object ItemLabel
-                \tParent_View \t@15
-                \tlocation\t\t(69,86)
-                \tnlines\t\t2
-                \tmax_width\t80
-                \tjustify\t\t0
-                \tlabel      \t"Order")
-                stereotype \t(object ItemLabel
-                \tParent_View \t@15
-                \tlocation\t\t(69,41)
-                \tanchor     \t10
-                \tnlines     \t1
-                \tmax_width  \t240
-                \tlabel      \t"<<entity>>")
-            \ticon\t\t\t"Interface"
-            \ticon_style\t\t"Label"
-            \tline_color \t -1
-            \tfill_color \t 255
-            \tquidu      \t"3449E200000F"
-            \tcompartment \t(object Compartment
-            \t\tParent_View \t@15
-            \t\tlocation\t\t\t(69,146)
-            \t\tfill_color \t\t255
-            \t\tanchor\t\t\t2
-            \t\tnlines\t\t\t5
-            \t\tmax_width\t\t81)
-            \twidth\t\t81
-            \theight\t\t41
-            \tannotation\t8
-            \tautoResize \tTRUE))-"));
-}
-
 TEST(ClassView, WithoutGeometry)
 {
     for (const bool hasProjection : {true, false}) {

@@ -17,31 +17,6 @@ std::string sizeOf(long long lines, long long maxWidth)
     return "\r\n\t\tnlines\t\t" + std::to_string(lines) + "\r\n\t\tmax_width\t" + std::to_string(maxWidth) + "\r\n";
 }
 
-TEST(ItemLabel, IsWrittenLineByLine)
-{
-    EXPECT_EQ(written([] {
-                  printItemLabel(26, {69, -86}, 400, "Order");
-              }),
-              petalLines(R"-(
-    label      \t(object ItemLabel
-    \tParent_View \t@26
-    \tlocation\t\t(69,-86)
-    \tnlines\t\t1
-    \tmax_width\t400
-    \tjustify\t\t0
-    \tlabel      \t"Order"))-"));
-    EXPECT_EQ(written([] {
-                  printItemLabel(-7, {0, 0}, 240, makeRoseDesc("C:\\temp"));
-              }),
-              petalLines(R"-(
-    label      \t(object ItemLabel
-    \tParent_View \t@-7
-    \tlocation\t\t(0,0)
-    \tnlines\t\t1
-    \tmax_width\t240
-    \tlabel      \t"C:\\\\temp"))-"));
-}
-
 TEST(ItemLabel, SizesOfNames)
 {
     struct Row {

@@ -3,10 +3,6 @@
 #include "kiv/KivIbmRationalRose98ExportVertices.h"
 #include "plugin/support/Written.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <random>
-
 namespace {
 
 // A line as the exported class gives it: its points one after the other, its ends, its shape.
@@ -212,68 +208,6 @@ TEST_F(LinePoints, StandOneLevelDeeperAndAreAppendedByEveryCall)
     resetIndent();
     EXPECT_EQ(vertices.getLinePoints(), "\r\n\t\t\t(1,2)\r\n\t\t\t(3,4)\r\n\t(1,2)\r\n\t(3,4)");
     EXPECT_EQ(indent.text(), "\r\n");
-}
-
-// The rules once more, on top of what the C library takes for a number.
-std::string readPoint(const std::string& text, long& x, long& y)
-{
-    const auto clampToInt = [](long number) { return std::clamp(number, -2147483648L, 2147483647L); };
-    const char* const xBegin = text.c_str() + text.rfind('(') + 1;
-    char* xEnd = nullptr;
-    char* yEnd = nullptr;
-    x = clampToInt(std::strtol(xBegin, &xEnd, 10));
-    y = *xEnd == ',' ? clampToInt(std::strtol(xEnd + 1, &yEnd, 10)) : 0;
-    const bool isPoint = xBegin != text.c_str() && xEnd != xBegin && yEnd && yEnd != xEnd + 1 && *yEnd == ')';
-    if (!isPoint)
-        x = y = 0;
-    return std::string("(").append(std::to_string(x)).append(",").append(std::to_string(y)).append(")");
-}
-
-Line readLine(const std::string& text)
-{
-    Line line = {"", "(0,0)", "(0,0)", true};
-    long lastX = 0;
-    long lastY = 0;
-    for (std::size_t begin = 0, end = 0; (end = text.find(')', begin)) != std::string::npos; begin = end + 1) {
-        long x = 0;
-        long y = 0;
-        line.terminal = readPoint(text.substr(begin, end + 1 - begin), x, y);
-        if (begin == 0)
-            line.origin = line.terminal;
-        else if (x != lastX && y != lastY)
-            line.isRectilinear = false;
-        line.points += line.terminal;
-        lastX = x;
-        lastY = y;
-    }
-    return line;
-}
-
-TEST_F(LinePoints, OfRandomTextsAreTheSameForTheClassAndTheViews)
-{
-    const Scales scales(1, 1);
-    constexpr const char* pieces[] = {
-        "(",     "(",     ")",         ")",       ",",  ",", "1",          "2",
-        "-",     "+",     " ",         "\r\n",    "\n", "x", "2147483648", "99999999999999999999",
-        "(1,2)", "(1,5)", "\r\n(4,5)", "( 4,\t2)"};
-    std::minstd_rand random(1);
-    std::vector<std::string> texts(5000);
-    for (std::string& text : texts)
-        for (std::size_t count = random() % 16; count > 0; --count)
-            text += pieces[random() % std::size(pieces)];
-
-    const std::string file = written([&] {
-        for (const std::string& text : texts)
-            printLine(KivString(text));
-    });
-    std::size_t place = 0;
-    for (const std::string& text : texts) {
-        ASSERT_EQ(lineOf(text), readLine(text)) << text;
-        const std::string view = viewOf(text);
-        ASSERT_EQ(file.substr(place, view.size()), view) << text;
-        place += view.size();
-    }
-    EXPECT_EQ(place, file.size());
 }
 
 } // namespace

@@ -4,91 +4,6 @@
 
 namespace {
 
-TEST(InheritView, OfASingleSubtype)
-{
-    Drawing drawing;
-    KivClass* const party = drawing.drawClass("Party");       // 10
-    KivClass* const customer = drawing.drawClass("Customer"); // 11
-    auto* const is = drawing.draw(drawing.generalization("is a", drawing.view, {customer}, {party}));
-    is->stereotype = "kind";
-    drawing.projection(party, drawing.main, 100, 100, 80, 40);
-    drawing.projection(customer, drawing.main, 100, 300, 80, 41);
-    drawing.lineProjection(is, drawing.main, "(10,20)\r\n(10,80)")->lineColor = 255;
-    const std::string text = objectWith("ClassDiagram", drawing.written());
-    EXPECT_EQ(text.substr(text.find("\r\n\t\t\t\t(object Inherit")), petalLines(R"-(
-                (object InheritView "is a" @13
-                label      \t(object ItemLabel
-                \tParent_View \t@13
-                \tlocation\t\t(100,280)
-                \tnlines\t\t1
-                \tmax_width\t600
-                \tjustify\t\t0
-                \tlabel      \t"is a")
-                stereotype \t(object SegLabel @14
-                \tParent_View \t@13
-                \tlocation\t\t(112,400)
-                \tanchor     \t10
-                \tanchor_loc \t1
-                \tnlines     \t1
-                \tmax_width  \t200
-                \tjustify    \t0
-                \tlabel      \t"<<kind>>"
-                \tpctDist    \t0.400018
-                \theight     \t25
-                \torientation \t1)
-                line_color \t255
-                quidu      "3449E800000D"
-                client \t@11
-                supplier \t@10
-                vertices\t(list Points
-                    (10,20)
-                    (10,80))
-                line_style\t3
-                origin_attachment     (10,20)
-                terminal_attachment   (10,80)))))-"));
-}
-
-TEST(InheritView, OfSeveralSubtypesHangsOnATree)
-{
-    Drawing drawing;
-    KivClass* const party = drawing.drawClass("Party");                      // 10
-    KivClass* const customer = drawing.drawClass("Customer");                // 11
-    KivClass* const elsewhere = drawing.addClass("Elsewhere", drawing.view); // 12
-    KivClass* const employee = drawing.drawClass("Employee");                // 13
-    auto* const is =
-        drawing.draw(drawing.generalization("", drawing.view, {customer, elsewhere, employee}, {party})); // 14
-    drawing.projection(party, drawing.main, 100, 100, 80, 40);
-    drawing.projection(customer, drawing.main, 50, 300, 80, 40);
-    drawing.projection(employee, drawing.main, 150, 320, 80, 40);
-    drawing.lineProjection(is, drawing.main, "(10,20)\r\n(10,80)")->lineColor = 255;
-    const std::string text = objectWith("ClassDiagram", drawing.written());
-    EXPECT_EQ(text.substr(text.find("\r\n\t\t\t(object InheritTree")), petalLines(R"-(
-            (object InheritTreeView "" @14
-            location\t\t(100,200)
-            supplier   \t@10
-            vertices   \t(list Points
-            \t(100,200)
-            \t(100,120)))
-                (object InheritView "" @15
-                line_color \t255
-                quidu      "3449E800000F"
-                client \t@11
-                supplier \t@10
-                line_style\t3
-                origin_attachment     (50,200)
-                terminal_attachment   (50,280)
-                drawSupplier \t@14)
-                (object InheritView "" @21
-                line_color \t255
-                quidu      "3449E8000015"
-                client \t@13
-                supplier \t@10
-                line_style\t3
-                origin_attachment     (150,200)
-                terminal_attachment   (150,300)
-                drawSupplier \t@14))))-"));
-}
-
 // How a class takes part in a generalization.
 enum class Part { Drawn, NotDrawn, Hidden, Null };
 
@@ -205,45 +120,6 @@ TEST(InheritView, ForkOfATree)
                   row.points)
             << row.what;
     }
-}
-
-TEST(UsesView, OfTwoClasses)
-{
-    Drawing drawing;
-    KivClass* const order = drawing.drawClass("Order");
-    KivClass* const clock = drawing.drawClass("Clock");
-    KivDependency* const reads = drawing.draw(drawing.dependency("reads", drawing.view, order, clock));
-    reads->stereotype = "use";
-    drawing.lineProjection(reads, drawing.main, "(0,0)\r\n(50,50)")->lineColor = 255;
-    EXPECT_EQ(viewWith(12, drawing.written()), petalLines(R"-(
-            (object UsesView "reads" @12
-            label      \t(object ItemLabel
-            \tParent_View \t@12
-            \tlocation\t\t(12,60)
-            \tnlines\t\t1
-            \tmax_width\t600
-            \tjustify\t\t0
-            \tlabel      \t"reads")
-            stereotype \t(object SegLabel @13
-            \tParent_View \t@12
-            \tlocation\t\t(12,-60)
-            \tanchor     \t10
-            \tanchor_loc \t1
-            \tnlines     \t1
-            \tmax_width  \t180
-            \tjustify    \t0
-            \tlabel      \t"<<use>>"
-            \tpctDist    \t0.400018
-            \theight     \t25
-            \torientation \t0)
-            line_color \t255
-            quidu      "3449E000000C"
-            client \t@10
-            supplier \t@11
-            vertices\t(list Points
-                (0,0)
-                (50,50))
-            line_style\t0))-"));
 }
 
 // Three kinds of view whose lines are written alike; at the supplier the view may end.
