@@ -28,16 +28,19 @@ struct PlaceHash {
 };
 
 // The first projection on each diagram, for objects with many of them; filled object by object.
-std::unordered_map<Place, const KivProjection*, PlaceHash> firstProjections;
-std::unordered_set<const KivModelObject*> knownObjects;
+struct ProjectionTable {
+    std::unordered_map<Place, const KivProjection*, PlaceHash> firsts;
+    std::unordered_set<const KivModelObject*> objects;
 
-void rememberProjections(const KivModelObject& object)
-{
-    for (const KivProjection* const projection : object.projections)
-        if (projection)
-            firstProjections.emplace(Place(&object, projection->diagram), projection);
-    knownObjects.insert(&object);
-}
+    void add(const KivModelObject& object)
+    {
+        for (const KivProjection* const projection : object.projections)
+            if (projection)
+                firsts.emplace(Place(&object, projection->diagram), projection);
+        objects.insert(&object);
+    }
+};
+ProjectionTable known;
 
 } // namespace
 
@@ -83,10 +86,10 @@ const KivProjection* projectionOn(const KivModelObject& object, const KivClassDi
                          [&](const auto* projection) { return projection && projection->diagram == &diagram; });
         return found != object.projections.end() ? *found : nullptr;
     }
-    if (!knownObjects.contains(&object))
-        rememberProjections(object);
-    const auto found = firstProjections.find(Place(&object, &diagram));
-    return found != firstProjections.end() ? found->second : nullptr;
+    if (!known.objects.contains(&object))
+        known.add(object);
+    const auto found = known.firsts.find(Place(&object, &diagram));
+    return found != known.firsts.end() ? found->second : nullptr;
 }
 
 const KivProjection* geometryOn(const KivModelObject& object, const KivClassDiagram& diagram)
@@ -101,6 +104,5 @@ int viewNumber(int offset, long number)
 
 void releaseProjections() noexcept
 {
-    firstProjections = {};
-    knownObjects = {};
+    known = ProjectionTable();
 }

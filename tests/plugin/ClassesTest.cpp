@@ -31,10 +31,10 @@ TEST(Classes, OfEveryKind)
         theClass->classType = classType;
         const std::string elements = design.elements();
         EXPECT_EQ(elements.find("\r\n\t\t(object " + std::string(keyword) + " \"C\"\r\n"), 0U) << classType;
-        const bool isDataClass = classType == 0;
+        const bool isTyped = classType != 0;
         for (const char* const line :
-             {"abstract\t", "exportControl\t\"Public\"\r\n\t\tconcurrency", "operations\t", "parameters \t"})
-            EXPECT_EQ(elements.find(line) == std::string::npos, isDataClass) << classType << " " << line;
+             {"abstract\t", "concurrency\t\"Sequential\"\r\n\t\to", "operations\t", "parameters \t"})
+            EXPECT_EQ(elements.find(line) != std::string::npos, isTyped) << classType << " " << line;
         EXPECT_EQ(linesWith("class_attributes \t", elements).size(), 1U) << classType;
     }
 }
