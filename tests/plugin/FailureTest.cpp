@@ -240,6 +240,19 @@ TEST(Failure, OfAThreadThatIsCancelledInAWriteLeavesABeginningOfTheFile)
     EXPECT_TRUE(exportedFile(builder.model) == whole);
 }
 
+TEST(Failure, DoesNotComeFromACancellationThatMeetsTheCleanup)
+{
+    ModelBuilder builder;
+    fill(builder, builder.package("Logical View"));
+    const TemporaryPath path;
+    KivOptionList options = optionsFor(path.get());
+    RecordingLog log;
+    log.onEntry = [](const KivLogEntry&) { pthread_cancel(pthread_self()); }; // the first write is that of closing
+    EXPECT_EQ(outcomeOf(builder.model, options, log), "nothing");
+    EXPECT_EQ(path.content(), referenceFile());
+    expectNoTraces(builder.model);
+}
+
 TEST(Failure, OfARunInsideARunLeavesTheOuterOneAlone)
 {
     ModelBuilder builder;
