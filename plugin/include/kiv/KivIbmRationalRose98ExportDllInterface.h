@@ -20,10 +20,11 @@ public:
     ///
     /// Failures are exceptions of the type `KivException`, thrown after the same clean-up:
     /// `ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE`, `BRIDGE_UNCONVERTIBLE_TEXT` (the path), `ROS_E_PACKAGES_NESTED_TOO_DEEP`,
-    /// whatever `KivException` the log throws, and `BRIDGE_UNEXPECTED_ERROR` in place of any other exception. What was
-    /// written until then stays in the file. `ROS_E_EXPORT_RUNNING`, from a call inside a call, changes nothing. An
-    /// exception while the options are read reaches the caller as it is. A failure to write to the open file is not
-    /// reported: the rest of the text is dropped, so a complete file is known by its last line.
+    /// whatever `KivException` the log throws, and `BRIDGE_UNEXPECTED_ERROR` in place of any other exception, of
+    /// another language too. A thread that is cancelled or ends inside the call cleans up likewise. What was written
+    /// until then stays in the file. `ROS_E_EXPORT_RUNNING`, from a call inside a call, changes nothing. An exception
+    /// while the options are read reaches the caller as it is. A failure to write to the open file is not reported: the
+    /// rest of the text is dropped, so a complete file is known by its last line.
     int run(const KivString& name, KivModel& model, KivOptionList& options, KivLog& log);
 
     /// Replaces the content of `options` by the eight options that `run` reads, with their default values.
