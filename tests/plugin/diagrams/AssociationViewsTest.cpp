@@ -214,6 +214,16 @@ TEST_F(RolePlaces, ConstraintLabels)
         EXPECT_EQ(labelWith(18, text), row.associationLabel) << row.association;
         EXPECT_EQ(labelWith(14, text), row.roleLabel) << row.role;
     }
+    // Beside name and cardinality, at the other end of the line.
+    const std::string text = drawing.written({{BP_SHOW_CONSTRAINTS_IN_DIAGRAMS, "True"}});
+    const auto shapeOf = [&](long number) {
+        std::string shape;
+        for (const char* const keyword : {"location", "anchor", "pctDist", "height", "orientation"})
+            shape.append(entries(keyword, viewWith(number, text))).append(" ");
+        return shape;
+    };
+    EXPECT_EQ(shapeOf(18), "(12,120) 3 0.929314 25 1 ");
+    EXPECT_EQ(shapeOf(14), "(0,0) 3 0.929314 25 0 ");
 }
 
 TEST(AssociationView, LevelsAndMissingParts)

@@ -16,7 +16,9 @@ TEST(ClassDiagram, IndexesRunThroughThePackageTree)
     drawing.draw(order, drawing.diagram("In Sub", sub));
     drawing.draw(order, drawing.diagram("In Deep", deep));
     drawing.draw(order, drawing.diagram("In Late", late));
+    drawing.main->description = "a free label";
     const std::string text = drawing.written();
+    EXPECT_EQ(entries("max_width", objectWith("(object Label", text)), "600");
     // Order 10; Deep 11 to 3011; Sub with a plain diagram 3012 to 6013; Late 6014 to 9014; Main 9015; view and model.
     constexpr long multiplier = 12017;
     const char* const inOrder[] = {"In Deep", "In Sub", "In Late", "Main"};
