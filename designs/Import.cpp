@@ -3,8 +3,7 @@
 #include "designs/convert/PackageOrder.h"
 #include "designs/layout/Diagrams.h"
 #include "designs/layout/Layout.h"
-#include "designs/model/Names.h"
-#include "designs/model/References.h"
+#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
 
 #include <algorithm>
@@ -57,8 +56,8 @@ void moveBehind(std::vector<Item>& from, std::vector<Item>& to)
 // A Rose file has classes and diagrams in packages only, the outermost of which is the Logical View.
 void moveIntoLogicalView(Package& root)
 {
-    if (root.classifiers.empty() && root.associations.empty() && root.relationships.empty() &&
-        root.looseNotes.empty() && root.diagrams.empty())
+    if (root.classifiers.empty() && root.associations.empty() && root.relationships.empty() && root.remarks.empty() &&
+        root.diagrams.empty())
         return;
     auto view = std::find_if(root.packages.begin(), root.packages.end(),
                              [](const Package& package) { return package.name == logicalView; });
@@ -72,7 +71,7 @@ void moveIntoLogicalView(Package& root)
     moveBehind(root.classifiers, view->classifiers);
     moveBehind(root.associations, view->associations);
     moveBehind(root.relationships, view->relationships);
-    moveBehind(root.looseNotes, view->looseNotes);
+    moveBehind(root.remarks, view->remarks);
     moveBehind(root.diagrams, view->diagrams);
 }
 
@@ -120,36 +119,20 @@ void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout)
 
 } // namespace
 
-const Format* formatNamed(std::string_view name)
-{
-    const auto all = formats();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Format& format) { return format.name == name; });
-    return found == all.end() ? nullptr : &*found;
-}
-
-const Format* formatOf(const Source& source)
-{
-    const auto all = formats();
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&](const Format& format) { return format.recognizes(source); });
-    return found == all.end() ? nullptr : &*found;
-}
-
-ModelText importDesign(const Format& format, const Source& source, bool hasLayout, Report& report)
+Converted importDesign(const Format& format, const Source& source, bool hasLayout, Report& report)
 {
     Design design = format.read(source, report);
     if (!hasClassifiers(design.root))
         throwNothingFound(format, report);
     if (depthOf(design.root) > deepestPackage)
         throw UnreadableDesign("packages lie in each other more than " + std::to_string(deepestPackage) + " deep");
-    giveIdentifiers(design, report);
-    settleNames(design.root, report);
-    resolveEnds(design, report);
+    settle(design, report);
     moveIntoLogicalView(design.root);
     turnAssociations(design.root);
     {
         const Catalogue catalogue(design.root);
-        forEachPackage(design.root, [&](Package& package) { settleDiagrams(package, catalogue, report); });
+        forEachPackage(design.root,
+                       [&](Package& package) { settleDiagrams(package, design.kinds, catalogue, report); });
         if (hasLayout && !showsAnything(design.root))
             addOverviews(design.root, catalogue, report);
     }
@@ -157,7 +140,7 @@ ModelText importDesign(const Format& format, const Source& source, bool hasLayou
     giveIdentifiers(design, report);
     const Catalogue catalogue(design.root);
     prepareDiagrams(design.root, catalogue, hasLayout);
-    return writeModel(design, catalogue, report);
+    return convert(design, catalogue, report);
 }
 
 } // namespace design

@@ -4,9 +4,13 @@
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
 
+#include "kiv/KivPackage.h"
+
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace design {
@@ -17,12 +21,19 @@ struct Taken {
     std::size_t count = 0;
 };
 
-struct ModelText {
-    std::string text; ///< of a model file
+/// A design as a host's model.
+struct Converted {
+    std::unique_ptr<KivModel> model =
+        std::make_unique<KivModel>(); ///< complete: the collections that mirror references are filled
+    std::size_t objects = 1;          ///< model objects in it, the model itself included
+    std::unordered_map<const KivObject*, std::string> ids; ///< of what has one in the design
     std::vector<Taken> taken;
+
+    /// The identifier that an object has in the design; empty when it has none.
+    [[nodiscard]] std::string idOf(const KivObject& object) const;
 };
 
-/// Writes a design whose references all lead somewhere as the text of a model file.
-[[nodiscard]] ModelText writeModel(const Design& design, const Catalogue& catalogue, Report& report);
+/// Makes a model of a design whose references all lead somewhere.
+[[nodiscard]] Converted convert(const Design& design, const Catalogue& catalogue, Report& report);
 
 } // namespace design

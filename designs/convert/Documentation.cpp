@@ -6,12 +6,6 @@ namespace design {
 
 namespace {
 
-void addLine(std::string& text, const std::string& line)
-{
-    text += text.empty() ? "" : "\n";
-    text += line;
-}
-
 std::string joined(const std::vector<std::string>& texts)
 {
     std::string result;
@@ -67,8 +61,7 @@ std::string documentationOf(const Operation& operation)
 {
     std::string text = documentationOf(static_cast<const Element&>(operation));
     for (const Parameter& parameter : operation.parameters)
-        if (const std::string line = lineFor(parameter); !line.empty())
-            addLine(text, line);
+        addLine(text, lineFor(parameter));
     addMultiplicity(text, "Multiplicity of the result: ", operation.returnMultiplicity);
     return text;
 }

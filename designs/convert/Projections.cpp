@@ -1,7 +1,6 @@
 #include "designs/convert/Projections.h"
 
 #include "designs/layout/Geometry.h"
-#include "designs/model/Walk.h"
 
 #include <algorithm>
 #include <cmath>
@@ -69,40 +68,30 @@ Points wayOf(const Line& line, const Rectangle& from, const Rectangle& to)
 
 } // namespace
 
-Projections::Projections(const Package& root, const Catalogue& catalogue)
-{
-    forEachPackage(root, [&](const Package& package) {
-        for (const Diagram& diagram : package.diagrams)
-            addDiagram(diagram, catalogue);
-    });
-}
-
-void Projections::addDiagram(const Diagram& diagram, const Catalogue& catalogue)
+void Projections::add(const Diagram& diagram, KivClassDiagram& target)
 {
     BoxOfElement boxes;
     for (const Box& box : diagram.boxes) {
         boxes.emplace(box.elementId, &box);
         if (box.bounds && catalogue.classifier(box.elementId))
-            ofElements[box.elementId].push_back({diagram.id, box.bounds, {}, false, &box.appearance});
+            ofElements[box.elementId].push_back({&target, box.bounds, {}, false, &box.appearance});
     }
     for (const Line& line : diagram.lines)
-        addLine(diagram, line, catalogue, boxes);
+        addLine(target, line, boxes);
 }
 
-void Projections::addLine(const Diagram& diagram, const Line& line, const Catalogue& catalogue,
-                          const BoxOfElement& boxes)
+void Projections::addLine(KivClassDiagram& target, const Line& line, const BoxOfElement& boxes)
 {
     if (const Association* const association = catalogue.association(line.elementId))
-        return addAssociation(diagram, line, *association, boxes);
+        return addAssociation(target, line, *association, boxes);
     const Relationship* const relationship = catalogue.relationship(line.elementId);
     const Rectangle* const from = placeOf(boxes, relationship->client.id);
     const Rectangle* const to = placeOf(boxes, relationship->supplier.id);
     if (from && to)
-        ofElements[line.elementId].push_back(
-            {diagram.id, std::nullopt, wayOf(line, *from, *to), true, &line.appearance});
+        ofElements[line.elementId].push_back({&target, std::nullopt, wayOf(line, *from, *to), true, &line.appearance});
 }
 
-void Projections::addAssociation(const Diagram& diagram, const Line& line, const Association& association,
+void Projections::addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
                                  const BoxOfElement& boxes)
 {
     std::vector<const Rectangle*> places;
@@ -120,7 +109,7 @@ void Projections::addAssociation(const Diagram& diagram, const Line& line, const
         split = splitInTheMiddle(way);
     else if (const Rectangle* const symbol = placeOf(boxes, association.id))
         split.middle = centreOf(*symbol);
-    ofElements[line.elementId].push_back({diagram.id, at(split.middle), {}, false, &line.appearance});
+    ofElements[line.elementId].push_back({&target, at(split.middle), {}, false, &line.appearance});
     auto& ends = ofEnds[line.elementId];
     ends.resize(places.size());
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -130,58 +119,60 @@ void Projections::addAssociation(const Diagram& diagram, const Line& line, const
         else if (i == 1)
             part = std::move(split.toLast);
         const Point far = part.empty() ? centreOf(*places[i]) : part.back();
-        ends[i].push_back({diagram.id, at(middleOf(split.middle, far)), std::move(part), true, &line.appearance});
+        ends[i].push_back({&target, at(middleOf(split.middle, far)), std::move(part), true, &line.appearance});
     }
 }
 
-void Projections::write(JsonWriter& json, std::string_view elementId) const
+void Projections::addTo(KivModelObject& object, std::string_view elementId, ModelBuilder& builder) const
 {
     if (const auto found = ofElements.find(elementId); found != ofElements.end())
-        writeAll(json, found->second);
+        addAll(found->second, object, builder);
 }
 
-void Projections::writeRole(JsonWriter& json, std::string_view associationId, std::size_t end) const
+void Projections::addTo(KivAssociation& association, std::string_view elementId, ModelBuilder& builder) const
 {
-    if (const auto found = ofEnds.find(associationId); found != ofEnds.end())
-        writeAll(json, found->second[end]);
+    addTo(static_cast<KivModelObject&>(association), elementId, builder);
+    const auto found = ofEnds.find(elementId);
+    for (std::size_t i = 0; found != ofEnds.end() && i < found->second.size(); ++i)
+        addAll(found->second[i], *association.roles.at(i), builder);
 }
 
-void Projections::writeAll(JsonWriter& json, const std::vector<Projection>& projections)
+void Projections::addAll(const std::vector<Projection>& projections, KivModelObject& object, ModelBuilder& builder)
 {
-    json.beginList("projections");
     for (const Projection& projection : projections)
-        writeOne(json, projection);
-    json.endList();
+        object.projections.add(create(projection, builder));
 }
 
-void Projections::writeOne(JsonWriter& json, const Projection& projection)
+KivProjection* Projections::create(const Projection& projection, ModelBuilder& builder)
 {
-    json.beginObject();
-    json.member("diagram", projection.diagramId);
+    KivProjection* created = nullptr;
+    if (projection.isLine) {
+        auto* const line = builder.create<KivRelationshipProjection>();
+        line->vertices = KivString(textOf(projection.vertices));
+        created = line;
+    } else {
+        created = builder.create<KivProjection>();
+    }
+    created->diagram = projection.diagram;
     if (projection.bounds) {
         const Point centre = centreOf(*projection.bounds);
-        json.member("x", inUnits(centre.x));
-        json.member("y", inUnits(centre.y));
-        if (projection.bounds->width > 0 || projection.bounds->height > 0) {
-            json.member("width", inUnits(projection.bounds->width));
-            json.member("height", inUnits(projection.bounds->height));
-        }
+        created->x = inUnits(centre.x);
+        created->y = inUnits(centre.y);
+        created->width = inUnits(projection.bounds->width);
+        created->height = inUnits(projection.bounds->height);
     }
     const Appearance& appearance = *projection.appearance;
-    const auto writeColour = [&](std::string_view key, const std::optional<std::uint32_t>& colour) {
-        if (colour)
-            json.member(key, roseColour(*colour));
+    const auto setColour = [](int& target, const std::optional<std::uint32_t>& colour) {
+        target = colour ? roseColour(*colour) : target;
     };
-    writeColour("lineColor", appearance.lineColor);
-    writeColour("fillColor", appearance.fillColor);
-    writeColour("fontColor", appearance.fontColor);
+    setColour(created->lineColor, appearance.lineColor);
+    setColour(created->fillColor, appearance.fillColor);
+    setColour(created->fontColor, appearance.fontColor);
     if (!appearance.fontName.empty())
-        json.member("fontName", std::string_view(appearance.fontName));
+        created->fontName = builder.text(Element{}, appearance.fontName);
     if (appearance.fontSize >= 1)
-        json.member("fontSize", static_cast<int>(std::lround(std::min(appearance.fontSize, 1000.0))));
-    if (projection.isLine)
-        json.member("vertices", std::string_view(textOf(projection.vertices)));
-    json.endObject();
+        created->fontSize = static_cast<int>(std::lround(std::min(appearance.fontSize, 1000.0)));
+    return created;
 }
 
 } // namespace design

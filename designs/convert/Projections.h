@@ -1,6 +1,6 @@
 #pragma once
 
-#include "designs/convert/JsonWriter.h"
+#include "designs/convert/ModelBuilder.h"
 #include "designs/model/Catalogue.h"
 #include "designs/model/Design.h"
 
@@ -10,19 +10,22 @@
 
 namespace design {
 
-/// Where each element is drawn, as the model file says it: centres and sizes in units of a 300th of an inch.
+/// Where each element is drawn, as the host has it: centres and sizes in units of a 300th of an inch.
 class Projections {
 public:
-    Projections(const Package& root, const Catalogue& catalogue);
+    explicit Projections(const Catalogue& theCatalogue) : catalogue(theCatalogue) {}
 
-    /// The list of an element's projections, for a class, an association or another relationship.
-    void write(JsonWriter& json, std::string_view elementId) const;
-    /// The list of those of an association's end: the part of the line from the association's point to the class.
-    void writeRole(JsonWriter& json, std::string_view associationId, std::size_t end) const;
+    /// Takes in what a diagram shows; `target` is what the host has for it.
+    void add(const Diagram& diagram, KivClassDiagram& target);
+
+    /// Gives a class or a relationship the projections of its element.
+    void addTo(KivModelObject& object, std::string_view elementId, ModelBuilder& builder) const;
+    /// Its roles get the parts of the line from the association's point to their classes.
+    void addTo(KivAssociation& association, std::string_view elementId, ModelBuilder& builder) const;
 
 private:
     struct Projection {
-        std::string_view diagramId;
+        KivClassDiagram* diagram = nullptr;
         std::optional<Rectangle> bounds; ///< of a box; of a line without extent
         std::vector<Point> vertices;
         bool isLine = false;
@@ -30,13 +33,13 @@ private:
     };
     using BoxOfElement = std::unordered_map<std::string_view, const Box*>;
 
-    void addDiagram(const Diagram& diagram, const Catalogue& catalogue);
-    void addLine(const Diagram& diagram, const Line& line, const Catalogue& catalogue, const BoxOfElement& boxes);
-    void addAssociation(const Diagram& diagram, const Line& line, const Association& association,
+    void addLine(KivClassDiagram& target, const Line& line, const BoxOfElement& boxes);
+    void addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
                         const BoxOfElement& boxes);
-    static void writeAll(JsonWriter& json, const std::vector<Projection>& projections);
-    static void writeOne(JsonWriter& json, const Projection& projection);
+    static void addAll(const std::vector<Projection>& projections, KivModelObject& object, ModelBuilder& builder);
+    static KivProjection* create(const Projection& projection, ModelBuilder& builder);
 
+    const Catalogue& catalogue;
     std::unordered_map<std::string_view, std::vector<Projection>> ofElements;
     std::unordered_map<std::string_view, std::vector<std::vector<Projection>>> ofEnds; // by association, end
 };

@@ -4,10 +4,10 @@
 #include "designs/model/Report.h"
 
 #include <filesystem>
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace design {
 
@@ -24,19 +24,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// One format that designs come in. Formats are values in a table (`formats()`), one module each.
+/// One format that designs come in. Formats are rows of a table (`formats()`), one module each.
 struct Format {
-    std::string_view name;        ///< as given to --from, e.g. "staruml"
-    std::string_view description; ///< one line for --list-formats
+    std::string_view name;                 ///< as given to --from, e.g. "staruml"
+    std::string_view description;          ///< one line for --list-formats
+    std::vector<std::string_view> endings; ///< of the names of files, e.g. ".mdj"
     std::string_view lookedFor; ///< what a file must hold to be worth importing, for the message when nothing is found
-    /// Whether `source` is of this format, told by its content and without parsing all of it. The table's order decides
-    /// between formats that both say yes.
+    /// Whether `source` is of this format, told by its content and without parsing all of it. Where several say yes,
+    /// the first in the table is taken.
     bool (*recognizes)(const Source& source);
-    /// Reads it. Throws UnreadableDesign; what the design cannot hold goes into `report`.
+    /// Reads it, and fills the design as `docs/formats.md` says. Throws UnreadableDesign; what the design cannot hold
+    /// goes into `report`.
     Design (*read)(const Source& source, Report& report);
 };
-
-/// All formats, in the order in which they are asked.
-[[nodiscard]] std::span<const Format> formats();
 
 } // namespace design

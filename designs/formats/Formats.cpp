@@ -1,27 +1,38 @@
-#include "designs/formats/Format.h"
+#include "designs/formats/Formats.h"
 
-#include "designs/formats/ea/EnterpriseArchitect.h"
-#include "designs/formats/Ecore.h"
-#include "designs/formats/Papyrus.h"
-#include "designs/formats/staruml/StarUml.h"
-#include "designs/formats/umbrello/Umbrello.h"
-#include "designs/formats/Xmi.h"
-
+#include <algorithm>
 #include <array>
 
 namespace design {
 
+namespace {
+
+template <class Condition>
+const Format* formatWith(const Condition& condition)
+{
+    const auto all = formats();
+    const auto found = std::find_if(all.begin(), all.end(), condition);
+    return found == all.end() ? nullptr : &*found;
+}
+
+} // namespace
+
 std::span<const Format> formats()
 {
     static const std::array table = {
-        starUmlFormat(),             // .mdj
-        enterpriseArchitectFormat(), // .xml
-        papyrusFormat(),             // .uml with .notation
-        umbrelloFormat(),            // .xmi
-        xmiFormat(),                 // .uml, .xmi
-        ecoreFormat(),               // .ecore
+        starUmlFormat(), enterpriseArchitectFormat(), papyrusFormat(), umbrelloFormat(), xmiFormat(), ecoreFormat(),
     };
     return table;
+}
+
+const Format* formatNamed(std::string_view name)
+{
+    return formatWith([name](const Format& format) { return format.name == name; });
+}
+
+const Format* formatOf(const Source& source)
+{
+    return formatWith([&source](const Format& format) { return format.recognizes(source); });
 }
 
 } // namespace design

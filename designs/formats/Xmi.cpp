@@ -1,4 +1,4 @@
-#include "designs/formats/Xmi.h"
+#include "designs/formats/Formats.h"
 
 #include "designs/formats/shared/Drawing.h"
 #include "designs/formats/uml2/Uml2.h"
@@ -19,20 +19,24 @@ Design read(const Source& source, Report& report)
 {
     const xml::Document document(source.text);
     uml2::Outside outside(source.path);
-    uml2::Model model = uml2::read(document, outside, report);
-    const JoinedElements joined(model.design.root);
-    for (umldi::OwnedDiagram& owned : umldi::read(document.root(), joined, report))
-        addDiagram(model.design.root, owned.packageId, std::move(owned.diagram));
-    umldi::readNames(document.root(), model.outsideNames);
-    return uml2::finish(std::move(model), report);
+    Design design = uml2::read(document, outside, report);
+    const Drawing drawing(design.root);
+    for (umldi::OwnedDiagram& owned : umldi::read(document.root(), drawing, report))
+        drawing.add(owned.packageId, std::move(owned.diagram));
+    umldi::readNames(document.root(), design.outsideNames);
+    return design;
 }
 
 } // namespace
 
 Format xmiFormat()
 {
-    return {"xmi", "UML 2 in XMI 2.x, of Eclipse UML2 and others (.uml, .xmi)",
-            "a uml:Model or uml:Package with packaged elements", recognizes, read};
+    return {"xmi",
+            "UML 2 in XMI 2.x, of Eclipse UML2 and others (.uml, .xmi)",
+            {".uml", ".xmi"},
+            "a uml:Model or uml:Package with packaged elements",
+            recognizes,
+            read};
 }
 
 } // namespace design

@@ -5,6 +5,7 @@
 #include "designs/model/Walk.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -29,33 +30,28 @@ std::vector<std::string_view> endsOf(std::string_view id, const Catalogue& catal
 
 class DiagramSettler {
 public:
-    DiagramSettler(Diagram& theDiagram, const Catalogue& theCatalogue, Report& theReport)
-        : diagram(theDiagram), catalogue(theCatalogue), report(theReport)
+    DiagramSettler(Diagram& theDiagram, const TextsById& theKinds, const Catalogue& theCatalogue, Report& theReport)
+        : diagram(theDiagram), kinds(theKinds), catalogue(theCatalogue), report(theReport)
     {
     }
 
     void run()
     {
-        keep(
-            diagram.boxes, [&](const Box& box) { return whyNoBox(box); }, "box");
-        keep(
-            diagram.lines, [&](const Line& line) { return whyNoLine(line); }, "line");
+        std::erase_if(diagram.boxes, [&](const Box& box) { return leave("box", box.elementId, whyNoBox(box)); });
+        std::erase_if(diagram.lines, [&](const Line& line) { return leave("line", line.elementId, whyNoLine(line)); });
         addAssociationClasses();
     }
 
 private:
-    template <class Shown, class WhyNot>
-    void keep(std::vector<Shown>& list, const WhyNot& whyNot, std::string_view kind)
+    // Whether there is a reason to leave it.
+    bool leave(std::string_view shape, const std::string& id, std::string_view reason)
     {
-        std::vector<Shown> kept;
-        for (Shown& each : list) {
-            const std::string_view reason = whyNot(each);
-            if (reason.empty())
-                kept.push_back(std::move(each));
-            else
-                report.left(kind, each.elementId, nameOf(each.elementId), reason);
-        }
-        list = std::move(kept);
+        if (reason.empty())
+            return false;
+        const auto kind = kinds.find(id);
+        const bool isTaken = catalogue.has(id) || kind == kinds.end();
+        report.left(isTaken ? std::string(shape) : "drawn " + kind->second, id, nameOf(id), reason);
+        return true;
     }
 
     [[nodiscard]] std::string_view nameOf(std::string_view id) const
@@ -65,7 +61,17 @@ private:
             element = catalogue.package(id);
         if (!element)
             element = catalogue.association(id);
-        return element ? std::string_view(element->name) : std::string_view();
+        return element ? element->name : diagram.name;
+    }
+
+    // What to say of an element that is neither a class nor a relation of classes.
+    [[nodiscard]] std::string_view whyNotShown(const std::string& id) const
+    {
+        constexpr std::array<std::string_view, 3> notes = {"comment", "note", "note link"};
+        const auto kind = kinds.find(id);
+        if (kind != kinds.end() && std::find(notes.begin(), notes.end(), kind->second) != notes.end())
+            return "notes are drawn beside what they hang at";
+        return catalogue.has(id) ? "it is taken, and shown with what it belongs to" : "what it shows is not taken";
     }
 
     std::string_view whyNoBox(const Box& box)
@@ -73,7 +79,7 @@ private:
         if (catalogue.package(box.elementId))
             return "a Rose file shows the packages of a diagram's package at places of its own";
         if (!catalogue.classifier(box.elementId) && !catalogue.association(box.elementId))
-            return "what it shows is not taken";
+            return whyNotShown(box.elementId);
         if (!shown.insert(box.elementId).second)
             return "a Rose diagram shows a class once";
         return "";
@@ -83,7 +89,7 @@ private:
     {
         const auto ends = endsOf(line.elementId, catalogue);
         if (ends.empty())
-            return "what it shows is not taken";
+            return whyNotShown(line.elementId);
         if (std::any_of(ends.begin(), ends.end(),
                         [&](std::string_view end) { return !shown.contains(std::string(end)); }))
             return "what it joins is not in the diagram";
@@ -103,6 +109,7 @@ private:
     }
 
     Diagram& diagram;
+    const TextsById& kinds;
     const Catalogue& catalogue;
     Report& report;
     std::unordered_set<std::string> shown; // boxes
@@ -135,10 +142,10 @@ void move(Diagram& diagram, double x, double y)
 
 } // namespace
 
-void settleDiagrams(Package& package, const Catalogue& catalogue, Report& report)
+void settleDiagrams(Package& package, const TextsById& kinds, const Catalogue& catalogue, Report& report)
 {
     for (Diagram& diagram : package.diagrams)
-        DiagramSettler(diagram, catalogue, report).run();
+        DiagramSettler(diagram, kinds, catalogue, report).run();
 }
 
 bool showsAnything(const Package& root)

@@ -7,8 +7,9 @@
 namespace design {
 
 /// Leaves in a package's diagrams what a Rose class diagram can show: every class once, and the lines between classes
-/// that are there. The rest goes into the report. An association class that its association would lead to comes in.
-void settleDiagrams(Package& package, const Catalogue& catalogue, Report& report);
+/// that are there. The rest goes into the report, by the kinds that the file calls it. An association class that its
+/// association would lead to comes in.
+void settleDiagrams(Package& package, const TextsById& kinds, const Catalogue& catalogue, Report& report);
 
 /// Whether any diagram of the design shows anything.
 [[nodiscard]] bool showsAnything(const Package& root);

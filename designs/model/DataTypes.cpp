@@ -1,10 +1,9 @@
 #include "designs/model/DataTypes.h"
 
-#include "designs/model/Texts.h"
+#include "text/Words.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <string>
 
@@ -139,13 +138,13 @@ void takeSize(std::string_view& name, DataType& type)
     const std::string_view size = name.substr(open + 1, name.size() - open - 2);
     const std::size_t comma = size.find(',');
     const auto number = [](std::string_view digits, int& value) {
-        digits = trimmed(digits);
+        digits = text::trimmed(digits);
         std::from_chars(digits.data(), digits.data() + digits.size(), value);
     };
     number(size.substr(0, comma), type.length);
     if (comma != std::string_view::npos)
         number(size.substr(comma + 1), type.scale);
-    name = trimmed(name.substr(0, open));
+    name = text::trimmed(name.substr(0, open));
 }
 
 } // namespace
@@ -153,11 +152,9 @@ void takeSize(std::string_view& name, DataType& type)
 std::optional<DataType> dataTypeNamed(std::string_view name)
 {
     DataType type;
-    name = trimmed(name);
+    name = text::trimmed(name);
     takeSize(name, type);
-    std::string lower(withoutQualification(name));
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    const std::string lower = text::lowerCase(withoutQualification(name));
     type.identifier = find(names, lower);
     if (type.identifier.empty())
         type.identifier = find(ecoreNames, lower);

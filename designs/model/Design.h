@@ -7,12 +7,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace design {
 
-/// An element of the design, or something outside it. `id` is empty or the identifier of an element; where no element
-/// of the design has it, `name` (empty when the file does not tell) becomes a placeholder.
+/// An element of the design, or something else. `id` is empty or an identifier of the file; where no element of the
+/// design has it, `name` (empty when the file does not tell) stands for what lies outside.
 struct Reference {
     std::string id;
     std::string name;
@@ -33,8 +34,17 @@ struct Element {
     std::string name;
     std::string documentation;
     std::string stereotype;
-    std::vector<std::string> notes;       ///< texts of the notes and comments attached to it
+    std::vector<std::string> notes;       ///< texts of the comments on it
     std::vector<std::string> constraints; ///< texts, without braces
+};
+
+/// A comment or constraint where the file has it. What it is about may stand anywhere in the file, or not in it at all;
+/// `settleRemarks` gives the texts to the elements.
+struct Remark {
+    std::string id;
+    std::string text;
+    std::vector<std::string> elementIds; ///< of what it hangs at; none: a loose comment
+    bool isConstraint = false;
 };
 
 /// Number of values; -1 as `upper` is unlimited. `text` is what stood in the file when that is not a pair of numbers.
@@ -110,7 +120,8 @@ enum class Aggregation : std::uint8_t {
     Composite,
 };
 
-/// One end. `aggregation` says what the classifier at this end is: the whole (shared or composite) or not.
+/// One end, at any element of the file. `aggregation` says what the classifier at this end is: the whole (shared or
+/// composite) or not.
 struct AssociationEnd : Element {
     Reference participant;
     std::optional<Multiplicity> multiplicity;
@@ -134,6 +145,7 @@ enum class RelationshipKind : std::uint8_t {
     Dependency,     ///< also usages, abstractions, permissions; the stereotype tells them apart
 };
 
+/// Its ends may be any elements of the file, or lie outside of it.
 struct Relationship : Element {
     RelationshipKind kind = RelationshipKind::Dependency;
     Reference client;
@@ -162,8 +174,8 @@ struct Appearance {
     double fontSize = 0; ///< in points; 0: default
 };
 
-/// An element drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the file; a width or
-/// height of 0 with a place: placed by hand, sized by the tool.
+/// An element, of whatever kind, drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the
+/// file; a width or height of 0 with a place: placed by hand, sized by the tool.
 struct Box {
     std::string elementId;
     std::optional<Rectangle> bounds;
@@ -183,6 +195,7 @@ struct Line {
 struct Diagram : Element {
     std::vector<Box> boxes; ///< in drawing order
     std::vector<Line> lines;
+    std::vector<Remark> remarks; ///< comments that stand in the diagram alone
 };
 
 struct Package : Element {
@@ -190,13 +203,19 @@ struct Package : Element {
     std::vector<Classifier> classifiers;
     std::vector<Association> associations;
     std::vector<Relationship> relationships;
-    std::vector<std::string> looseNotes; ///< notes that hang at nothing
+    std::vector<Remark> remarks; ///< settled: comments that hang at nothing
     std::vector<Diagram> diagrams;
 };
+
+using TextsById = std::unordered_map<std::string, std::string>;
 
 struct Design {
     Package root;     ///< the model itself; its name is the design's name
     std::string tool; ///< program and version that wrote the file, as the file tells; may be empty
+    /// What the file calls that which an identifier of it means, e.g. "use case". Needed of all that the design has no
+    /// place for: what refers to it must not be taken for a reference to something outside of the file.
+    TextsById kinds;
+    TextsById outsideNames; ///< of elements outside of the file, as far as it tells them
 };
 
 } // namespace design

@@ -1,4 +1,4 @@
-#include "designs/model/Names.h"
+#include "designs/model/Settling.h"
 
 #include "designs/model/Walk.h"
 

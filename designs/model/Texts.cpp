@@ -1,15 +1,12 @@
 #include "designs/model/Texts.h"
 
-#include <algorithm>
-#include <array>
+#include "text/Words.h"
+
 #include <charconv>
-#include <simdjson.h>
 
 namespace design {
 
 namespace {
-
-constexpr std::string_view blanks = " \t\r\n";
 
 // A bound of a multiplicity: digits, or one of the signs for "as many as you like".
 std::optional<std::int32_t> parseBound(std::string_view text)
@@ -23,34 +20,6 @@ std::optional<std::int32_t> parseBound(std::string_view text)
     return bound;
 }
 
-// The characters of Windows-1252 from 0x80 to 0x9F; 0 where it has none.
-constexpr std::array<char16_t, 32> windowsCharacters = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178,
-};
-
-void appendWindowsCharacter(std::string& text, unsigned char byte)
-{
-    constexpr char16_t replacement = 0xFFFD;
-    char16_t character = byte;
-    if (byte < 0xA0U)
-        character = windowsCharacters[byte - 0x80U] == 0 ? replacement : windowsCharacters[byte - 0x80U];
-    if (character >= 0x800U) {
-        text += static_cast<char>(0xE0U | (character >> 12U));
-        text += static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
-    } else {
-        text += static_cast<char>(0xC0U | (character >> 6U));
-    }
-    text += static_cast<char>(0x80U | (character & 0x3FU));
-}
-
-// Bytes that a character takes whose first byte is this one.
-std::size_t characterLength(unsigned char lead)
-{
-    return lead < 0x80U ? 1 : lead < 0xE0U ? 2 : lead < 0xF0U ? 3 : 4;
-}
-
 int hexDigit(char digit)
 {
     if (digit >= '0' && digit <= '9')
@@ -62,24 +31,16 @@ int hexDigit(char digit)
 
 } // namespace
 
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 std::optional<Multiplicity> parseMultiplicity(std::string_view text)
 {
-    text = trimmed(text);
+    text = text::trimmed(text);
     if (text.starts_with('[') && text.ends_with(']'))
-        text = trimmed(text.substr(1, text.size() - 2));
+        text = text::trimmed(text.substr(1, text.size() - 2));
     if (text.empty())
         return std::nullopt;
     const std::size_t dots = text.find("..");
-    const auto lower = parseBound(trimmed(text.substr(0, dots)));
-    const auto upper = dots == std::string_view::npos ? lower : parseBound(trimmed(text.substr(dots + 2)));
+    const auto lower = parseBound(text::trimmed(text.substr(0, dots)));
+    const auto upper = dots == std::string_view::npos ? lower : parseBound(text::trimmed(text.substr(dots + 2)));
     if (!lower || !upper)
         return Multiplicity{0, -1, std::string(text)};
     return Multiplicity{*lower < 0 ? 0 : *lower, *upper, {}};
@@ -111,29 +72,34 @@ std::optional<std::uint32_t> parseColour(std::string_view text)
     return colour;
 }
 
-bool isWellFormed(std::string_view text)
+std::string_view nameOf(RelationshipKind kind)
 {
-    return text.find('\0') == std::string_view::npos && simdjson::validate_utf8(text.data(), text.size());
+    switch (kind) {
+    case RelationshipKind::Generalization:
+        return "generalization";
+    case RelationshipKind::Realization:
+        return "realization";
+    case RelationshipKind::Dependency:
+        break;
+    }
+    return "dependency";
 }
 
-std::string mended(std::string_view text)
+void addWord(std::string& list, std::string_view word)
 {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[at]);
-        const std::string_view character = text.substr(at, characterLength(lead));
-        if (lead == 0) {
-            ++at;
-        } else if (simdjson::validate_utf8(character.data(), character.size())) {
-            result += character;
-            at += character.size();
-        } else {
-            appendWindowsCharacter(result, lead);
-            ++at;
-        }
-    }
-    return result;
+    const std::string around = ", " + list + ", ";
+    if (word.empty() || around.find(", " + std::string(word) + ", ") != std::string::npos)
+        return;
+    if (!list.empty())
+        list += ", ";
+    list += word;
+}
+
+void addLine(std::string& text, std::string_view line)
+{
+    if (!text.empty() && !line.empty())
+        text += '\n';
+    text += line;
 }
 
 } // namespace design

@@ -21,13 +21,13 @@ namespace design {
 /// "#rrggbb" or "#rgb"; none for anything else.
 [[nodiscard]] std::optional<std::uint32_t> parseColour(std::string_view text);
 
-/// Without blanks at both ends.
-[[nodiscard]] std::string_view trimmed(std::string_view text);
+/// What a relation is called, in model files and in messages.
+[[nodiscard]] std::string_view nameOf(RelationshipKind kind);
 
-/// Whether it is UTF-8 without U+0000.
-[[nodiscard]] bool isWellFormed(std::string_view text);
+/// Adds a word to a list such as the stereotypes of an element, which are joined with ", ", unless it is there.
+void addWord(std::string& list, std::string_view word);
 
-/// The text with every byte that is not UTF-8 taken as Windows-1252, and U+0000 left out.
-[[nodiscard]] std::string mended(std::string_view text);
+/// Adds a line to a text such as the documentation of an element; an empty one adds nothing.
+void addLine(std::string& text, std::string_view line);
 
 } // namespace design

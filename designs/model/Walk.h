@@ -71,4 +71,34 @@ void forEachElement(Package& package, const Visit& visit)
     });
 }
 
+/// Calls `visit(Reference&, bool isType)` for everything that names another element; what is no type is a classifier.
+template <class Visit>
+void forEachReference(Package& root, const Visit& visit)
+{
+    forEachPackage(root, [&visit](Package& package) {
+        for (Classifier& classifier : package.classifiers) {
+            for (Attribute& attribute : classifier.attributes)
+                visit(attribute.type, true);
+            for (Operation& operation : classifier.operations) {
+                visit(operation.returnType, true);
+                for (Parameter& parameter : operation.parameters)
+                    visit(parameter.type, true);
+            }
+            for (Parameter& parameter : classifier.templateParameters)
+                visit(parameter.type, true);
+        }
+        for (Association& association : package.associations) {
+            for (AssociationEnd& end : association.ends) {
+                visit(end.participant, false);
+                for (Attribute& qualifier : end.qualifiers)
+                    visit(qualifier.type, true);
+            }
+        }
+        for (Relationship& relationship : package.relationships) {
+            visit(relationship.client, false);
+            visit(relationship.supplier, false);
+        }
+    });
+}
+
 } // namespace design

@@ -1,3 +1,4 @@
+#include "designs/Files.h"
 #include "designs/Importing.h"
 #include "designs/model/DataTypes.h"
 #include "designs/model/Texts.h"
@@ -80,27 +81,34 @@ TEST(Convert, ReadsMultiplicities)
     }
 }
 
-TEST(Convert, MendsTextsThatNoModelFileCanHold)
+std::string minified(std::string_view json)
 {
-    const struct {
-        std::string text;
-        const char* mended;
-    } rows[] = {
-        {"caf\xE9", "caf\xC3\xA9"},
-        {"\x80 5", "\xE2\x82\xAC 5"},
-        {std::string("a\0b", 3), "ab"},
-        {"caf\xC3\xA9", "caf\xC3\xA9"},
-        {"\x81", "\xEF\xBF\xBD"},
-        {"\xC3", "\xC3\x83"},
-        {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(design::mended(row.text), row.mended);
-    Design design = designOf({classNamed("a")});
+    simdjson::dom::parser parser;
+    return simdjson::minify(parser.parse(json.data(), json.size()));
+}
+
+// Designs with everything that a design may have. Beside each lies the model file that comes of it.
+TEST(Convert, MakesAModelOfWhateverADesignHas)
+{
+    for (const char* const name : {"shop.mdj", "all-kinds.xmi"}) {
+        const std::string bytes = bytesOf(name);
+        const std::string expected = bytesOf(std::filesystem::path(name).stem().string() + ".model.json");
+        const Imported imported = importWith(*design::formatOf({bytes, name}), bytes);
+        EXPECT_EQ(minified(imported.model), minified(expected)) << name;
+    }
+}
+
+// A tool may put anything into its file; a model has texts only.
+TEST(Convert, MendsWhatIsNoText)
+{
+    Design design = designOf({classNamed("a"), classNamed("b")});
     design.root.packages[0].classifiers[0].name = "caf\xE9";
+    design.root.packages[0].classifiers[1].documentation = std::string("a\0b", 3);
     const Imported imported = convert(design);
     EXPECT_EQ(imported.at(package + "/modelElements/0/name"), "\"caf\xC3\xA9\"");
-    EXPECT_THAT(imported.made(), ElementsAre("text caf\xC3\xA9: bytes that are no text were replaced"));
+    EXPECT_EQ(imported.at(package + "/modelElements/1/description"), "\"ab\"");
+    EXPECT_THAT(imported.made(), ElementsAre("text caf\xC3\xA9: bytes that are no text were replaced",
+                                             "text b: bytes that are no text were replaced"));
 }
 
 TEST(Convert, PutsInPlaceWhatIsMissing)

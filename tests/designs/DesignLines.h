@@ -1,9 +1,9 @@
 #pragma once
 
-#include "designs/model/Design.h"
-#include "designs/model/Naming.h"
-#include "designs/model/Report.h"
+#include "designs/formats/Formats.h"
+#include "designs/model/Settling.h"
 #include "designs/model/Texts.h"
+#include "designs/model/Walk.h"
 
 #include <sstream>
 #include <string>
@@ -12,26 +12,34 @@
 
 /// A design as lines of text, one for each element, so that a table can say what must be there:
 ///
-///     class Order abstract <<Entity>> {One order} note(Ask first)
+///     class Order in sales abstract <<Entity>> {One order} note(Ask first)
 ///     protected static attribute Order.unit : Unit [0..1] = 7
 ///     association holds: Order order [1] composite - Item items [*] ->
 ///     box Sales Order 10,20 100x50 fill ffff00 font Arial 9
 ///     line Sales holds 10,20 30,40
+///     left use case Buy: the host model has nothing of this kind
 class DesignLines {
 public:
     DesignLines(design::Design design, const design::Report& report)
     {
         design::forEachElement(design.root,
-                               [this](const design::Element& element) { names_[element.id] = element.name; });
-        names_[""] = "";
+                               [this](const design::Element& element) { names[element.id] = element.name; });
+        names[""] = "";
+        if (!design.tool.empty())
+            lines.push_back("tool " + design.tool);
         design::forEachPackage(design.root, [this](const design::Package& package) { add(package); });
-        for (const design::ReportEntry& entry : report.leftEntries())
-            lines_.push_back("left " + entry.kind + " " + entry.name);
-        for (const design::ReportEntry& entry : report.madeEntries())
-            lines_.push_back("made " + entry.kind + " " + entry.name);
+        add("left ", report.leftEntries());
+        add("made ", report.madeEntries());
     }
 
-    [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }
+    /// Line ends within a text come out as `\n`.
+    [[nodiscard]] std::vector<std::string> take()
+    {
+        for (std::string& line : lines)
+            for (std::size_t at = line.find('\n'); at != std::string::npos; at = line.find('\n', at))
+                line.replace(at, 1, "\\n");
+        return std::move(lines);
+    }
 
 private:
     static std::string about(const design::Element& element)
@@ -47,8 +55,8 @@ private:
 
     std::string nameOf(const std::string& id) const
     {
-        const auto found = names_.find(id);
-        return found == names_.end() ? "<" + id + ">" : found->second.empty() ? id : found->second;
+        const auto found = names.find(id);
+        return found == names.end() ? "<" + id + ">" : found->second.empty() ? id : found->second;
     }
 
     std::string nameOf(const design::Reference& reference) const
@@ -58,7 +66,7 @@ private:
 
     static std::string many(const std::optional<design::Multiplicity>& multiplicity)
     {
-        return multiplicity ? " [" + textOf(*multiplicity) + "]" : "";
+        return multiplicity ? " [" + design::textOf(*multiplicity) + "]" : "";
     }
 
     static std::string word(design::Visibility visibility)
@@ -69,20 +77,27 @@ private:
 
     static std::string valued(const std::string& value) { return value.empty() ? "" : " = " + value; }
 
+    static std::string when(bool flag, const char* text) { return flag ? text : ""; }
+
+    void add(const char* word, const std::vector<design::ReportEntry>& entries)
+    {
+        for (const design::ReportEntry& entry : entries)
+            lines.push_back(word + entry.kind + " " + entry.name + ": " + entry.reason);
+    }
+
     void add(const design::Package& package)
     {
-        lines_.push_back("package " + package.name + about(package));
-        for (const std::string& note : package.looseNotes)
-            lines_.push_back("note " + package.name + " (" + note + ")");
+        lines.push_back("package " + package.name + about(package));
+        for (const design::Remark& remark : package.remarks)
+            lines.push_back("note in " + package.name + " (" + remark.text + ")");
         for (const design::Classifier& classifier : package.classifiers)
             add(classifier, package);
         for (const design::Association& association : package.associations)
             add(association);
-        for (const design::Relationship& relationship : package.relationships) {
-            const char* const words[] = {"generalization ", "realization ", "dependency "};
-            lines_.push_back(words[static_cast<int>(relationship.kind)] + nameOf(relationship.client) + " - " +
-                             nameOf(relationship.supplier) + about(relationship));
-        }
+        for (const design::Relationship& relationship : package.relationships)
+            lines.push_back(std::string(design::nameOf(relationship.kind)) + " " + relationship.name +
+                            (relationship.name.empty() ? "" : ": ") + nameOf(relationship.client) + " - " +
+                            nameOf(relationship.supplier) + about(relationship));
         for (const design::Diagram& diagram : package.diagrams)
             add(diagram, package);
     }
@@ -92,54 +107,68 @@ private:
         const char* const words[] = {"class ",     "interface ",   "datatype ",
                                      "primitive ", "enumeration ", "associationclass "};
         std::string line = words[static_cast<int>(classifier.kind)] + classifier.name + " in " + package.name;
+        if (classifier.visibility != design::Visibility::Public)
+            line.insert(0, word(classifier.visibility));
         for (const design::Parameter& parameter : classifier.templateParameters)
-            line += " <" + parameter.name + ">";
-        lines_.push_back(line + (classifier.isAbstract ? " abstract" : "") + about(classifier));
+            line += " <" + parameter.name + (parameter.type.isEmpty() ? "" : " : " + nameOf(parameter.type)) + ">";
+        lines.push_back(line + when(classifier.isAbstract, " abstract") + when(classifier.isActive, " active") +
+                        about(classifier));
         for (const design::Attribute& attribute : classifier.attributes)
-            lines_.push_back(word(attribute.visibility) + (attribute.isStatic ? "static " : "") +
-                             (attribute.isDerived ? "derived " : "") + "attribute " + classifier.name + "." +
-                             attribute.name + " : " + nameOf(attribute.type) + many(attribute.multiplicity) +
-                             valued(attribute.initialValue) + about(attribute));
+            lines.push_back(lineOf(attribute, "attribute " + classifier.name + "."));
         for (const design::Operation& operation : classifier.operations)
             add(operation, classifier);
         for (const design::Literal& literal : classifier.literals)
-            lines_.push_back("literal " + classifier.name + "." + literal.name + valued(literal.value));
+            lines.push_back("literal " + classifier.name + "." + literal.name + valued(literal.value) + about(literal));
+    }
+
+    std::string lineOf(const design::Attribute& attribute, const std::string& what) const
+    {
+        return word(attribute.visibility) + when(attribute.isStatic, "static ") +
+               when(attribute.isDerived, "derived ") + when(attribute.isReadOnly, "readonly ") +
+               when(attribute.isIdentifier, "id ") + what + attribute.name + " : " + nameOf(attribute.type) +
+               many(attribute.multiplicity) + valued(attribute.initialValue) + about(attribute);
     }
 
     void add(const design::Operation& operation, const design::Classifier& classifier)
     {
-        std::string line = word(operation.visibility) + (operation.isStatic ? "static " : "") +
-                           (operation.isAbstract ? "abstract " : "") + "operation " + classifier.name + "." +
+        std::string line = word(operation.visibility) + when(operation.isStatic, "static ") +
+                           when(operation.isAbstract, "abstract ") + "operation " + classifier.name + "." +
                            operation.name + "(";
         for (const design::Parameter& parameter : operation.parameters) {
             const char* const words[] = {"in ", "out ", "inout "};
+            line += when(&parameter != operation.parameters.data(), ", ");
             line += words[static_cast<int>(parameter.direction)] + parameter.name + " : " + nameOf(parameter.type) +
-                    valued(parameter.initialValue);
+                    many(parameter.multiplicity) + valued(parameter.initialValue) + about(parameter);
         }
         line += ") : " + nameOf(operation.returnType) + many(operation.returnMultiplicity);
-        lines_.push_back(line + (operation.preCondition.empty() ? "" : " pre " + operation.preCondition) +
-                         about(operation));
+        for (const auto& [what, text] :
+             {std::pair{" pre ", &operation.preCondition}, std::pair{" post ", &operation.postCondition},
+              std::pair{" does ", &operation.semantics}})
+            line += text->empty() ? "" : what + *text;
+        lines.push_back(line + about(operation));
     }
 
     void add(const design::Association& association)
     {
-        std::string line = "association " + association.name + ":";
+        std::string line = when(association.isDerived, "derived ") + "association " + association.name + ":";
         for (const design::AssociationEnd& end : association.ends) {
             const char* const words[] = {"", " shared", " composite"};
-            line += (&end == association.ends.data() ? " " : " - ") + nameOf(end.participant) + " " + end.name +
-                    many(end.multiplicity) + words[static_cast<int>(end.aggregation)] + about(end);
+            line += (&end == association.ends.data() ? " " : " - ") +
+                    when(end.visibility != design::Visibility::Public, word(end.visibility).c_str()) +
+                    when(end.isStatic, "static ") + when(end.isDerived, "derived ") + nameOf(end.participant) + " " +
+                    end.name + many(end.multiplicity) + words[static_cast<int>(end.aggregation)] + about(end);
             for (const design::Attribute& qualifier : end.qualifiers)
-                line += " qualifier " + qualifier.name;
-            line += end.isNavigable ? " ->" : "";
+                line += " qualifier(" + lineOf(qualifier, "") + ")";
+            line += when(end.isNavigable, " ->");
         }
-        lines_.push_back(
+        lines.push_back(
             line + (association.associationClassId.empty() ? "" : " class " + nameOf(association.associationClassId)) +
             about(association));
     }
 
     void add(const design::Diagram& diagram, const design::Package& package)
     {
-        lines_.push_back("diagram " + diagram.name + " in " + package.name + about(diagram));
+        lines.push_back("diagram " + diagram.name + " in " + package.name + about(diagram));
         for (const design::Box& box : diagram.boxes) {
             std::ostringstream line;
             line << "box " << nameOf(box.elementId);
@@ -147,15 +176,15 @@ private:
                 line << " " << box.bounds->left << "," << box.bounds->top << " " << box.bounds->width << "x"
                      << box.bounds->height;
             addAppearance(line, box.appearance);
-            lines_.push_back(line.str());
+            lines.push_back(line.str());
         }
         for (const design::Line& drawn : diagram.lines) {
             std::ostringstream line;
-            line << "line " << drawn.elementId;
+            line << "line " << drawn.elementId << (drawn.hasEnds || drawn.points.empty() ? "" : " bends");
             for (const design::Point& point : drawn.points)
                 line << " " << point.x << "," << point.y;
             addAppearance(line, drawn.appearance);
-            lines_.push_back(line.str());
+            lines.push_back(line.str());
         }
     }
 
@@ -166,11 +195,25 @@ private:
             line << " fill " << *appearance.fillColor;
         if (appearance.lineColor)
             line << " border " << *appearance.lineColor;
+        if (appearance.fontColor)
+            line << " text " << *appearance.fontColor;
         line << std::dec;
         if (!appearance.fontName.empty())
             line << " font " << appearance.fontName << " " << appearance.fontSize;
     }
 
-    std::unordered_map<std::string, std::string> names_;
-    std::vector<std::string> lines_;
+    std::unordered_map<std::string, std::string> names;
+    std::vector<std::string> lines;
 };
+
+/// What the reader of its format makes of a file, settled.
+inline std::vector<std::string> linesOf(const design::Source& source)
+{
+    const design::Format* const format = design::formatOf(source);
+    if (!format)
+        return {"of no format"};
+    design::Report report;
+    design::Design design = format->read(source, report);
+    design::settle(design, report);
+    return DesignLines(std::move(design), report).take();
+}

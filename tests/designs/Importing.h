@@ -1,11 +1,13 @@
 #pragma once
 
 #include "designs/Import.h"
+
 #include "kiv/KivModelFile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <simdjson.h>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -46,12 +48,28 @@ inline Imported importWith(const design::Format& format, std::string_view text, 
 {
     Imported imported;
     try {
-        design::ModelText model = design::importDesign(format, {text, "design"}, hasLayout, imported.report);
-        imported.model = std::move(model.text);
-        imported.taken = std::move(model.taken);
-        EXPECT_NO_THROW(static_cast<void>(parseModel(imported.model, "imported"))) << imported.model;
+        design::Converted converted = design::importDesign(format, {text, "design"}, hasLayout, imported.report);
+        std::ostringstream stream;
+        writeModelFile(*converted.model, stream, [&](const KivObject& object) { return converted.idOf(object); });
+        imported.model = std::move(stream).str();
+        imported.taken = std::move(converted.taken);
+        EXPECT_EQ(parseModel(imported.model, "imported").objects, converted.objects) << imported.model;
     } catch (const design::UnreadableDesign& error) {
         imported.error = error.what();
     }
     return imported;
+}
+
+/// What an import makes of a design that a reader has read.
+inline Imported convert(const design::Design& design, bool hasLayout = false)
+{
+    static const design::Design* read = nullptr;
+    read = &design;
+    return importWith({"test",
+                       "",
+                       {},
+                       "classes",
+                       nullptr,
+                       [](const design::Source& /*source*/, design::Report& /*report*/) { return *read; }},
+                      "", hasLayout);
 }

@@ -1,6 +1,5 @@
 #include "designs/SmallDesigns.h"
 
-#include "designs/layout/Diagrams.h"
 #include "designs/layout/Geometry.h"
 #include "designs/layout/Layout.h"
 #include "designs/layout/TextSize.h"
@@ -122,16 +121,6 @@ TEST(Layout, LeavesPlacedBoxesWhereTheyAre)
     EXPECT_GT(diagram.boxes[2].bounds->top, 280);
 }
 
-TEST(Layout, MakesOverviewsOnlyOfDesignsWithoutDiagrams)
-{
-    Design design = designOf({classNamed("a"), classNamed("b")});
-    design.root.packages[0].associations = {association("a", "b")};
-    EXPECT_EQ(convert(design, true).at("/childPackages/0/diagrams/0/elements"), R"(["a","b","a has b"])");
-    EXPECT_EQ(convert(design, false).at("/childPackages/0/diagrams"), "none");
-    design.root.packages[0].diagrams = {diagramOf({"a"})};
-    EXPECT_EQ(convert(design, true).at("/childPackages/0/diagrams/1"), "none");
-}
-
 // A box keeps its centre when its text needs more room.
 TEST(Layout, LeavesNoBoxSmallerThanItsText)
 {
@@ -145,25 +134,6 @@ TEST(Layout, LeavesNoBoxSmallerThanItsText)
     EXPECT_NEAR(diagram.boxes[0].bounds->width, 9.9 * 10 * 96 / 72, 15);
     EXPECT_EQ(design::centreOf(*diagram.boxes[0].bounds).x, 110);
     EXPECT_EQ(diagram.boxes[1].bounds->width, 50);
-}
-
-TEST(Layout, KeepsClearOfNegativePlacesAndPackageSymbols)
-{
-    const struct {
-        Rectangle box;
-        std::size_t packages;
-        Point corner;
-    } rows[] = {
-        {{10, 20, 50, 50}, 0, {10, 20}},  {{-10, 20, 50, 50}, 0, {16, 20}},  {{10, -20, 50, 50}, 0, {10, 16}},
-        {{10, 20, 50, 50}, 1, {10, 192}}, {{10, 500, 50, 50}, 1, {10, 500}}, {{600, 20, 50, 50}, 1, {600, 20}},
-    };
-    for (const auto& row : rows) {
-        Diagram diagram = diagramOf({"a"});
-        diagram.boxes[0].bounds = row.box;
-        design::settleOrigin(diagram, row.packages);
-        EXPECT_EQ(diagram.boxes[0].bounds->left, row.corner.x) << row.box.left << " " << row.packages;
-        EXPECT_EQ(diagram.boxes[0].bounds->top, row.corner.y) << row.box.top << " " << row.packages;
-    }
 }
 
 TEST(Geometry, LeadsLinesFromBorderToBorder)

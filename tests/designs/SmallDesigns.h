@@ -1,6 +1,9 @@
 #pragma once
 
-#include "designs/Importing.h"
+#include "designs/model/Design.h"
+
+#include <string>
+#include <vector>
 
 /// Designs as readers hand them over, made by hand.
 
@@ -50,14 +53,4 @@ inline design::Design designOf(const std::vector<design::Classifier>& classifier
     design.root.packages[0].name = "package";
     design.root.packages[0].classifiers = classifiers;
     return design;
-}
-
-/// What an import makes of a design that a reader has read.
-inline Imported convert(const design::Design& design, bool hasLayout = false)
-{
-    static const design::Design* read = nullptr;
-    read = &design;
-    return importWith({"test", "", "classes", nullptr,
-                       [](const design::Source& /*source*/, design::Report& /*report*/) { return *read; }},
-                      "", hasLayout);
 }

@@ -85,14 +85,14 @@ TEST(StarUml, TakesEachThingToItsPlace)
         {classWith("'stereotype':{'$ref':'s'}") + ",{'_type':'UMLStereotype','_id':'s','name':'table'}",
          element + "/stereotype", "'table'"},
         {classWith("'isAbstract':true"), element + "/isAbstract", "true"},
-        {classWith("'isActive':true"), element + "/concurrency", "2"},
+        {classWith("'isActive':true"), element + "/concurrency", "'active'"},
         {classWith("'visibility':'private'"), element + "/visibility", "2"},
-        {"{'_type':'UMLInterface','_id':'i','name':'I'}", element + "/classType", "9"},
+        {"{'_type':'UMLInterface','_id':'i','name':'I'}", element + "/classType", "'interface'"},
         {"{'_type':'UMLDataType','_id':'i','name':'Point'}", element + "/stereotype", "'dataType'"},
         {"{'_type':'UMLSubsystem','_id':'u','ownedElements':[" + classA + "]}",
          "/childPackages/0/childPackages/0/stereotype", "'subsystem'"},
         {attribute("'type':'String'"), "/types/0", "{'id':'type String','name':'String','dataType':'VARCHAR'}"},
-        {attribute("'type':{'$ref':'b'}") + "," + classB, "/types/0", "{'id':'type b','name':'B'}"},
+        {attribute("'type':{'$ref':'b'}") + "," + classB, "/types/0", "{'id':'type B','name':'B'}"},
         {attribute("'type':{'$ref':'gone'}"), "/types/0/name", "'gone'"},
         {attribute("'type':{'$ref':'r'}") + ",{'_type':'UMLPrimitiveType','_id':'r','name':'Integer'}", "/types/0",
          "{'id':'r','name':'Integer','dataType':'INTEGER'}"},
@@ -107,7 +107,7 @@ TEST(StarUml, TakesEachThingToItsPlace)
         {attribute("'isStatic':true"), first + "/isStatic", "true"},
         {attribute("'isDerived':true"), first + "/isDerived", "true"},
         {attribute("'isReadOnly':true"), first + "/description", "'{readOnly}'"},
-        {attribute("'isID':true"), element + "/keys", "[{'kind':'candidateKey','attributes':['t']}]"},
+        {attribute("'isID':true"), element + "/keys", "[{'attributes':['t']}]"},
         {operation("'isAbstract':true"), called + "/isAbstract", "true"},
         {operation("'parameters':[{'_id':'r','name':'','direction':'return','type':'bool'},"
                    "{'_id':'q','name':'q','type':'int','defaultValue':'1'}]"),
@@ -118,12 +118,11 @@ TEST(StarUml, TakesEachThingToItsPlace)
          called + "/description", "'Parameter q: inout, 0..*'"},
         {operation("'preconditions':[{'_type':'UMLConstraint','_id':'k','specification':'x > 0'}]"),
          called + "/preCondition", "'x > 0'"},
-        {association("", ",'name':'end','multiplicity':'1..*'"), third + "/roles/1/multiplicity",
-         "{'lower':1,'upper':-1}"},
+        {association("", ",'name':'end','multiplicity':'1..*'"), third + "/roles/1/multiplicity", "'1..n'"},
         {association(",'multiplicity':'some'", ""), third + "/roles/0/description", "'Multiplicity: some'"},
         {association(",'aggregation':'composite'", ""), third + "/roles/1",
          "{'id':'e1','participant':'a','isAggregateEnd':true,'isNavigable':true}"},
-        {association(",'aggregation':'composite'", ""), third + "/roles/0/containment", "0"},
+        {association(",'aggregation':'composite'", ""), third + "/roles/0/containment", "'byValue'"},
         {association(",'aggregation':'shared'", ""), third + "/isAggregation", "true"},
         {association(",'aggregation':'shared'", ""), third + "/roles/0/containment", "none"},
         {association("", ",'navigable':true"), third + "/roles/0/participant", "'b'"},
@@ -168,13 +167,13 @@ TEST(StarUml, DrawsWhatTheDiagramsShow)
     } rows[] = {
         // Centre (16 + 233 / 2, 376 + 116 / 2) and size, 3.125 units to the pixel; colours from red to blue.
         {elements + "0/projections/0",
-         "{'diagram':'d','x':414,'y':1356,'width':728,'height':363,'lineColor':3153936,'fillColor':33023,"
+         "{'diagram':'d','x':414,'y':1356,'width':728,'height':363,'lineColor':'#102030','fillColor':'#ff8000',"
          "'fontName':'Times','fontSize':12}"},
         {elements + "1/projections/0", "{'diagram':'d','x':1406,'y':1356,'width':313,'height':363}"},
         // 201 pixels of line, half of which end at (300, 449.5).
-        {elements + "2/projections/0", "{'diagram':'d','x':938,'y':1405,'lineColor':255}"},
-        {elements + "2/roles/0/projections/0/vertices", "'(938,1405)\\r\\n(938,1250)\\r\\n(778,1250)'"},
-        {elements + "2/roles/1/projections/0/vertices", "'(938,1405)\\r\\n(938,1406)\\r\\n(1250,1406)'"},
+        {elements + "2/projections/0", "{'diagram':'d','x':938,'y':1405,'lineColor':'#ff0000'}"},
+        {elements + "2/roles/0/projections/0/vertices", "[[938,1405],[938,1250],[778,1250]]"},
+        {elements + "2/roles/1/projections/0/vertices", "[[938,1405],[938,1406],[1250,1406]]"},
         {"/childPackages/0/diagrams/0/elements", "['a','b','x']"},
     };
     for (const auto& row : rows)
@@ -195,11 +194,11 @@ TEST(StarUml, TellsWhatItLeaves)
          "UMLStatechartDiagram T: only class diagrams are taken"},
         {"{'_type':'UMLNode','_id':'u'},{'_type':'UMLDependency','_id':'v','name':'on','source':{'$ref':'a'},"
          "'target':{'$ref':'u'}}",
-         "UMLDependency on: it ends at a UMLNode, which is no class"},
+         "dependency on: an end is no class but: UMLNode"},
         {"{'_type':'UMLAssociation','_id':'v','name':'half','end1':{'_id':'e','reference':{'$ref':'a'}}}",
-         "UMLAssociation half: an end is missing"},
+         "association half: an end is missing"},
         {"{'_type':'UMLDependency','_id':'v','source':{'$ref':'a'},'target':{'$ref':'m'}}",
-         "dependency : it ends at a package, and the host model joins classes only"},
+         "dependency : an end is no class but: package"},
         {"{'_type':'UMLClassDiagram','_id':'d','ownedViews':[" + boxA + "," + boxA + "]}",
          "box A: a Rose diagram shows a class once"},
     };
@@ -254,7 +253,7 @@ TEST(StarUml, SurvivesEveryCut)
     const std::string whole = project(diagram(boxA + "," + boxB, association("", "")));
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const Imported imported = importWith(*design::formatNamed("staruml"), whole.substr(0, length));
-        EXPECT_THAT(imported.error, testing::ContainsRegex("^1:[0-9]+: expected .*, found ")) << length;
+        EXPECT_THAT(imported.error, HasSubstr(": expected ")) << length;
     }
 }
 

@@ -6,31 +6,40 @@
 
 namespace design {
 
-JoinedElements::JoinedElements(Package& root)
+Drawing::Drawing(Package& theRoot) : root(theRoot)
 {
-    forEachPackage(root, [this](const Package& package) {
+    forEachPackage(root, [this](Package& package) {
+        packages.emplace(package.id, &package);
         for (const Association& association : package.associations) {
             if (association.ends.size() == 2)
-                ends_[association.id] = {association.ends[0].participant.id, association.ends[1].participant.id};
+                ends[association.id] = {association.ends[0].participant.id, association.ends[1].participant.id};
             if (!association.associationClassId.empty())
-                ofAssociationClasses_[association.associationClassId] = association.id;
+                ofAssociationClasses[association.associationClassId] = association.id;
         }
         for (const Relationship& relationship : package.relationships)
-            ends_[relationship.id] = {relationship.client.id, relationship.supplier.id};
+            ends[relationship.id] = {relationship.client.id, relationship.supplier.id};
     });
+    packages.erase("");
 }
 
-std::string JoinedElements::lineId(std::string_view elementId) const
+std::string Drawing::lineId(std::string_view elementId) const
 {
-    const auto found = ofAssociationClasses_.find(std::string(elementId));
-    return found == ofAssociationClasses_.end() ? std::string(elementId) : found->second;
+    std::string id(elementId);
+    const auto found = ofAssociationClasses.find(id);
+    return found == ofAssociationClasses.end() ? id : found->second;
 }
 
-void JoinedElements::turn(Line& line, std::string_view start) const
+void Drawing::turn(Line& line, std::string_view start) const
 {
-    const auto found = ends_.find(line.elementId);
-    if (found != ends_.end() && found->second.second == start && found->second.first != start)
+    const auto found = ends.find(line.elementId);
+    if (found != ends.end() && found->second.second == start && found->second.first != start)
         std::reverse(line.points.begin(), line.points.end());
+}
+
+void Drawing::add(std::string_view packageId, Diagram diagram) const
+{
+    const auto owner = packages.find(std::string(packageId));
+    (owner == packages.end() ? root : *owner->second).diagrams.push_back(std::move(diagram));
 }
 
 std::optional<std::uint32_t> colourOfBgr(std::int64_t value)
@@ -39,16 +48,6 @@ std::optional<std::uint32_t> colourOfBgr(std::int64_t value)
         return std::nullopt;
     const auto bgr = static_cast<std::uint32_t>(value);
     return (bgr & 0xFFU) << 16U | (bgr & 0xFF00U) | bgr >> 16U;
-}
-
-void addDiagram(Package& root, std::string_view packageId, Diagram diagram)
-{
-    Package* owner = nullptr;
-    forEachPackage(root, [&owner, packageId](Package& package) {
-        if (owner == nullptr && package.id == packageId && !packageId.empty())
-            owner = &package;
-    });
-    (owner == nullptr ? root : *owner).diagrams.push_back(std::move(diagram));
 }
 
 } // namespace design

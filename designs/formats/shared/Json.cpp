@@ -5,31 +5,51 @@
 #include "text/Places.h"
 #include "text/Utf8.h"
 
-namespace design {
+namespace design::json {
 
 namespace {
 
 [[noreturn]] void throwFault(std::string_view text, simdjson::error_code error)
 {
-    text::JsonFault fault;
-    fault.expected = "well-formed JSON";
-    fault.found = simdjson::error_message(error);
-    if (const auto found = text::findJsonFault(text, simdjson::DEFAULT_MAX_DEPTH))
-        fault = *found;
-    throw UnreadableDesign(text::lineAndColumnAt(text, fault.offset).asText() + ": " + fault.message(text));
+    if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
+        throw UnreadableDesign("there is not enough memory for a file of this size");
+    const auto fault = text::findJsonFault(text, simdjson::DEFAULT_MAX_DEPTH);
+    if (!fault)
+        throw UnreadableDesign(simdjson::error_message(error));
+    throw UnreadableDesign(text::lineAndColumnAt(text, fault->offset).asText() + ": " + fault->message(text));
+}
+
+template <class Type>
+Type valueOr(const Object& object, std::string_view key, Type otherwise)
+{
+    Type value = otherwise;
+    return object[key].get(value) == simdjson::SUCCESS ? value : otherwise;
 }
 
 } // namespace
 
-JsonDocument::JsonDocument(std::string_view text)
+Document::Document(std::string_view text)
 {
     if (text.starts_with(text::byteOrderMark))
         text.remove_prefix(text::byteOrderMark.size());
-    const simdjson::error_code error = parser.parse(text.data(), text.size()).get(document);
-    if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
-        throw UnreadableDesign("there is not enough memory for a file of this size");
+    const simdjson::error_code error = parser.parse(text.data(), text.size()).get(tree);
     if (error != simdjson::SUCCESS)
         throwFault(text, error);
 }
 
-} // namespace design
+std::string_view text(const Object& object, std::string_view key)
+{
+    return valueOr<std::string_view>(object, key, {});
+}
+
+bool flag(const Object& object, std::string_view key)
+{
+    return valueOr(object, key, false);
+}
+
+double number(const Object& object, std::string_view key)
+{
+    return valueOr(object, key, 0.0);
+}
+
+} // namespace design::json

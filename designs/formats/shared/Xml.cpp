@@ -1,66 +1,27 @@
 #include "designs/formats/shared/Xml.h"
 
-#include "designs/model/Texts.h"
+#include "text/Encodings.h"
 #include "text/Places.h"
-
-#include <iconv.h>
+#include "text/Utf8.h"
+#include "text/Words.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
-#include <memory>
 #include <optional>
+#include <utility>
 
 namespace design::xml {
 
 namespace {
 
 constexpr std::size_t maximumSize = std::size_t(1) << 30;
-constexpr int maximumDepth = 500; ///< the readers descend with the tree
+constexpr int maximumDepth = 500; // the readers descend with the tree
 constexpr std::size_t headSize = 16384;
 
-struct CloseConverter {
-    void operator()(iconv_t converter) const { iconv_close(converter); }
-};
-
-/// Converts through the system. Bytes that are no character in `encoding` become U+FFFD.
-std::string convert(std::string_view bytes, const std::string& encoding)
-{
-    iconv_t opened = iconv_open("UTF-8", encoding.c_str());
-    if (opened == reinterpret_cast<iconv_t>(-1)) // NOLINT(performance-no-int-to-ptr): what iconv_open gives for failure
-        throw UnreadableDesign("1:1: unknown encoding " + encoding);
-    const std::unique_ptr<void, CloseConverter> converter(opened);
-    std::string input(bytes);
-    char* from = input.data();
-    std::size_t left = input.size();
-    std::string text;
-    std::array<char, 65536> buffer{};
-    while (left > 0) {
-        char* to = buffer.data();
-        std::size_t room = buffer.size();
-        const bool stopped = iconv(converter.get(), &from, &left, &to, &room) == static_cast<std::size_t>(-1);
-        text.append(buffer.data(), buffer.size() - room);
-        if (stopped && room == buffer.size() && left > 0) { // no progress: a byte that is no character
-            text += "\xEF\xBF\xBD";
-            ++from;
-            --left;
-        }
-    }
-    return text;
-}
-
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return lower;
-}
-
-/// The encoding that the XML declaration names, in small letters; empty if there is none.
+// The encoding that the XML declaration names, in small letters; empty if there is none.
 std::string declaredEncoding(std::string_view bytes)
 {
     if (!bytes.starts_with("<?xml"))
@@ -77,10 +38,10 @@ std::string declaredEncoding(std::string_view bytes)
     const bool isName = std::all_of(name.begin(), name.end(), [](unsigned char letter) {
         return std::isalnum(letter) != 0 || letter == '-' || letter == '_' || letter == '.' || letter == ':';
     });
-    return isName ? lowerCase(name) : std::string("?");
+    return isName ? text::lowerCase(name) : std::string("?");
 }
 
-/// UTF-16, by byte order mark or by the zero byte beside the first character.
+// UTF-16, by byte order mark or by the zero byte beside the first character.
 std::optional<std::string> utf16Name(std::string_view bytes)
 {
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with(std::string_view("<\0", 2)))
@@ -92,12 +53,21 @@ std::optional<std::string> utf16Name(std::string_view bytes)
 
 std::string withoutMark(std::string text)
 {
-    if (text.starts_with("\xEF\xBB\xBF"))
-        text.erase(0, 3);
+    if (text.starts_with(text::byteOrderMark))
+        text.erase(0, text::byteOrderMark.size());
     return text;
 }
 
-/// "12:5: "
+// Bytes that are no character in `encoding` become U+FFFD.
+std::string convert(std::string_view bytes, const std::string& encoding)
+{
+    std::optional<text::Decoded> decoded = text::decoded(bytes, encoding);
+    if (!decoded)
+        throw UnreadableDesign("1:1: unknown encoding " + encoding);
+    return std::move(decoded->text);
+}
+
+// "12:5: "
 std::string position(std::string_view text, std::size_t offset)
 {
     return text::lineAndColumnAt(text, std::min(offset, text.size())).asText() + ": ";
@@ -109,8 +79,8 @@ bool isPredefinedEntity(std::string_view name)
     return name.starts_with('#') || std::find(predefined.begin(), predefined.end(), name) != predefined.end();
 }
 
-/// Entities of a document type are a way to blow a small file up or to read other files, so none is expanded. The
-/// parser would leave "&name;" as it stands.
+// Entities of a document type are a way to blow a small file up or to read other files, so none is expanded. The
+// parser would leave "&name;" as it stands.
 void refuseEntities(std::string_view text)
 {
     constexpr std::array<std::array<std::string_view, 2>, 2> passedOver = {{{"<!--", "-->"}, {"<![CDATA[", "]]>"}}};
@@ -133,27 +103,23 @@ void refuseEntities(std::string_view text)
     }
 }
 
-/// Visits all nodes without recursion, so that depth costs no stack before it is known to be bounded.
-void checkDepth(pugi::xml_node root, std::string_view text)
-{
-    int depth = 0;
-    for (pugi::xml_node node = root; node;) {
-        if (const pugi::xml_node child = node.first_child()) {
-            node = child;
-            if (++depth > maximumDepth) {
-                const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
-                throw UnreadableDesign(position(text, offset) + "elements are nested more than " +
-                                       std::to_string(maximumDepth) + " deep");
-            }
-            continue;
-        }
-        while (node && node != root && !node.next_sibling()) {
-            node = node.parent();
-            --depth;
-        }
-        node = node == root ? pugi::xml_node() : node.next_sibling();
+// The parser and this walk do not recurse; whatever reads the tree does.
+class DepthCheck : public pugi::xml_tree_walker {
+public:
+    explicit DepthCheck(std::string_view theText) : text(theText) {}
+
+    bool for_each(pugi::xml_node& node) override
+    {
+        if (depth() < maximumDepth)
+            return true;
+        const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
+        throw UnreadableDesign(position(text, offset) + "elements are nested more than " +
+                               std::to_string(maximumDepth) + " deep");
     }
-}
+
+private:
+    std::string_view text;
+};
 
 std::string checkedUtf8(std::string_view bytes)
 {
@@ -167,10 +133,10 @@ std::string checkedUtf8(std::string_view bytes)
 std::string toUtf8(std::string_view bytes)
 {
     if (const auto name = utf16Name(bytes))
-        return withoutMark(convert(bytes, *name));
+        return convert(bytes, *name);
     const std::string declared = declaredEncoding(bytes);
     if (declared.empty() || declared.starts_with("utf") || declared == "us-ascii")
-        return withoutMark(isWellFormed(bytes) ? std::string(bytes) : mended(bytes));
+        return withoutMark(text::isWellFormed(bytes) ? std::string(bytes) : text::mended(bytes));
     return convert(bytes, declared);
 }
 
@@ -186,7 +152,8 @@ Document::Document(std::string_view bytes)
     }
     if (!root())
         throw UnreadableDesign("1:1: no element");
-    checkDepth(root(), text);
+    DepthCheck check(text);
+    root().traverse(check);
 }
 
 std::string head(std::string_view bytes)
@@ -198,7 +165,7 @@ std::string head(std::string_view bytes)
     try {
         return toUtf8(start);
     } catch (const UnreadableDesign&) { // reading all of it will say why
-        return mended(start);
+        return text::mended(start);
     }
 }
 

@@ -30,6 +30,23 @@ private:
     pugi::xml_document tree_;
 };
 
+/// Calls `visit(node)` for the node and all below it, in the order of the file, without recursion. It tells whether
+/// what is in the node is to be visited.
+template <class Visit>
+void forEachBelow(pugi::xml_node root, const Visit& visit)
+{
+    for (pugi::xml_node node = root; node;) {
+        const pugi::xml_node child = visit(node) ? node.first_child() : pugi::xml_node();
+        if (child) {
+            node = child;
+            continue;
+        }
+        while (node != root && !node.next_sibling())
+            node = node.parent();
+        node = node == root ? pugi::xml_node() : node.next_sibling();
+    }
+}
+
 /// The first bytes of a file as UTF-8, enough to tell its format by.
 [[nodiscard]] std::string head(std::string_view bytes);
 

@@ -2,7 +2,6 @@
 
 #include "designs/formats/shared/Drawing.h"
 #include "designs/formats/shared/Xml.h"
-#include "designs/model/Naming.h"
 #include "designs/model/Report.h"
 
 #include <string>
@@ -17,9 +16,9 @@ struct OwnedDiagram {
 };
 
 /// Adds the names that boxes show, which is all that a file tells of elements outside of it.
-void readNames(pugi::xml_node root, Names& names);
+void readNames(pugi::xml_node root, TextsById& names);
 
 /// The class diagrams of a document; others are told to `report`.
-[[nodiscard]] std::vector<OwnedDiagram> read(pugi::xml_node root, const JoinedElements& joined, Report& report);
+[[nodiscard]] std::vector<OwnedDiagram> read(pugi::xml_node root, const Drawing& drawing, Report& report);
 
 } // namespace design::umldi

@@ -1,0 +1,134 @@
+#include "designs/convert/Classes.h"
+
+#include "designs/convert/Documentation.h"
+
+namespace design {
+
+namespace {
+
+// The numbers that the host has.
+constexpr int interfaceClassType = 9;
+constexpr int parameterizedClassType = 2;
+constexpr int activeConcurrency = 2;
+
+// What Rose files call classifiers that are no plain classes.
+std::string_view stereotypeFor(ClassifierKind kind)
+{
+    switch (kind) {
+    case ClassifierKind::DataType:
+        return "dataType";
+    case ClassifierKind::PrimitiveType:
+        return "primitive";
+    case ClassifierKind::Enumeration:
+        return "enumeration";
+    case ClassifierKind::Class:
+    case ClassifierKind::Interface:
+    case ClassifierKind::AssociationClass:
+        break;
+    }
+    return "";
+}
+
+Kind countedAs(ClassifierKind kind)
+{
+    switch (kind) {
+    case ClassifierKind::Interface:
+        return Kind::Interfaces;
+    case ClassifierKind::DataType:
+    case ClassifierKind::PrimitiveType:
+        return Kind::DataTypes;
+    case ClassifierKind::Enumeration:
+        return Kind::Enumerations;
+    case ClassifierKind::Class:
+    case ClassifierKind::AssociationClass:
+        break;
+    }
+    return Kind::Classes;
+}
+
+} // namespace
+
+// The literals of an enumeration that is a class stand before its attributes, as attributes without a type. The
+// attributes that identify an object are its candidate key.
+void ClassConverter::fill(KivClass& target, const Classifier& classifier)
+{
+    builder.count(countedAs(classifier.kind));
+    builder.describe(target, classifier, documentationOf(classifier), stereotypeFor(classifier.kind));
+    if (classifier.kind == ClassifierKind::Interface)
+        target.classType = interfaceClassType;
+    else if (!classifier.templateParameters.empty())
+        target.classType = parameterizedClassType;
+    target.visibility = numberOf(classifier.visibility);
+    target.isAbstract = classifier.isAbstract;
+    if (classifier.isActive)
+        target.concurrency = activeConcurrency;
+    for (const Literal& literal : classifier.literals)
+        addLiteral(target.attributes, literal);
+    KivCandidateKey* key = nullptr;
+    for (const Attribute& attribute : classifier.attributes) {
+        KivAttribute* const added = addTo(target.attributes, attribute);
+        if (!attribute.isIdentifier)
+            continue;
+        if (!key) {
+            key = builder.create<KivCandidateKey>();
+            target.keys.add(key);
+        }
+        key->attributes.addNew(added);
+    }
+    for (const Operation& operation : classifier.operations)
+        addOperation(target, operation);
+    for (const Parameter& parameter : classifier.templateParameters)
+        addParameter(target.parameters, parameter);
+}
+
+void ClassConverter::addLiteral(KivVector<KivAttribute>& attributes, const Literal& literal)
+{
+    builder.count(Kind::Literals);
+    auto* const attribute = builder.create<KivAttribute>(literal, documentationOf(literal));
+    attribute->initialValue = builder.text(literal, literal.value);
+    attribute->position = nextPosition(attributes);
+    attributes.add(attribute);
+}
+
+KivAttribute* ClassConverter::addTo(KivVector<KivAttribute>& attributes, const Attribute& attribute)
+{
+    builder.count(Kind::Attributes);
+    auto* const added = builder.create<KivAttribute>(attribute, documentationOf(attribute));
+    added->type = types.typeOf(attribute.type);
+    added->initialValue = builder.text(attribute, attribute.initialValue);
+    added->visibility = numberOf(attribute.visibility);
+    added->isStatic = attribute.isStatic;
+    added->isDerived = attribute.isDerived;
+    added->position = nextPosition(attributes);
+    attributes.add(added);
+    return added;
+}
+
+void ClassConverter::addOperation(KivClass& target, const Operation& operation)
+{
+    builder.count(Kind::Operations);
+    auto* const added = builder.create<KivOperation>(operation, documentationOf(operation));
+    added->visibility = numberOf(operation.visibility);
+    added->isAbstract = operation.isAbstract;
+    added->isStatic = operation.isStatic;
+    added->semantics = builder.text(operation, operation.semantics);
+    added->preCondition = builder.text(operation, operation.preCondition);
+    added->postCondition = builder.text(operation, operation.postCondition);
+    added->returnType = types.typeOf(operation.returnType);
+    for (const Parameter& parameter : operation.parameters)
+        addParameter(added->arguments, parameter);
+    added->position = nextPosition(target.operations);
+    target.operations.add(added);
+}
+
+void ClassConverter::addParameter(KivLinkTree<KivArgument>& arguments, const Parameter& parameter)
+{
+    builder.count(Kind::Parameters);
+    auto* const added = builder.create<KivArgument>(parameter, parameter.documentation);
+    added->type = types.typeOf(parameter.type);
+    added->initialValue = builder.text(parameter, parameter.initialValue);
+    added->position = nextPosition(arguments);
+    arguments.addNew(added);
+}
+
+} // namespace design

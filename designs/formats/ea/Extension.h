@@ -1,0 +1,42 @@
+#pragma once
+
+#include "designs/formats/shared/Xml.h"
+#include "designs/model/Design.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+/// What Enterprise Architect keeps beside the UML tree, in an element `Extension`.
+namespace design::ea {
+
+/// What it says about one element.
+struct Details {
+    std::string documentation;
+    std::string stereotype;
+    std::string typeName; ///< of an attribute or a parameter
+    Appearance appearance;
+};
+
+struct Extension {
+    std::unordered_map<std::string, Details> details;           ///< of elements, features and connectors
+    std::unordered_map<std::string, pugi::xml_node> connectors; ///< by identifier of the relation
+    TextsById associationClasses;                               ///< by identifier of the connector
+    TextsById kinds;
+    TextsById names;
+};
+
+[[nodiscard]] Extension readExtension(pugi::xml_node node);
+
+/// Gives the elements of a design what only the Extension knows of them.
+void complete(Design& design, const Extension& extension);
+
+/// "BCol=16770764;" in a style; the tool's default, -1, is none.
+[[nodiscard]] std::optional<std::uint32_t> colour(std::string_view style, std::string_view key);
+
+/// The attribute of a child.
+[[nodiscard]] std::string_view valueOf(pugi::xml_node node, const char* child, const char* attribute);
+
+} // namespace design::ea

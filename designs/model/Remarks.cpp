@@ -1,0 +1,70 @@
+#include "designs/model/Settling.h"
+#include "designs/model/Walk.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+
+namespace design {
+
+namespace {
+
+class RemarkSettler {
+public:
+    RemarkSettler(Package& theRoot, Report& theReport) : root(theRoot), report(theReport)
+    {
+        forEachElement(theRoot, [&](Element& element) { elements.emplace(element.id, &element); });
+        elements.erase("");
+    }
+
+    void run(Package& package)
+    {
+        std::erase_if(package.remarks, [&](const Remark& remark) { return give(remark) || leave(remark); });
+        for (Diagram& diagram : package.diagrams) {
+            for (const Remark& remark : diagram.remarks)
+                if (!give(remark) && !leave(remark))
+                    diagram.notes.push_back(remark.text);
+            diagram.remarks.clear();
+        }
+    }
+
+private:
+    // Whether it hangs at an element. Tools have one remark in several diagrams; an element has it once. The host has
+    // no notes on a whole model.
+    bool give(const Remark& remark)
+    {
+        bool isGiven = false;
+        for (const std::string& id : remark.elementIds) {
+            const auto found = elements.find(id);
+            if (found == elements.end() || (found->second == &root && !remark.isConstraint))
+                continue;
+            std::vector<std::string>& texts = remark.isConstraint ? found->second->constraints : found->second->notes;
+            if (std::find(texts.begin(), texts.end(), remark.text) == texts.end())
+                texts.push_back(remark.text);
+            isGiven = true;
+        }
+        return isGiven;
+    }
+
+    // Whether it says nothing by itself, as a constraint does that constrains nothing.
+    bool leave(const Remark& remark)
+    {
+        if (remark.isConstraint)
+            report.left("constraint", remark.id, remark.text, "what it constrains is not taken");
+        return remark.isConstraint;
+    }
+
+    const Package& root;
+    Report& report;
+    std::unordered_map<std::string_view, Element*> elements;
+};
+
+} // namespace
+
+void settleRemarks(Package& root, Report& report)
+{
+    RemarkSettler settler(root, report);
+    forEachPackage(root, [&](Package& package) { settler.run(package); });
+}
+
+} // namespace design

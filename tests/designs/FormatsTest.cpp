@@ -1,0 +1,113 @@
+#include "designs/DesignLines.h"
+#include "designs/Files.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAreArray;
+using testing::HasSubstr;
+
+std::vector<std::string> splitLines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+// Files that together hold everything that the formats' readers know. Beside each lies what must come of it.
+class Formats : public testing::TestWithParam<std::pair<const char*, const char*>> {};
+
+TEST_P(Formats, TakeWhatAFileHoldsAndNothingElse)
+{
+    const auto [name, format] = GetParam();
+    const std::string bytes = bytesOf(name);
+    const design::Source source{bytes, pathOf(name)};
+    ASSERT_NE(design::formatOf(source), nullptr);
+    EXPECT_EQ(design::formatOf(source)->name, format);
+    // Either file of a pair may be given.
+    EXPECT_THAT(linesOf(source),
+                ElementsAreArray(splitLines(
+                    bytesOf((name == std::string_view("shop.notation") ? "shop.uml" : std::string(name)) + ".lines"))));
+}
+
+INSTANTIATE_TEST_SUITE_P(, Formats,
+                         testing::Values(std::pair("shop.mdj", "staruml"), std::pair("enterprise-architect.xml", "ea"),
+                                         std::pair("shop.uml", "papyrus"), std::pair("shop.notation", "papyrus"),
+                                         std::pair("one-file.uml", "papyrus"), std::pair("umbrello.xmi", "umbrello"),
+                                         std::pair("umbrello2.xmi", "umbrello"), std::pair("uml1.xmi", "umbrello"),
+                                         std::pair("plain.xmi", "xmi"), std::pair("all-kinds.xmi", "xmi"),
+                                         std::pair("shop.ecore", "ecore"), std::pair("packages.ecore", "ecore")),
+                         [](const auto& instance) {
+                             std::string name = instance.param.first;
+                             std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
+                             return name;
+                         });
+
+// A file cut anywhere either is refused in words or was whole enough to be read.
+TEST(FormatFiles, AreReadOrRefusedWhereverTheyAreCut)
+{
+    for (const char* const name :
+         {"shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi", "plain.xmi", "shop.ecore"}) {
+        const std::string bytes = bytesOf(name);
+        const design::Format* const format = design::formatOf({bytes, "-"});
+        ASSERT_NE(format, nullptr) << name;
+        for (std::size_t length = 0; length + 2 < bytes.size(); length += 7) {
+            design::Report report;
+            try {
+                static_cast<void>(format->read({std::string_view(bytes).substr(0, length), "-"}, report));
+                ADD_FAILURE() << name << " cut at " << length << " was read";
+            } catch (const design::UnreadableDesign& fault) {
+                EXPECT_THAT(fault.what(), HasSubstr(": ")) << name << " cut at " << length;
+            }
+        }
+    }
+}
+
+// What lies beside the file that was given belongs to the design.
+TEST(FormatFiles, NeedTheModelOfTheirDiagrams)
+{
+    const std::string diagrams = bytesOf("shop.notation");
+    EXPECT_EQ(faultOf({diagrams, pathOf("alone.notation")}), "1:1: diagrams alone; the model is missing: alone.uml");
+    EXPECT_EQ(faultOf({diagrams, "-"}), "1:1: diagrams alone; the model is missing: -.uml");
+
+    const TemporaryFolder folder;
+    folder.write("broken.notation", diagrams);
+    folder.write("broken.uml", "<uml:Model>\n<a>");
+    EXPECT_THAT(faultOf({diagrams, folder / "broken.notation"}), testing::StartsWith("broken.uml: 2:"));
+}
+
+// Names of elements in other files are read there; when such a file is broken, it is as if it were not there.
+TEST(FormatFiles, TakeNamesFromTheFilesBeside)
+{
+    const char* const model = "<uml:Model xmlns:uml='u' xmlns:xmi='x' xmi:id='m' name='m'><packagedElement "
+                              "xmi:type='uml:Class' xmi:id='c' name='C'><ownedAttribute xmi:id='a' name='a'>"
+                              "<type href='FILE#_other5678901234567890123'/></ownedAttribute></packagedElement>"
+                              "</uml:Model>";
+    const TemporaryFolder folder;
+    folder.write("other.uml", "<uml:Model xmlns:xmi='x'><x xmi:id='_other5678901234567890123' name='Other'/>"
+                              "</uml:Model>");
+    folder.write("broken.uml", "<uml:Model xmlns:xmi='x'><x xmi:id='_other5678901234567890123' name='Other'/>");
+    const struct {
+        const char* file;
+        const char* name;
+    } rows[] = {
+        {"other.uml", "Other"},
+        {"broken.uml", "_other5678901234567890123"},
+        {"missing.uml", "_other5678901234567890123"},
+        {"../other.uml", "_other5678901234567890123"},
+        {"model.uml", "<_other5678901234567890123>"}, // the file itself, in which there is no such element
+    };
+    for (const auto& row : rows) {
+        std::string text = model;
+        text.replace(text.find("FILE"), 4, row.file);
+        EXPECT_THAT(linesOf({text, folder / "model.uml"}),
+                    testing::Contains("public attribute C.a : " + std::string(row.name)))
+            << row.file;
+    }
+}
+
+} // namespace
