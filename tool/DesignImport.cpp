@@ -1,7 +1,7 @@
 #include "DesignImport.h"
 
-#include "designs/convert/JsonWriter.h"
 #include "text/Files.h"
+#include "text/JsonWriter.h"
 #include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
@@ -57,7 +57,7 @@ void addEntries(std::string& text, const char* word, const std::vector<design::R
             .append(")\n");
 }
 
-void writeEntries(design::JsonWriter& json, const char* key, const std::vector<design::ReportEntry>& entries)
+void writeEntries(text::JsonWriter& json, const char* key, const std::vector<design::ReportEntry>& entries)
 {
     json.beginList(key);
     for (const design::ReportEntry& entry : entries) {
@@ -119,7 +119,7 @@ ImportedDesign importDesign(const design::Format& format, std::string_view text,
     imported.file = text::fileName(path);
     imported.format = format.name;
     try {
-        imported.model = design::importDesign(format, {text, path}, hasLayout, imported.report);
+        imported.converted = design::importDesign(format, {text, path}, hasLayout, imported.report);
     } catch (const design::UnreadableDesign& error) {
         throw DesignError(placed(imported.file, error.what()));
     }
@@ -130,7 +130,7 @@ std::string summaryOf(const ImportedDesign& imported)
 {
     std::string text = text::onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
     const char* separator = "";
-    for (const design::Taken& taken : imported.model.taken) {
+    for (const design::Taken& taken : imported.converted.taken) {
         text.append(separator).append(std::to_string(taken.count)).append(" ").append(taken.kind);
         separator = ", ";
     }
@@ -145,16 +145,18 @@ std::string reportAsJson(const std::optional<ImportedDesign>& imported)
     static const design::Report nothing;
     const design::Report& report = imported ? imported->report : nothing;
     constexpr int deepestLine = 2; // an entry a line
-    design::JsonWriter json(deepestLine);
+    std::string text;
+    text::JsonWriter json(text, {deepestLine});
     json.beginObject();
     json.member("format", imported ? imported->format : std::string_view("model file"));
     json.beginObject("taken");
     if (imported)
-        for (const design::Taken& taken : imported->model.taken)
+        for (const design::Taken& taken : imported->converted.taken)
             json.member(taken.kind, std::uint64_t{taken.count});
     json.endObject();
     writeEntries(json, "left", report.leftEntries());
     writeEntries(json, "made", report.madeEntries());
     json.endObject();
-    return std::move(json).take();
+    text += '\n';
+    return text;
 }

@@ -18,7 +18,7 @@ public:
 struct ImportedDesign {
     std::string file; ///< as messages call it
     std::string_view format;
-    design::ModelText model;
+    design::Converted converted;
     design::Report report;
 };
 

@@ -15,6 +15,7 @@
 #include <iostream>
 #include <optional>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -62,9 +63,7 @@ LoadedModel loadAnyModel(const ExportRequest& request, std::optional<ImportedDes
     if (!format)
         return parseModel(content, name);
     imported = importDesign(*format, content, request.model, request.design.hasLayout);
-    LoadedModel loaded = parseModel(imported->model.text, name);
-    loaded.bytes = content.size();
-    return loaded;
+    return {std::move(imported->converted.model), content.size(), imported->converted.objects};
 }
 
 // Loads the model, exports it into a temporary file and puts that in place.
@@ -142,9 +141,15 @@ std::string defaultOutput(const std::string& model)
     if (model == "-")
         return "-";
     std::string name = std::filesystem::path(model).filename().string();
-    for (const std::string_view ending : {".json", ".model", ".mdj", ".uml", ".xmi", ".xml", ".ecore"})
+    const auto cut = [&name](std::string_view ending) {
         if (name.size() > ending.size() && name.ends_with(ending))
             name.resize(name.size() - ending.size());
+    };
+    for (const std::string_view ending : {".json", ".model"})
+        cut(ending);
+    for (const design::Format& format : design::formats())
+        for (const std::string_view ending : format.endings)
+            cut(ending);
     return name + ".mdl";
 }
 

@@ -5,11 +5,22 @@
 #include "OutputFile.h"
 #include "text/Files.h"
 
+#include "kiv/KivModelFile.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <sstream>
+#include <utility>
 
 namespace {
+
+std::string modelFileOf(const design::Converted& converted)
+{
+    std::ostringstream stream;
+    writeModelFile(*converted.model, stream, [&](const KivObject& object) { return converted.idOf(object); });
+    return std::move(stream).str();
+}
 
 void importFile(const ImportRequest& request, const std::string& outputName)
 {
@@ -18,7 +29,7 @@ void importFile(const ImportRequest& request, const std::string& outputName)
     const std::optional<ImportedDesign> imported =
         importDesign(format, content, request.input, request.design.hasLayout);
     OutputFile output(outputName);
-    output.write(imported->model.text);
+    output.write(modelFileOf(imported->converted));
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
         reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));

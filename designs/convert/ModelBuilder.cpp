@@ -31,8 +31,8 @@ void ModelBuilder::describe(KivModelObject& object, const Element& element, std:
 
 void ModelBuilder::identify(const KivObject& object, const std::string& id)
 {
-    if (!id.empty())
-        result.ids.emplace(&object, text::mended(id));
+    if (!id.empty() && text::isWellFormed(id))
+        result.ids.emplace(&object, id);
 }
 
 KivNote* ModelBuilder::createNote(const Element& owner, std::string_view text)

@@ -226,7 +226,7 @@ private:
             near = endOf(opposite->second, opposite->first);
             if (xml::flag(opposite->second, "containment"))
                 far.aggregation = Aggregation::Composite;
-        } else if (!opposites.empty()) {
+        } else if (!opposites.empty() && opposite == references.end()) {
             report.made("opposite", path, far.name, "it is not in the file; the association is navigable one way");
         }
         near.participant.id = owner;

@@ -73,6 +73,9 @@ TEST(Convert, ReadsMultiplicities)
         {"", nullptr},
         {"  ", nullptr},
         {"9999999999", "9999999999"},
+        {"0..m", "0..*"},
+        {"[]", nullptr},
+        {"1..", "1.."},
     };
     for (const auto& row : rows) {
         const auto multiplicity = design::parseMultiplicity(row.text);
@@ -187,6 +190,159 @@ TEST(Convert, MakesAnEnumerationATypeOrAClass)
     }
 }
 
+// What becomes a class, and what a type only.
+TEST(Convert, TellsClassesFromTypes)
+{
+    using design::ClassifierKind;
+    const struct {
+        const char* what;
+        ClassifierKind kind;
+        std::string name;
+        std::function<void(design::Package&)> change; ///< the package has the class "a" and the classifier "t"
+        const char* element;                          ///< stereotype of the class, or none
+        const char* type;
+    } rows[] = {
+        {"primitive type", ClassifierKind::PrimitiveType, "Integer", [](auto& /*p*/) {}, "none",
+         "{'id':'t','name':'Integer','dataType':'INTEGER'}"},
+        {"primitive type with attributes", ClassifierKind::PrimitiveType, "Integer",
+         [](auto& p) { p.classifiers[1].attributes.resize(1); }, "'primitive'", "none"},
+        {"primitive type that is a class and a type", ClassifierKind::PrimitiveType, "Integer",
+         [](auto& p) {
+             p.classifiers[1].operations.resize(1);
+             p.classifiers[0].operations.resize(1);
+             p.classifiers[0].operations[0].returnType.id = "t";
+         },
+         "'primitive'", "{'id':'type Integer','name':'Integer','dataType':'INTEGER'}"},
+        {"data type by a name that means something", ClassifierKind::DataType, "NUMBER(10,2)", [](auto& /*p*/) {},
+         "none", "{'id':'t','name':'NUMBER(10,2)','dataType':'NUMERIC','length':10,'scale':2}"},
+        {"data type by another name", ClassifierKind::DataType, "Point", [](auto& /*p*/) {}, "'dataType'", "none"},
+        {"data type at the end of a relation", ClassifierKind::DataType, "Integer",
+         [](auto& p) { p.relationships = {generalization("a", "t")}; }, "'dataType'", "none"},
+        {"data type as the class of an association", ClassifierKind::DataType, "Integer",
+         [](auto& p) {
+             p.associations = {association("a", "a")};
+             p.associations[0].associationClassId = "t";
+         },
+         "'dataType'", "none"},
+        {"enumeration as a result", ClassifierKind::Enumeration, "Kind",
+         [](auto& p) {
+             p.classifiers[1].literals.resize(2);
+             p.classifiers[1].literals[0].name = "red";
+             p.classifiers[1].literals[1].name = "blue";
+             p.classifiers[1].literals[1].value = "7";
+             p.classifiers[0].operations.resize(1);
+             p.classifiers[0].operations[0].returnType.id = "t";
+         },
+         "none", "{'id':'t','name':'Kind','typeValues':[{'name':'red','value':'red'},{'name':'blue','value':'7'}]}"},
+        {"enumeration without literals", ClassifierKind::Enumeration, "Kind",
+         [](auto& p) {
+             p.classifiers[0].operations.resize(1);
+             p.classifiers[0].operations[0].parameters.resize(1);
+             p.classifiers[0].operations[0].parameters[0].type.id = "t";
+         },
+         "'enumeration'", "{'id':'type Kind','name':'Kind'}"},
+        {"class as a type", ClassifierKind::Class, "Integer",
+         [](auto& p) {
+             p.classifiers[0].attributes.resize(1);
+             p.classifiers[0].attributes[0].type.id = "t";
+         },
+         "none", "{'id':'type Integer','name':'Integer'}"},
+    };
+    for (const auto& row : rows) {
+        Design design = designOf({classNamed("a"), classNamed("t")});
+        design::Package& p = design.root.packages[0];
+        p.classifiers[1].kind = row.kind;
+        p.classifiers[1].name = row.name;
+        row.change(p);
+        const Imported imported = convert(design);
+        EXPECT_EQ(imported.at(package + "/modelElements/1/stereotype"), json(row.element)) << row.what;
+        EXPECT_EQ(imported.at("/types/0"), json(row.type)) << row.what;
+    }
+}
+
+// The literals of an enumeration that is a class are its first attributes, their values the initial values.
+TEST(Convert, MakesAttributesOfLiterals)
+{
+    Design design = designOf({classNamed("e")});
+    design::Classifier& enumeration = design.root.packages[0].classifiers[0];
+    enumeration.kind = design::ClassifierKind::Enumeration;
+    enumeration.literals.resize(2);
+    enumeration.literals[1].name = "blue";
+    enumeration.literals[1].value = "7";
+    enumeration.attributes.resize(1);
+    enumeration.attributes[0].name = "hue";
+    EXPECT_EQ(convert(design).at(package + "/modelElements/0/attributes"),
+              json("[{},{'name':'blue','initialValue':'7'},{'name':'hue','visibility':'private'}]"));
+}
+
+TEST(Convert, CountsWhatItTakes)
+{
+    const struct {
+        const char* file;
+        const char* counts;
+    } rows[] = {
+        {"shop.mdj", "4 packages, 10 classes, 1 interfaces, 1 enumerations, 2 literals, 5 types, 3 attributes, "
+                     "1 operations, 4 parameters, 3 associations, 1 generalizations, 2 realizations, 3 dependencies, "
+                     "5 notes, 2 diagrams, 4 boxes, 1 lines, "},
+        {"all-kinds.xmi", "5 packages, 11 classes, 1 data types, 2 types, 8 attributes, 3 operations, 5 parameters, "
+                          "4 associations, 1 generalizations, 3 realizations, 6 dependencies, 7 notes, 1 diagrams, "
+                          "5 boxes, 4 lines, "},
+    };
+    for (const auto& row : rows) {
+        const std::string bytes = bytesOf(row.file);
+        std::string counts;
+        for (const design::Taken& taken : importWith(*design::formatOf({bytes, row.file}), bytes).taken)
+            counts += std::to_string(taken.count) + " " + std::string(taken.kind) + ", ";
+        EXPECT_EQ(counts, row.counts) << row.file;
+    }
+}
+
+// In Rose the end that an association leads to comes first, the whole of an aggregation second.
+TEST(Convert, TurnsAssociations)
+{
+    using design::Aggregation;
+    const struct {
+        Aggregation first;
+        Aggregation second;
+        bool isFirstNavigable;
+        bool isSecondNavigable;
+        bool isTurned;
+    } rows[] = {
+        {Aggregation::None, Aggregation::None, false, false, false},
+        {Aggregation::None, Aggregation::None, true, false, false},
+        {Aggregation::None, Aggregation::None, false, true, true},
+        {Aggregation::None, Aggregation::None, true, true, false},
+        {Aggregation::Shared, Aggregation::None, false, false, true},
+        {Aggregation::Composite, Aggregation::None, true, false, true},
+        {Aggregation::None, Aggregation::Composite, false, true, false},
+        {Aggregation::Shared, Aggregation::Composite, false, true, true},
+    };
+    for (const auto& row : rows) {
+        Design design = designOf({classNamed("a"), classNamed("b")});
+        design::Association joint = association("a", "b");
+        joint.ends[0].aggregation = row.first;
+        joint.ends[1].aggregation = row.second;
+        joint.ends[0].isNavigable = row.isFirstNavigable;
+        joint.ends[1].isNavigable = row.isSecondNavigable;
+        design.root.packages[0].associations = {joint};
+        const Imported imported = convert(design);
+        EXPECT_EQ(imported.at(package + "/modelElements/2/roles/0/participant"), row.isTurned ? "\"b\"" : "\"a\"")
+            << (&row - rows);
+    }
+}
+
+TEST(Convert, RefusesWhatNoModelCanHold)
+{
+    Design deep = designOf({classNamed("a")});
+    for (int i = 0; i < 500; ++i) {
+        design::Package outer;
+        outer.packages = std::move(deep.root.packages);
+        deep.root.packages = {outer};
+    }
+    EXPECT_EQ(convert(deep).error, "packages lie in each other more than 500 deep");
+    EXPECT_EQ(convert(designOf({})).error, "nothing to import was found; looked for classes");
+}
+
 TEST(Convert, PutsWhatLiesOutermostIntoTheLogicalView)
 {
     Design design = designOf({classNamed("a")});
@@ -195,6 +351,11 @@ TEST(Convert, PutsWhatLiesOutermostIntoTheLogicalView)
     EXPECT_EQ(imported.at("/childPackages/0/name"), "\"Logical View\"");
     EXPECT_EQ(imported.at("/childPackages/0/modelElements/0/name"), "\"b\"");
     EXPECT_EQ(imported.at("/childPackages/0/childPackages/0/modelElements/0/name"), "\"a\"");
+
+    design.root.packages[0].name = "Logical View";
+    const Imported beside = convert(design);
+    EXPECT_EQ(beside.at("/childPackages/0/modelElements/0/name") + beside.at("/childPackages/0/modelElements/1/name"),
+              "\"a\"\"b\"");
 }
 
 // Readers of Rose files find the classes of a diagram only among those that stand before it.

@@ -59,9 +59,12 @@ private:
         return found == names.end() ? "<" + id + ">" : found->second.empty() ? id : found->second;
     }
 
+    // With the identifier of what is not in the design.
     std::string nameOf(const design::Reference& reference) const
     {
-        return reference.name.empty() ? nameOf(reference.id) : reference.name;
+        if (reference.name.empty())
+            return nameOf(reference.id);
+        return reference.name + (names.contains(reference.id) ? "" : " <" + reference.id + ">");
     }
 
     static std::string many(const std::optional<design::Multiplicity>& multiplicity)

@@ -95,10 +95,10 @@ TEST(FormatFiles, TakeNamesFromTheFilesBeside)
         const char* file;
         const char* name;
     } rows[] = {
-        {"other.uml", "Other"},
-        {"broken.uml", "_other5678901234567890123"},
-        {"missing.uml", "_other5678901234567890123"},
-        {"../other.uml", "_other5678901234567890123"},
+        {"other.uml", "Other <other.uml#_other5678901234567890123>"},
+        {"broken.uml", "_other5678901234567890123 <broken.uml#_other5678901234567890123>"},
+        {"missing.uml", "_other5678901234567890123 <missing.uml#_other5678901234567890123>"},
+        {"../other.uml", "_other5678901234567890123 <../other.uml#_other5678901234567890123>"},
         {"model.uml", "<_other5678901234567890123>"}, // the file itself, in which there is no such element
     };
     for (const auto& row : rows) {

@@ -118,6 +118,7 @@ TEST(Layout, LeavesPlacedBoxesWhereTheyAre)
     EXPECT_EQ(diagram.boxes[0].bounds->left, 100);
     EXPECT_EQ(diagram.boxes[1].bounds->left, 300);
     EXPECT_GT(diagram.boxes[1].bounds->width, 0);
+    EXPECT_GT(diagram.boxes[1].bounds->height, 0);
     EXPECT_GT(diagram.boxes[2].bounds->top, 280);
 }
 
@@ -134,6 +135,57 @@ TEST(Layout, LeavesNoBoxSmallerThanItsText)
     EXPECT_NEAR(diagram.boxes[0].bounds->width, 9.9 * 10 * 96 / 72, 15);
     EXPECT_EQ(design::centreOf(*diagram.boxes[0].bounds).x, 110);
     EXPECT_EQ(diagram.boxes[1].bounds->width, 50);
+}
+
+// Boxes that no line joins stand in rows below those that lines join, as wide as high.
+TEST(Layout, SetsTheOthersInRows)
+{
+    std::vector<design::Classifier> classes = {classNamed("sub"), classNamed("super")};
+    std::vector<std::string> names = {"sub", "super"};
+    for (std::size_t i = 0; i < 40; ++i) {
+        names.push_back(numbered(i));
+        classes.push_back(classNamed(names.back()));
+    }
+    Design design = designOf(classes);
+    design.root.packages[0].relationships = {generalization("sub", "super")};
+    Diagram diagram = diagramOf(names);
+    diagram.lines = {{"sub is super", {}, false, {}}};
+    design.root.packages[0].diagrams = {diagram};
+    Diagram& placed = design.root.packages[0].diagrams[0];
+    design::layOut(placed, design::Catalogue(design.root));
+    expectApart(placed);
+    Rectangle rows = *placed.boxes[2].bounds;
+    const double joinedBottom = placed.boxes[0].bounds->top + placed.boxes[0].bounds->height;
+    for (std::size_t i = 2; i < placed.boxes.size(); ++i) {
+        rows = unite(rows, *placed.boxes[i].bounds);
+        EXPECT_GT(placed.boxes[i].bounds->top, joinedBottom) << i;
+    }
+    EXPECT_LT(rows.width, rows.height * 2);
+    EXPECT_LT(rows.height, rows.width * 2);
+    EXPECT_GT(placed.lines[0].points.front().x, placed.boxes[0].bounds->left);
+}
+
+// The text of a class needs its name, and a line for each attribute and operation.
+TEST(Layout, MeasuresTexts)
+{
+    design::Classifier classifier = classNamed("iiii");
+    const design::Size narrow = design::textSize(classifier, 0);
+    classifier.name = "WWWW";
+    const design::Size wide = design::textSize(classifier, 0);
+    EXPECT_GT(wide.width, narrow.width);
+    EXPECT_EQ(wide.height, narrow.height);
+    EXPECT_GT(design::textSize(classifier, 20).width, wide.width);
+    classifier.attributes.resize(1);
+    const design::Size withAttribute = design::textSize(classifier, 0);
+    classifier.operations.resize(1);
+    const design::Size withBoth = design::textSize(classifier, 0);
+    EXPECT_GT(withAttribute.height, wide.height);
+    EXPECT_GT(withBoth.height, withAttribute.height);
+    classifier.attributes[0].name = "an attribute with a long name";
+    EXPECT_GT(design::textSize(classifier, 0).width, wide.width);
+    classifier.name = "\xE4\xBD\xA0\xE4\xBD\xA0"; // two ideographs, each as wide as high
+    classifier.attributes.clear();
+    EXPECT_NEAR(design::textSize(classifier, 9).width - design::textSize(classNamed("x"), 9).width, 24, 8);
 }
 
 TEST(Geometry, LeadsLinesFromBorderToBorder)
@@ -159,6 +211,43 @@ TEST(Geometry, LeadsLinesFromBorderToBorder)
         EXPECT_EQ(way.back().x, row.end.x) << row.what;
         EXPECT_EQ(way.back().y, row.end.y) << row.what;
     }
+}
+
+TEST(Geometry, SplitsLinesHalfWay)
+{
+    const struct {
+        design::Points way;
+        Point middle;
+        std::size_t first; ///< points of the way back to the first
+        std::size_t last;
+    } rows[] = {
+        {{{0, 0}, {10, 0}}, {5, 0}, 2, 2},
+        {{{0, 0}, {10, 0}, {10, 30}}, {10, 10}, 3, 2},
+        {{{0, 0}, {30, 0}, {30, 10}}, {20, 0}, 2, 3},
+        {{{5, 5}, {5, 5}}, {5, 5}, 2, 2},
+    };
+    for (const auto& row : rows) {
+        const design::SplitLine split = design::splitInTheMiddle(row.way);
+        EXPECT_EQ(split.middle.x, row.middle.x) << (&row - rows);
+        EXPECT_EQ(split.middle.y, row.middle.y) << (&row - rows);
+        EXPECT_EQ(split.toFirst.size(), row.first) << (&row - rows);
+        EXPECT_EQ(split.toLast.size(), row.last) << (&row - rows);
+        EXPECT_EQ(split.toFirst.front().x, row.middle.x) << (&row - rows);
+        EXPECT_EQ(split.toFirst.back().x, row.way.front().x) << (&row - rows);
+        EXPECT_EQ(split.toLast.back().y, row.way.back().y) << (&row - rows);
+    }
+}
+
+TEST(Geometry, LeadsLoopsAroundTheCornerOfABox)
+{
+    const Rectangle box = {10, 20, 100, 60};
+    const design::Points loop = design::loopAt(box);
+    EXPECT_EQ(loop.front().x, box.left + box.width);
+    EXPECT_EQ(loop.back().y, box.top + box.height);
+    for (std::size_t i = 1; i < loop.size(); ++i)
+        EXPECT_TRUE((loop[i].x == loop[i - 1].x) != (loop[i].y == loop[i - 1].y)) << i;
+    for (std::size_t i = 1; i + 1 < loop.size(); ++i)
+        EXPECT_FALSE(design::contains(box, loop[i])) << i;
 }
 
 } // namespace
