@@ -42,7 +42,7 @@ class ModelBuilder {
 public:
     explicit ModelBuilder(Report& theReport) : report(theReport) {}
 
-    [[nodiscard]] KivModel& model() { return *result.model; }
+    [[nodiscard]] KivModel& model() const { return *result.model; }
 
     template <class Object>
     Object* create()

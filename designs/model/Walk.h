@@ -71,29 +71,34 @@ void forEachElement(Package& package, const Visit& visit)
     });
 }
 
-/// Calls `visit(Reference&, bool isType)` for everything that names another element; what is no type is a classifier.
+/// Calls `visit(Reference&)` for the types that a classifier's features and parameters have.
+template <class Visit>
+void forEachType(Classifier& classifier, const Visit& visit)
+{
+    for (Attribute& attribute : classifier.attributes)
+        visit(attribute.type);
+    for (Operation& operation : classifier.operations) {
+        visit(operation.returnType);
+        for (Parameter& parameter : operation.parameters)
+            visit(parameter.type);
+    }
+    for (Parameter& parameter : classifier.templateParameters)
+        visit(parameter.type);
+}
+
+/// Calls `visit(Reference&, bool isType)` for everything that names another element; what is no type is an end.
 template <class Visit>
 void forEachReference(Package& root, const Visit& visit)
 {
     forEachPackage(root, [&visit](Package& package) {
-        for (Classifier& classifier : package.classifiers) {
-            for (Attribute& attribute : classifier.attributes)
-                visit(attribute.type, true);
-            for (Operation& operation : classifier.operations) {
-                visit(operation.returnType, true);
-                for (Parameter& parameter : operation.parameters)
-                    visit(parameter.type, true);
-            }
-            for (Parameter& parameter : classifier.templateParameters)
-                visit(parameter.type, true);
-        }
-        for (Association& association : package.associations) {
+        for (Classifier& classifier : package.classifiers)
+            forEachType(classifier, [&visit](Reference& type) { visit(type, true); });
+        for (Association& association : package.associations)
             for (AssociationEnd& end : association.ends) {
                 visit(end.participant, false);
                 for (Attribute& qualifier : end.qualifiers)
                     visit(qualifier.type, true);
             }
-        }
         for (Relationship& relationship : package.relationships) {
             visit(relationship.client, false);
             visit(relationship.supplier, false);

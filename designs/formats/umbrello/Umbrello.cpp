@@ -68,9 +68,7 @@ Appearance appearance(pugi::xml_node node, pugi::xml_node diagram)
 
 class DiagramReader {
 public:
-    DiagramReader(Design& theDesign, Report& theReport) : design(theDesign), report(theReport), drawing(theDesign.root)
-    {
-    }
+    DiagramReader(Package& root, Report& theReport) : report(theReport), drawing(root) {}
 
     // All diagrams below a node; `owner` is the package that they belong to.
     void readBelow(pugi::xml_node node, std::string_view owner)
@@ -106,38 +104,38 @@ private:
         drawing.add(owner, std::move(diagram));
     }
 
-    void readWidget(pugi::xml_node node, pugi::xml_node diagramNode, Diagram& diagram)
+    void readWidget(pugi::xml_node widget, pugi::xml_node diagramNode, Diagram& diagram)
     {
-        const std::string_view name = node.name();
-        const std::string_view id = xml::xmiAttribute(node, "id");
-        if (const pugi::xml_attribute local = node.attribute("localid"))
+        const std::string_view name = widget.name();
+        const std::string_view id = xml::xmiAttribute(widget, "id");
+        if (const pugi::xml_attribute local = widget.attribute("localid"))
             elements.emplace(local.value(), id);
         if (isOneOf(boxWidgets, name)) {
-            const Rectangle bounds = {coordinate(node, "x"), coordinate(node, "y"),
-                                      std::max(coordinate(node, "width"), 0.0),
-                                      std::max(coordinate(node, "height"), 0.0)};
-            diagram.boxes.push_back({std::string(id), bounds, appearance(node, diagramNode)});
+            const Rectangle bounds = {coordinate(widget, "x"), coordinate(widget, "y"),
+                                      std::max(coordinate(widget, "width"), 0.0),
+                                      std::max(coordinate(widget, "height"), 0.0)};
+            diagram.boxes.push_back({std::string(id), bounds, appearance(widget, diagramNode)});
         } else if (name != "notewidget" && name.ends_with("widget")) {
             report.left("drawn " + std::string(name.substr(0, name.size() - 6)), id, diagram.name, nothingOfThisKind);
         } else if (name == "floatingtext") {
-            report.left("text in a diagram", id, node.attribute("text").value(), "the host model has no free texts");
+            report.left("text in a diagram", id, widget.attribute("text").value(), "the host model has no free texts");
         }
     }
 
     // <assocwidget xmi.id="a" widgetaid="c" widgetbid="d" type="503"><linepath><startpoint startx="" starty=""/>
-    void readLine(pugi::xml_node node, pugi::xml_node diagramNode, Diagram& diagram)
+    void readLine(pugi::xml_node widget, pugi::xml_node diagramNode, Diagram& diagram)
     {
-        const std::string_view type = node.attribute("type").value();
+        const std::string_view type = widget.attribute("type").value();
         if (type == anchor)
             return;
         Line line;
-        line.elementId = drawing.lineId(xml::xmiAttribute(node, "id"));
+        line.elementId = drawing.lineId(xml::xmiAttribute(widget, "id"));
         if (type == containment) {
             report.left("containment line", line.elementId, diagram.name, "packages show what they hold");
             return;
         }
-        line.appearance = appearance(node, diagramNode);
-        const pugi::xml_node path = node.child("linepath");
+        line.appearance = appearance(widget, diagramNode);
+        const pugi::xml_node path = widget.child("linepath");
         if (const pugi::xml_node start = path.child("startpoint"))
             line.points.push_back({coordinate(start, "startx"), coordinate(start, "starty")});
         for (const pugi::xml_node point : path.children("point"))
@@ -145,7 +143,7 @@ private:
         if (const pugi::xml_node end = path.child("endpoint"))
             line.points.push_back({coordinate(end, "endx"), coordinate(end, "endy")});
         line.hasEnds = line.points.size() > 1;
-        drawing.turn(line, elementOf(node.attribute("widgetaid").value()));
+        drawing.turn(line, elementOf(widget.attribute("widgetaid").value()));
         diagram.lines.push_back(std::move(line));
     }
 
@@ -178,7 +176,6 @@ private:
         return found == elements.end() ? widget : found->second;
     }
 
-    Design& design;
     Report& report;
     Drawing drawing;
     std::unordered_map<std::string_view, std::string_view> elements; // by the widget's own identifier
@@ -240,7 +237,7 @@ Design read(const Source& source, Report& report)
     uml2::Outside outside(source.path);
     const bool isUml1 = std::string_view(document.root().name()) == "XMI";
     Design design = isUml1 ? uml1::read(document, report) : uml2::read(document, outside, report);
-    DiagramReader(design, report).readBelow(document.root(), design.root.id);
+    DiagramReader(design.root, report).readBelow(document.root(), design.root.id);
     takeNamesAsPrimitives(design.root);
     dissolveTypeFolders(design.root);
     return design;
