@@ -73,7 +73,7 @@ void ClassConverter::fill(KivClass& target, const Classifier& classifier)
             key = builder.create<KivCandidateKey>();
             target.keys.add(key);
         }
-        key->attributes.addNew(added);
+        key->attributes.add(added);
     }
     for (const Operation& operation : classifier.operations)
         addOperation(target, operation);
@@ -128,7 +128,7 @@ void ClassConverter::addParameter(KivLinkTree<KivArgument>& arguments, const Par
     added->type = types.typeOf(parameter.type);
     added->initialValue = builder.text(parameter, parameter.initialValue);
     added->position = nextPosition(arguments);
-    arguments.addNew(added);
+    arguments.add(added);
 }
 
 } // namespace design

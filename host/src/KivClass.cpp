@@ -3,7 +3,12 @@
 KivArgument::KivArgument() : KivModelObject(KivElementType::Argument) {}
 KivOperation::KivOperation() : KivModelObject(KivElementType::Operation) {}
 KivAttribute::KivAttribute() : KivStructuralFeature(KivElementType::Attribute) {}
+KivFeature::KivFeature(KivElementType code) : KivModelObject(code) {}
+KivStructuralFeature::KivStructuralFeature(KivElementType code) : KivFeature(code) {}
+KivClassifier::KivClassifier(KivElementType code) : KivModelElement(code) {}
 KivClass::KivClass() : KivClassifier(KivElementType::Class) {}
+KivJoin::KivJoin() : KivClassifier(KivElementType::Join) {}
+KivJoinRole::KivJoinRole() : KivModelObject(KivElementType::JoinRole) {}
 
 void KivOperation::_depthTraversal(KivTraversalOperation& operation, void* context)
 {

@@ -6,7 +6,7 @@ namespace {
 
 // Meets every reference that a collection mirrors: calls `sink.put(owner, name of the collection, collection, object)`.
 template <class Sink>
-class Mirroring : public KivTraversalOperation {
+class Mirroring final : public KivTraversalOperation {
 public:
     explicit Mirroring(Sink& theSink) : sink(theSink) {}
 
@@ -117,7 +117,7 @@ private:
 };
 
 // Whether anything stands in a collection that no reference leads to.
-class Ending : public KivTraversalOperation {
+class Ending final : public KivTraversalOperation {
 public:
     explicit Ending(Comparing& theComparing) : comparing(theComparing) {}
 

@@ -1,5 +1,6 @@
 #include "kiv/KivKey.h"
 
+KivKey::KivKey(KivElementType code) : KivModelObject(code) {}
 KivCandidateKey::KivCandidateKey() : KivKey(KivElementType::CandidateKey) {}
 KivForeignKey::KivForeignKey() : KivKey(KivElementType::ForeignKey) {}
 

@@ -18,11 +18,11 @@ void KivPackage::addChildPackage(KivPackage* package)
 {
     if (package->parent == this && childPackages.contains(package))
         return;
-    reserveChildPackages(1);
+    childPackages.reserve(1);
     if (package->parent)
         package->parent->childPackages.remove(package);
     if (areChildrenItsOwn())
-        childPackages.addNew(package);
+        childPackages.append(package);
     else
         childPackages.add(package);
     package->setParent(this);
@@ -30,7 +30,8 @@ void KivPackage::addChildPackage(KivPackage* package)
 
 void KivPackage::removeChildPackage(KivPackage* package)
 {
-    if (childPackages.remove(package))
+    const bool isStranger = package->parent != this && areChildrenItsOwn();
+    if (!isStranger && childPackages.remove(package))
         package->setParent(nullptr);
 }
 
@@ -45,10 +46,7 @@ void KivPackage::setParent(KivPackage* newParent) noexcept
 
 void KivPackage::reserveChildPackages(std::size_t additional)
 {
-    if (areChildrenItsOwn())
-        childPackages.reserveNew(additional);
-    else
-        childPackages.reserve(additional);
+    childPackages.reserve(additional);
 }
 
 void KivPackage::addParentPackage(KivPackage* package)
@@ -200,3 +198,8 @@ template KivAssociationRole* KivModel::create();
 template KivGeneralization* KivModel::create();
 template KivDependency* KivModel::create();
 template KivRealization* KivModel::create();
+template KivJoin* KivModel::create();
+template KivJoinRole* KivModel::create();
+template KivAssociationRoleNameMap* KivModel::create();
+template KivClassifierMap* KivModel::create();
+template KivTransformation* KivModel::create();

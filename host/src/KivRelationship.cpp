@@ -51,7 +51,9 @@ KivString buildMultiplicity(int lower, int upper)
     return composeMultiplicity(lower, upper);
 }
 
+KivRelationship::KivRelationship(KivElementType code) : KivModelElement(code) {}
 KivAssociationRole::KivAssociationRole() : KivModelObject(KivElementType::AssociationRole) {}
+KivAssociationRoleNameMap::KivAssociationRoleNameMap() : KivModelObject(KivElementType::AssociationRoleNameMap) {}
 KivAssociation::KivAssociation() : KivRelationship(KivElementType::Association) {}
 KivGeneralization::KivGeneralization() : KivRelationship(KivElementType::Generalization) {}
 KivDependency::KivDependency() : KivRelationship(KivElementType::Dependency) {}

@@ -1,10 +1,12 @@
 #include "kiv/KivString.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <sys/single_threaded.h>
 #include <utility>
 
 // The header and the bytes lie in one block, so that a name costs one allocation and a string one pointer.
@@ -18,9 +20,27 @@ KivString::Storage* KivString::allocate(std::size_t capacity)
     return storage;
 }
 
-void KivString::destroy(Storage* storage) noexcept
+// As long as the process has one thread, counting needs no atomic operations.
+void KivString::addReference(Storage* storage) noexcept
 {
-    ::operator delete(storage);
+    if (__libc_single_threaded)
+        ++storage->references;
+    else
+        std::atomic_ref(storage->references).fetch_add(1, std::memory_order_relaxed);
+}
+
+void KivString::release(Storage* storage) noexcept
+{
+    const bool isLast = __libc_single_threaded
+                            ? --storage->references == 0
+                            : std::atomic_ref(storage->references).fetch_sub(1, std::memory_order_acq_rel) == 1;
+    if (isLast)
+        ::operator delete(storage);
+}
+
+bool KivString::isShared(Storage* storage) noexcept
+{
+    return std::atomic_ref(storage->references).load(std::memory_order_acquire) != 1;
 }
 
 KivString::KivString(const char* text)
@@ -70,12 +90,13 @@ KivString& KivString::add(std::string_view text)
     if (text.empty())
         return *this;
     const std::size_t old = length();
-    const bool fits = storage && !storage->isShared() && storage->capacity - old >= text.size();
+    const bool fits = storage && !isShared(storage) && storage->capacity - old >= text.size();
     if (!fits) {
         Storage* const grown = allocate(std::max(old + text.size(), std::min<std::size_t>(old * 2, 1U << 31)));
         std::memcpy(grown->bytes(), this->text(), old);
         std::memcpy(grown->bytes() + old, text.data(), text.size());
-        release(std::exchange(storage, grown));
+        if (Storage* const replaced = std::exchange(storage, grown))
+            release(replaced);
     } else {
         std::memcpy(storage->bytes() + old, text.data(), text.size());
     }
@@ -88,7 +109,7 @@ void KivString::truncate(std::size_t count)
 {
     if (count >= length())
         return;
-    if (storage->isShared()) {
+    if (isShared(storage)) {
         *this = left(count);
         return;
     }

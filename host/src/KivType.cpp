@@ -73,8 +73,74 @@ const KivString real = "double";
 } // namespace
 
 KivTypeValue::KivTypeValue() : KivModelObject(KivElementType::TypeValue) {}
+KivType::KivType(KivElementType code) : KivModelObject(code) {}
+KivConcreteType::KivConcreteType(KivElementType code) : KivType(code) {}
 KivBaseType::KivBaseType() : KivConcreteType(KivElementType::BaseType) {}
 KivDerivedType::KivDerivedType() : KivConcreteType(KivElementType::DerivedType) {}
+
+KivString KivType::getInitialValue() const
+{
+    return {};
+}
+
+int KivType::getLowerBound() const
+{
+    return 0;
+}
+
+int KivType::getUpperBound() const
+{
+    return -1;
+}
+
+bool KivType::getUserDefined() const
+{
+    return false;
+}
+
+KivString KivType::getNativeDataType() const
+{
+    return {};
+}
+
+KivString KivType::getUserDataType() const
+{
+    return {};
+}
+
+KivString KivType::getNativeLogicalDataType() const
+{
+    return {};
+}
+
+const KivType* KivType::getActualType() const
+{
+    return this;
+}
+
+bool KivType::containsTypeValue(const KivTypeValue* value) const
+{
+    return value && typeValues.contains(value);
+}
+
+KivTypeValue* KivType::getTypeValue(int index) const
+{
+    const auto place = static_cast<std::size_t>(index);
+    return index >= 0 && place < typeValues.count() ? typeValues.at(place) : nullptr;
+}
+
+KivTypeValue* KivType::getTypeValue(const KivString& name, int* index) const
+{
+    for (std::size_t place = 0; place < typeValues.count(); ++place) {
+        KivTypeValue* const value = typeValues.at(place);
+        if (value && value->getName() == name) {
+            if (index)
+                *index = static_cast<int>(place);
+            return value;
+        }
+    }
+    return nullptr;
+}
 
 void KivType::_depthTraversal(KivTraversalOperation& operation, void* context)
 {

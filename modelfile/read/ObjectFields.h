@@ -6,6 +6,15 @@
 
 // Entries for the tables of keys: members of an object, references, lists, and what every model object has.
 
+/// Elements that were made for the list they are put into, and so are not there yet.
+struct KivNewElements {
+    template <class Element>
+    static void add(KivSequenceOf<Element>& elements, Element* element)
+    {
+        elements.append(element);
+    }
+};
+
 namespace modelfile {
 
 template <class Member>
@@ -148,9 +157,9 @@ public:
     {
         if (stack.size() == start)
             return; // an empty collection has no memory
-        elements.reserveNew(stack.size() - start);
+        elements.reserve(stack.size() - start);
         for (std::size_t i = start; i < stack.size(); ++i)
-            elements.addNew(static_cast<Element*>(stack[i]));
+            KivNewElements::add(elements, static_cast<Element*>(stack[i]));
     }
 
 private:

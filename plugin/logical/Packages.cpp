@@ -64,18 +64,17 @@ void printNestedHead(const KivDesignPackage& package)
 void printElements(const KivDesignPackage& package)
 {
     ROS_E_PRINTING_CLASSES.log(*localLog);
-    const auto& elements = package.modelElements;
-    for (std::size_t i = 0; i < elements.count(); ++i) {
-        KivObject* const element = elements.at(i);
+    for (KivObject* const element : package.modelElements)
         if (element && element->elementType == KivElementType::Class)
             printClasses(static_cast<KivClass*>(element));
-        elements.fetchAhead(i);
-    }
     createEnumClass();
     ROS_E_PRINTING_ASSOCIATIONS.log(*localLog);
-    for (KivObject* const element : elements)
+    // By index: iteration fetches all that belongs to each element, and few of them are associations.
+    for (std::size_t i = 0; i < package.modelElements.count(); ++i) {
+        KivObject* const element = package.modelElements.at(i);
         if (element && element->elementType == KivElementType::Association)
             printAssociations(static_cast<KivAssociation*>(element));
+    }
 }
 
 void printChildPackages(int* diagramCounter, KivModel* model, const KivDesignPackage& package)

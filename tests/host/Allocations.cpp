@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
 std::size_t count = 0;
+std::size_t bytes = 0;
 std::size_t refused = never;
 
 } // namespace
@@ -16,6 +17,7 @@ std::size_t refused = never;
 // The forms without an alignment; those for arrays come here too.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
 {
+    bytes += size;
     return count++ == refused ? nullptr : std::malloc(size);
 }
 
@@ -39,6 +41,11 @@ void operator delete(void* block, std::size_t /*size*/) noexcept
 std::size_t allocationCount() noexcept
 {
     return count;
+}
+
+std::size_t allocatedBytes() noexcept
+{
+    return bytes;
 }
 
 RefusedAllocation::RefusedAllocation(std::size_t before) noexcept

@@ -6,6 +6,8 @@
 
 /// Number of allocations so far.
 [[nodiscard]] std::size_t allocationCount() noexcept;
+/// Bytes asked for so far.
+[[nodiscard]] std::size_t allocatedBytes() noexcept;
 
 /// As long as it lives, one allocation throws `std::bad_alloc`: the one after `before` others.
 class RefusedAllocation {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kiv/KivCodes.h"
 #include "kiv/KivKey.h"
 #include "kiv/KivType.h"
 
@@ -8,59 +9,56 @@ class KivGeneralization;
 class KivRealization;
 
 /// An argument of an operation, or a template parameter of a class.
-class __attribute__((visibility("default"))) KivArgument final : public KivModelObject {
+class __attribute__((visibility("default"))) KivArgument : public KivModelObject {
 public:
     KivArgument();
-    static constexpr bool endsPasses = true;
 
     std::int16_t position = 0;
     KivType* type = nullptr; ///< null: no type
     KivString initialValue;
 };
 
-class __attribute__((visibility("default"))) KivOperation final : public KivModelObject {
+class __attribute__((visibility("default"))) KivOperation : public KivModelObject {
 public:
     KivOperation();
 
-    int visibility = 0; ///< 0 public, 1 protected, 2 private, other implementation
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
+
+    int visibility = KivVisibility::Public;
     KivLinkTree<KivArgument> arguments;
     KivType* returnType = nullptr; ///< null: no result
     KivString semantics;
     KivString preCondition;
     KivString postCondition;
-    int concurrency = 0; ///< 0 sequential, 1 guarded, 2 active, other synchronous
+    int concurrency = KivConcurrency::Sequential;
     std::int16_t position = 0;
     bool isAbstract = false;
     bool isFriend = false;
     bool isStatic = false;
     bool isVirtual = false;
-
-protected:
-    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
 class __attribute__((visibility("default"))) KivFeature : public KivModelObject {
 protected:
-    using KivModelObject::KivModelObject;
+    explicit KivFeature(KivElementType code = KivElementType::Feature);
 };
 
 class __attribute__((visibility("default"))) KivStructuralFeature : public KivFeature {
 protected:
-    using KivFeature::KivFeature;
+    explicit KivStructuralFeature(KivElementType code = KivElementType::StructuralFeature);
 };
 
 /// An attribute of a class, or a qualifier of an association role.
-class __attribute__((visibility("default"))) KivAttribute final : public KivStructuralFeature {
+class __attribute__((visibility("default"))) KivAttribute : public KivStructuralFeature {
 public:
     KivAttribute();
-    static constexpr bool endsPasses = true;
 
-    int visibility = 0;      ///< 0 public, 1 protected, 2 private, other implementation
+    int visibility = KivVisibility::Public;
     KivType* type = nullptr; ///< null: no type
     KivString initialValue;
     KivVector<KivKey> keys; ///< the candidate and foreign keys that the attribute belongs to
     KivKeyMappings keyMappings;
-    int containment = 2; ///< 0 by value, 1 by reference, other unspecified
+    int containment = KivContainment::Unspecified;
     std::int16_t position = 0;
     bool isStatic = false;
     bool isDerived = false;
@@ -68,10 +66,10 @@ public:
 
 class __attribute__((visibility("default"))) KivClassifier : public KivModelElement {
 protected:
-    using KivModelElement::KivModelElement;
+    explicit KivClassifier(KivElementType code = KivElementType::Classifier);
 };
 
-class __attribute__((visibility("default"))) KivClass final : public KivClassifier {
+class __attribute__((visibility("default"))) KivClass : public KivClassifier {
 public:
     KivClass();
 
@@ -80,6 +78,7 @@ public:
     [[nodiscard]] KivAttribute* getAttribute(std::size_t index) const noexcept { return attributes.at(index); }
     /// Fills `view` with the operations in ascending position.
     void getOperationByPosition(KivOperationByPosition& view) const { view.fill(operations); }
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 
     KivVector<KivAttribute> attributes;
     KivVector<KivOperation> operations;
@@ -90,15 +89,22 @@ public:
     KivLinkTree<KivDependency> dependencies;      ///< those whose client is the class
     KivLinkTree<KivObject> links;                 ///< among others every class diagram that draws the class
     KivString cardinality;
-    /// 0 data class, 1 class, 2 parameterized class, 3 instantiated class, 4 class utility, 5 parameterized class
-    /// utility, 6 instantiated class utility, 8 metaclass, 9 interface, other class.
-    int classType = 1;
-    int visibility = 0;  ///< 0 public, other implementation
-    int concurrency = 0; ///< 0 sequential, 1 guarded, 2 active, other synchronous
+    int classType = KivClassType::Class;
+    int visibility = KivVisibility::Public;
+    int concurrency = KivConcurrency::Sequential;
     int space = 0;
     bool isAbstract = false;
     bool isPersistent = false;
+};
 
-protected:
-    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
+/// A join of classes: data that comes from several of them.
+class __attribute__((visibility("default"))) KivJoin : public KivClassifier {
+public:
+    KivJoin();
+};
+
+/// One of the classes in a join.
+class __attribute__((visibility("default"))) KivJoinRole : public KivModelObject {
+public:
+    KivJoinRole();
 };

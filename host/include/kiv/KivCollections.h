@@ -7,124 +7,94 @@
 #include <iterator>
 #include <memory>
 #include <span>
+#include <type_traits>
 
 class KivObject;
 
-/// What the three container kinds of the model share: objects in the order in which they were added.
+/// What the three container kinds of the model share: objects in the order in which they were added. A collection never
+/// owns its elements; an empty one is one pointer.
 ///
-/// Element at index i is the i-th added of those still there. Count and element at index take constant time;
-/// membership, index and removal take constant time on average, logarithmic time where elements were removed from the
-/// middle. A removal keeps the order of the rest. A collection never owns its elements. An empty one is one pointer.
+/// Count and element at index take constant time, adding constant time on average, membership, index and lookup by name
+/// logarithmic time on average. A removal takes the time to move the shorter side, and keeps the order. Only additions
+/// need memory; one that throws `std::bad_alloc` has changed nothing. Searches make an index of a large collection;
+/// without memory for it they look at every element.
 class __attribute__((visibility("default"))) KivSequence {
 public:
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
-    KivSequence() noexcept;
-    KivSequence(KivSequence&& other) noexcept;
-    KivSequence& operator=(KivSequence&& other) noexcept;
-    KivSequence(const KivSequence&) = delete;
-    KivSequence& operator=(const KivSequence&) = delete;
-    ~KivSequence();
-
-    [[nodiscard]] std::size_t count() const noexcept { return places ? places->live() : 0; }
+    [[nodiscard]] std::size_t count() const noexcept { return block ? block->count : 0; }
     [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
-    void removeAll() noexcept;
-    /// Makes room: the next `additional` additions neither allocate nor throw.
-    void reserve(std::size_t additional);
-    /// The same for additions of elements that are known to be new (`KivLinkTree::addNew`), which ask for less.
-    void reserveNew(std::size_t additional);
-
-    /// For a loop that goes into each element and has come to `index`: asks the processor for what the next ones are
-    /// made of, so that a pass over a large model does not wait for each piece of it in turn. What belongs to an
-    /// element is mostly made right behind it and lies there in memory, up to the next one: objects in one stretch,
-    /// texts and collections in another. Whole stretches come faster than the pieces of them that are needed, which
-    /// have to be found first. Nothing changes.
-    void fetchAhead(std::size_t index) const noexcept;
+    void removeAll() noexcept { block.reset(); }
+    /// Makes room: the next `additional` additions do not throw, whatever is removed in between.
+    void reserve(std::size_t additional) { makeRoom(additional); }
 
 protected:
-    /// How many elements a loop has on the way from memory.
-    static constexpr std::size_t fetchDistance = 8;
-
     /// `index` must be below `count()`.
-    [[nodiscard]] KivObject* objectAt(std::size_t index) const noexcept
-    {
-        return places->holes == 0 ? places->slots()[places->head + index] : objectBetweenHoles(index);
-    }
-    /// Asks for the element at `index`, which need not exist.
-    void fetchElement(std::size_t index) const noexcept
-    {
-        if (places && index < places->live() && places->holes == 0)
-            fetchMemory(places->slots()[places->head + index]);
-    }
+    [[nodiscard]] KivObject* objectAt(std::size_t index) const noexcept { return block->objects()[index]; }
     /// Index of the first place that holds `object`, or `npos`.
     [[nodiscard]] std::size_t indexOfObject(const KivObject* object) const;
     void append(KivObject* object);
-    /// Returns false, and changes nothing, when `object` is already there.
-    bool appendOnce(KivObject* object);
-    /// Takes out the first place that holds `object`; returns false when there is none. When it throws, nothing has
-    /// changed; it does not throw for the first element, nor for the last one where `reserve` was called or of a
-    /// collection that never had more than eight.
-    bool removeObject(const KivObject* object);
+    /// Takes out the first place that holds `object`; returns false when there is none. `mayRepeat` tells whether other
+    /// places can hold it as well.
+    bool removeObject(const KivObject* object, bool mayRepeat);
     /// The first element of that exact name, or null.
     [[nodiscard]] KivObject* objectNamed(const KivString& name) const;
     /// Must be called after the name of `object` changed from `oldName`.
     void renamed(KivObject* object, const KivString& oldName) noexcept;
+    /// For a loop that has come to `index`: asks the processor for what the next elements are made of, so that a pass
+    /// over a large model does not wait for each piece of it in turn. `index` must be that far from the end.
+    void fetchAhead(std::size_t index) const noexcept;
+    static constexpr std::size_t fetchDistance = 3;
 
 private:
-    struct Lookup;
-    // One block of memory: what there is to know, and behind it the slots. Not there while nothing was added.
-    struct Places {
-        std::uint32_t size = 0; // slots in use, free ones among them
+    friend class KivPackage;      // knows which packages are no children of it yet
+    friend struct KivNewElements; // of a model file: each was made for its list
+
+    struct Index;
+    // One block of memory: what there is to know, and behind it the places. Not there while nothing was added.
+    struct Block {
         std::uint32_t capacity = 0;
-        std::uint32_t head = 0;  // slots before it are free
-        std::uint32_t holes = 0; // free slots between elements
-        Lookup* lookup = nullptr;
+        std::uint32_t head = 0; // places in front of the elements, left by removals
+        std::uint32_t count = 0;
+        std::uint32_t questions = 0; // answered by a look at every element
+        std::unique_ptr<Index> index;
 
-        // Number of elements.
-        [[nodiscard]] std::uint32_t live() const noexcept { return size - head - holes; }
-        [[nodiscard]] KivObject** slots() noexcept { return reinterpret_cast<KivObject**>(this + 1); }
-        [[nodiscard]] std::span<KivObject* const> used() noexcept { return {slots(), size}; }
+        [[nodiscard]] KivObject** objects() noexcept { return reinterpret_cast<KivObject**>(this + 1) + head; }
+        [[nodiscard]] std::span<KivObject* const> all() noexcept { return {objects(), count}; }
     };
-    struct Release {
-        void operator()(Places* block) const noexcept;
+    struct __attribute__((visibility("default"))) Release {
+        void operator()(Block* block) const noexcept;
     };
-    [[nodiscard]] KivObject* objectBetweenHoles(std::size_t index) const noexcept;
-    [[nodiscard]] std::size_t findSlot(const KivObject* object) const;
-    // A block with at least that many slots, the elements in it.
-    Places& ensureCapacity(std::size_t capacity);
-    [[nodiscard]] Lookup& ensureLookup() const;
-    // Whether a table finds elements; there must be places.
-    [[nodiscard]] bool hasTable() const noexcept;
-    void buildTable() const;
+    Block& makeRoom(std::size_t additional);
+    [[nodiscard]] const Index* indexForQuestion(bool aboutNames) const;
 
-    std::unique_ptr<Places, Release> places;
+    std::unique_ptr<Block, Release> block;
 };
 
-/// Elements of one class, as the typed containers below give them.
+/// Elements of one class, as the typed containers below give them. Additions leave iterators valid.
 template <class Element>
 class KivSequenceOf : public KivSequence {
 public:
-    class Iterator {
-    public:
+    struct Iterator {
         using iterator_category = std::input_iterator_tag;
         using value_type = Element*;
         using difference_type = std::ptrdiff_t;
         using pointer = Element* const*;
         using reference = Element*;
 
-        Iterator(const KivSequenceOf& theSequence, std::size_t theIndex) : sequence(&theSequence), index(theIndex) {}
+        const KivSequenceOf* sequence;
+        std::size_t index;
+
         Element* operator*() const { return sequence->at(index); }
         Iterator& operator++()
         {
             ++index;
-            sequence->fetchElement(index + fetchDistance - 1);
+            if constexpr (std::is_same_v<Element, KivObject>) // of these some are large
+                if (index + fetchDistance < sequence->count())
+                    sequence->fetchAhead(index);
             return *this;
         }
         friend bool operator==(const Iterator& a, const Iterator& b) { return a.index == b.index; }
-
-    private:
-        const KivSequenceOf* sequence;
-        std::size_t index;
     };
 
     /// `index` must be below `count()`.
@@ -132,11 +102,9 @@ public:
     /// Index of the first place that holds `element`, or `npos`.
     [[nodiscard]] std::size_t indexOf(const Element* element) const { return indexOfObject(element); }
     [[nodiscard]] bool contains(const Element* element) const { return indexOf(element) != npos; }
-    /// Takes out the first place that holds `element`; returns false when there is none.
-    bool remove(const Element* element) { return removeObject(element); }
 
-    [[nodiscard]] Iterator begin() const { return {*this, 0}; }
-    [[nodiscard]] Iterator end() const { return {*this, this->count()}; }
+    [[nodiscard]] Iterator begin() const { return {this, 0}; }
+    [[nodiscard]] Iterator end() const { return {this, this->count()}; }
 };
 
 /// A vector: the same object may stand in it several times, and a place may hold null.
@@ -144,8 +112,8 @@ template <class Element>
 class KivVector : public KivSequenceOf<Element> {
 public:
     void add(Element* element) { this->append(element); }
-    /// The same; for code that fills collections of either kind.
-    void addNew(Element* element) { this->append(element); }
+    /// Takes out the first place that holds `element`; returns false when there is none.
+    bool remove(const Element* element) { return this->removeObject(element, true); }
 };
 
 /// A link tree: holds an object at most once and never null; adding it again changes nothing.
@@ -153,9 +121,15 @@ template <class Element>
 class KivLinkTree : public KivSequenceOf<Element> {
 public:
     /// Returns whether the element is new.
-    bool add(Element* element) { return element && this->appendOnce(element); }
-    /// Adds an element that must be neither null nor there already, which is not checked.
-    void addNew(Element* element) { this->append(element); }
+    bool add(Element* element)
+    {
+        const bool isNew = element && !this->contains(element);
+        if (isNew)
+            this->append(element);
+        return isNew;
+    }
+    /// Returns whether the element was there.
+    bool remove(const Element* element) { return this->removeObject(element, false); }
 };
 
 /// A link tree with lookup by name. Two different objects of equal name are both kept.

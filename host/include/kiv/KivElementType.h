@@ -46,67 +46,71 @@ enum class KivElementType : int {
     Package = 144,
 };
 
+/// A class of the tree that the codes stand for.
+struct KivElementClass {
+    KivElementType code;
+    KivElementType base; ///< the class one step up; `Object` is its own
+    const char* name;
+};
+
+inline constexpr auto kivElementClasses = [] {
+    using enum KivElementType;
+    return std::to_array<KivElementClass>({
+        {Object, Object, "KivObject"},
+        {Note, Object, "KivNote"},
+        {ModelObject, Object, "KivModelObject"},
+        {Package, ModelObject, "KivPackage"},
+        {Model, Package, "KivModel"},
+        {DesignPackage, Package, "KivDesignPackage"},
+        {Type, ModelObject, "KivType"},
+        {ConcreteType, Type, "KivConcreteType"},
+        {BaseType, ConcreteType, "KivBaseType"},
+        {DerivedType, ConcreteType, "KivDerivedType"},
+        {TypeValue, ModelObject, "KivTypeValue"},
+        {Diagram, ModelObject, "KivDiagram"},
+        {ClassDiagram, Diagram, "KivClassDiagram"},
+        {ModelElement, ModelObject, "KivModelElement"},
+        {Classifier, ModelElement, "KivClassifier"},
+        {Class, Classifier, "KivClass"},
+        {Join, Classifier, "KivJoin"},
+        {Relationship, ModelElement, "KivRelationship"},
+        {Association, Relationship, "KivAssociation"},
+        {Generalization, Relationship, "KivGeneralization"},
+        {Dependency, Relationship, "KivDependency"},
+        {Realization, Relationship, "KivRealization"},
+        {Feature, ModelObject, "KivFeature"},
+        {StructuralFeature, Feature, "KivStructuralFeature"},
+        {Attribute, StructuralFeature, "KivAttribute"},
+        {AssociationRole, ModelObject, "KivAssociationRole"},
+        {AssociationRoleNameMap, ModelObject, "KivAssociationRoleNameMap"},
+        {Operation, ModelObject, "KivOperation"},
+        {Argument, ModelObject, "KivArgument"},
+        {JoinRole, ModelObject, "KivJoinRole"},
+        {Key, ModelObject, "KivKey"},
+        {CandidateKey, Key, "KivCandidateKey"},
+        {ForeignKey, Key, "KivForeignKey"},
+        {PresentationElement, Object, "KivPresentationElement"},
+        {Projection, PresentationElement, "KivProjection"},
+        {RelationshipProjection, Projection, "KivRelationshipProjection"},
+        {MappingObject, Object, "KivMappingObject"},
+        {ClassifierMap, MappingObject, "KivClassifierMap"},
+        {Transformation, MappingObject, "KivTransformation"},
+    });
+}();
+
+inline constexpr auto kivElementBases = [] {
+    std::array<KivElementType, static_cast<std::size_t>(KivElementType::Package) + 1> result = {};
+    result.fill(KivElementType::Object);
+    for (const KivElementClass& row : kivElementClasses)
+        result[static_cast<std::size_t>(row.code)] = row.base;
+    return result;
+}();
+
 /// The code one step up the class tree; `Object` for `Object` itself and for a code that is not in the tree.
 [[nodiscard]] constexpr KivElementType baseOf(KivElementType code) noexcept
 {
-    using enum KivElementType;
-    switch (code) {
-    case Model:
-    case DesignPackage:
-        return Package;
-    case BaseType:
-    case DerivedType:
-        return ConcreteType;
-    case ConcreteType:
-        return Type;
-    case ClassDiagram:
-        return Diagram;
-    case Class:
-    case Join:
-        return Classifier;
-    case Generalization:
-    case Association:
-    case Dependency:
-    case Realization:
-        return Relationship;
-    case Classifier:
-    case Relationship:
-        return ModelElement;
-    case Attribute:
-        return StructuralFeature;
-    case StructuralFeature:
-        return Feature;
-    case CandidateKey:
-    case ForeignKey:
-        return Key;
-    case RelationshipProjection:
-        return Projection;
-    case Projection:
-        return PresentationElement;
-    case ClassifierMap:
-    case Transformation:
-        return MappingObject;
-    case Package:
-    case Type:
-    case TypeValue:
-    case Diagram:
-    case ModelElement:
-    case Feature:
-    case AssociationRole:
-    case AssociationRoleNameMap:
-    case Operation:
-    case Argument:
-    case JoinRole:
-    case Key:
-        return ModelObject;
-    case Note:
-    case ModelObject:
-    case MappingObject:
-    case PresentationElement:
-    case Object:
-        return Object;
-    }
-    return Object;
+    const auto place = static_cast<std::size_t>(code);
+    return place < kivElementBases.size() ? kivElementBases[place] : KivElementType::Object;
 }
 
 /// Whether an object with the code `own` is an instance of `code`: of its own code, or of one further up the tree.

@@ -10,7 +10,7 @@ public:
     KivLinkTree<KivAttribute> attributes;
 
 protected:
-    using KivModelObject::KivModelObject;
+    explicit KivKey(KivElementType code = KivElementType::Key);
 };
 
 class __attribute__((visibility("default"))) KivCandidateKey : public KivKey {

@@ -6,7 +6,6 @@
 #include "kiv/KivTraversal.h"
 
 #include <cstdint>
-#include <type_traits>
 
 /// Root of everything a model holds.
 ///
@@ -17,10 +16,32 @@ class __attribute__((visibility("default"))) KivObject {
 public:
     KivObject(const KivObject&) = delete;
     KivObject& operator=(const KivObject&) = delete;
-    virtual ~KivObject();
 
+    // Classes of hosts derive from these, so the order of the virtual operations is part of the interface. Those that
+    // say "nothing" are for hosts to override.
+
+    /// Takes over what `other` has: nothing.
+    virtual void setFrom(const KivObject& other);
+    virtual ~KivObject();
+    /// Leaves the object that this one is a part of: nothing.
+    virtual void removeAggregationAssembly();
+    /// Deletes the object and what it holds: nothing, objects of a model live as long as it does.
+    virtual void recursiveDelete();
+    /// Takes the object out of its surroundings: nothing.
+    virtual void isolate(bool isDeep);
     /// True for the object's own code and for the codes of its bases.
     [[nodiscard]] virtual bool isInstanceOf(KivElementType code) const;
+    /// The package that holds a package, or null; null for every other object.
+    [[nodiscard]] virtual KivObject* getParent() const;
+    [[nodiscard]] virtual int getParentCount() const;
+    /// Whether both are the same object.
+    [[nodiscard]] virtual bool operator==(const KivObject& other) const;
+    [[nodiscard]] virtual bool operator!=(const KivObject& other) const;
+    [[nodiscard]] virtual bool equals(const KivObject& other) const;
+    /// Whether others refer to the object: false.
+    [[nodiscard]] virtual bool isReferenced() const;
+    /// Replaces the name and the description by what `convert` makes of them.
+    virtual void transcode(KivString (*convert)(const KivString&));
     /// Visits this object and everything it holds, depth-first, each object once; what an object holds is visited in
     /// a fixed order (packages: elements, sub-packages, diagrams, notes). Neither allocates nor recurses with the
     /// depth of the package tree, so it throws only what the operation throws. The objects note how far a pass has
@@ -28,9 +49,12 @@ public:
     virtual void depthTraversal(KivTraversalOperation& operation, void* context);
     virtual void setName(const KivString& newName);
     [[nodiscard]] virtual const KivString& getName() const { return name; }
-
-    /// Whether a pass finds nothing to visit below an object of the class.
-    static constexpr bool endsPasses = false;
+    /// The name as users see it.
+    [[nodiscard]] virtual KivString getDisplayName() const;
+    /// Visits what the object holds; a part of `depthTraversal`.
+    virtual void _depthTraversal(KivTraversalOperation& operation, void* context);
+    /// The name of the class that the object's code stands for.
+    [[nodiscard]] virtual const char* getMetaClass() const;
 
     // What a pass over a model asks of every object stands at its head, side by side. After that fields are ordered by
     // size, so that an object of a large model has no gaps.
@@ -52,30 +76,22 @@ public:
     void* generalPointer = nullptr;
 
 protected:
-    explicit KivObject(KivElementType code);
-    /// Visits what the object holds.
-    virtual void _depthTraversal(KivTraversalOperation& operation, void* context);
+    explicit KivObject(KivElementType code = KivElementType::Object);
     /// Visits `object` unless it is null or this pass has been there.
-    template <class Element>
-    static void visit(Element* object, KivTraversalOperation& operation, void* context)
+    static void visit(KivObject* object, KivTraversalOperation& operation, void* context)
     {
         if (!object || !object->enter(operation))
             return;
         if (operation.hearsOfEntering)
             operation.pre_process(object, context);
-        if constexpr (!Element::endsPasses)
-            static_cast<KivObject*>(object)->_depthTraversal(operation, context);
+        object->_depthTraversal(operation, context);
         operation.post_process(object, context);
     }
     template <class Element>
     static void visitAll(const KivSequenceOf<Element>& elements, KivTraversalOperation& operation, void* context)
     {
-        const std::size_t count = elements.count();
-        for (std::size_t i = 0; i < count; ++i) {
-            visit(elements.at(i), operation, context);
-            if constexpr (std::is_same_v<Element, KivObject>) // of these some are large
-                elements.fetchAhead(i);
-        }
+        for (Element* const element : elements)
+            visit(element, operation, context);
     }
     /// True the first time that the pass of `operation` asks.
     [[nodiscard]] bool enter(const KivTraversalOperation& operation) noexcept
@@ -98,7 +114,7 @@ class KivClassDiagram;
 
 class __attribute__((visibility("default"))) KivPresentationElement : public KivObject {
 protected:
-    using KivObject::KivObject;
+    explicit KivPresentationElement(KivElementType code = KivElementType::PresentationElement);
 };
 
 /// Where and how an element is drawn on one diagram.
@@ -145,10 +161,26 @@ public:
     int modelLevel = 0;
 
 protected:
-    using KivObject::KivObject;
+    explicit KivModelObject(KivElementType code = KivElementType::ModelObject);
 };
 
 class __attribute__((visibility("default"))) KivModelElement : public KivModelObject {
 protected:
-    using KivModelObject::KivModelObject;
+    explicit KivModelElement(KivElementType code = KivElementType::ModelElement);
+};
+
+/// What stands for elements of this model in another one.
+class __attribute__((visibility("default"))) KivMappingObject : public KivObject {
+protected:
+    explicit KivMappingObject(KivElementType code = KivElementType::MappingObject);
+};
+
+class __attribute__((visibility("default"))) KivClassifierMap : public KivMappingObject {
+public:
+    KivClassifierMap();
+};
+
+class __attribute__((visibility("default"))) KivTransformation : public KivMappingObject {
+public:
+    KivTransformation();
 };

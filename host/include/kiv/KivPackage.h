@@ -22,8 +22,9 @@ public:
     /// The same as `package->addChildPackage` of this one.
     void addParentPackage(KivPackage* package);
     /// The package that this one is a child of, or null.
-    [[nodiscard]] KivPackage* getParent() const noexcept { return parent; }
+    [[nodiscard]] KivPackage* getParent() const override { return parent; }
     void setName(const KivString& newName) override;
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 
     KivNameLinkTree<KivPackage> childPackages;
     KivVector<KivDiagram> diagrams;
@@ -32,8 +33,8 @@ public:
 
 protected:
     explicit KivPackage(KivElementType code);
-    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
-    /// Visits what the package holds besides and before what every package holds.
+    /// Visits what the package holds besides and before what every package holds. A pass goes through packages within
+    /// packages without a call of `_depthTraversal` for each, so this is what a package with more in it overrides.
     virtual void traverseOwnContents(KivTraversalOperation& operation, void* context);
 
 private:

@@ -19,59 +19,62 @@ __attribute__((visibility("default"))) void decodeMultiplicity(const KivMultipli
 
 class __attribute__((visibility("default"))) KivRelationship : public KivModelElement {
 protected:
-    using KivModelElement::KivModelElement;
+    explicit KivRelationship(KivElementType code = KivElementType::Relationship);
 };
 
 /// One end of an association.
-class __attribute__((visibility("default"))) KivAssociationRole final : public KivModelObject {
+class __attribute__((visibility("default"))) KivAssociationRole : public KivModelObject {
 public:
     KivAssociationRole();
 
     /// Fills `view` with the role's own qualifier attributes in ascending position.
     void getQualifierAttributeByPosition(KivAttributeByPosition& view) const { view.fill(qualifiers); }
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 
     KivClass* participant = nullptr; ///< the class at this end; a role without one is not exported
     KivKey* key = nullptr;           ///< the key behind the role, or null
     KivString constraint;
     KivVector<KivAttribute> qualifiers;
     KivMultiplicity multiplicity;
-    int visibility = 0;  ///< 0 public, 1 protected, 2 private, other implementation
-    int containment = 2; ///< 0 by value, 1 by reference, other unspecified
+    int visibility = KivVisibility::Public;
+    int containment = KivContainment::Unspecified;
     bool isAggregateEnd = false;
     bool isNavigable = false;
     bool isStatic = false;
     bool isFriend = false;
-
-protected:
-    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class __attribute__((visibility("default"))) KivAssociation final : public KivRelationship {
+/// The names that the foreign key behind a role gives to what it refers to.
+class __attribute__((visibility("default"))) KivAssociationRoleNameMap : public KivModelObject {
+public:
+    KivAssociationRoleNameMap();
+};
+
+class __attribute__((visibility("default"))) KivAssociation : public KivRelationship {
 public:
     KivAssociation();
+
+    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 
     KivVector<KivAssociationRole> roles;
     KivClass* associationClass = nullptr; ///< or null
     KivString constraint;
     bool isAggregation = false;
-
-protected:
-    void _depthTraversal(KivTraversalOperation& operation, void* context) override;
 };
 
-class __attribute__((visibility("default"))) KivGeneralization final : public KivRelationship {
+class __attribute__((visibility("default"))) KivGeneralization : public KivRelationship {
 public:
     KivGeneralization();
 
     /// A place may hold null: it counts for the numbers formed from indexes, and gives no entry in the file.
     KivVector<KivClass> supertypes;
     KivVector<KivClass> subtypes;
-    int visibility = 0; ///< 0 public, 1 protected, 2 private, other implementation
+    int visibility = KivVisibility::Public;
     bool isVirtual = false;
     bool isFriend = false;
 };
 
-class __attribute__((visibility("default"))) KivDependency final : public KivRelationship {
+class __attribute__((visibility("default"))) KivDependency : public KivRelationship {
 public:
     KivDependency();
 
@@ -79,7 +82,7 @@ public:
     KivClass* supplier = nullptr; ///< the used class
 };
 
-class __attribute__((visibility("default"))) KivRealization final : public KivRelationship {
+class __attribute__((visibility("default"))) KivRealization : public KivRelationship {
 public:
     KivRealization();
 

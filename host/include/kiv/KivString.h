@@ -1,18 +1,9 @@
 #pragma once
 
-#include <atomic>
 #include <compare>
 #include <cstddef>
 #include <string_view>
-#include <sys/single_threaded.h>
 #include <utility>
-
-/// Asks the processor for memory that is needed soon. It need not be there: a null pointer is no fault.
-inline void fetchMemory(const void* memory) noexcept
-{
-    __builtin_prefetch(memory);
-    asm volatile(""); // a function that does nothing but this has no effect in the eyes of GCC, which drops its calls
-}
 
 /// The host's string type: a sequence of bytes, UTF-8 in a model, without an opinion about their meaning.
 ///
@@ -29,7 +20,7 @@ public:
     KivString(const KivString& other) noexcept : storage(other.storage)
     {
         if (storage)
-            storage->addReference();
+            addReference(storage);
     }
     KivString(KivString&& other) noexcept : storage(std::exchange(other.storage, nullptr)) {}
     KivString& operator=(const KivString& other) noexcept
@@ -43,7 +34,11 @@ public:
         std::swap(storage, other.storage);
         return *this;
     }
-    ~KivString() { release(storage); } // NOLINT(clang-analyzer-cplusplus.NewDelete): it does not follow the count
+    ~KivString()
+    {
+        if (storage)
+            release(storage);
+    }
 
     /// Length in bytes, the terminating zero not counted.
     [[nodiscard]] std::size_t length() const noexcept { return storage ? storage->length : 0; }
@@ -89,32 +84,11 @@ private:
         unsigned capacity;
 
         [[nodiscard]] char* bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
-        // As long as the process has one thread, counting needs no atomic operations.
-        void addReference() noexcept
-        {
-            if (__libc_single_threaded)
-                ++references;
-            else
-                std::atomic_ref(references).fetch_add(1, std::memory_order_relaxed);
-        }
-        [[nodiscard]] bool removeReference() noexcept
-        {
-            if (__libc_single_threaded)
-                return --references == 0; // NOLINT(clang-analyzer-cplusplus.NewDelete): it does not follow the count
-            return std::atomic_ref(references).fetch_sub(1, std::memory_order_acq_rel) == 1;
-        }
-        [[nodiscard]] bool isShared() noexcept
-        {
-            return std::atomic_ref(references).load(std::memory_order_acquire) != 1;
-        }
     };
     static Storage* allocate(std::size_t capacity);
-    static void destroy(Storage* storage) noexcept;
-    static void release(Storage* storage) noexcept
-    {
-        if (storage && storage->removeReference())
-            destroy(storage);
-    }
+    static void addReference(Storage* storage) noexcept;
+    static void release(Storage* storage) noexcept;
+    [[nodiscard]] static bool isShared(Storage* storage) noexcept;
     void assign(std::string_view text);
 
     Storage* storage = nullptr;

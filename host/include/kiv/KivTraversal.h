@@ -10,7 +10,8 @@ public:
     KivTraversalOperation() = default;
     KivTraversalOperation(const KivTraversalOperation&) = delete;
     KivTraversalOperation& operator=(const KivTraversalOperation&) = delete;
-    virtual ~KivTraversalOperation();
+
+    // The order of the two is part of the interface.
 
     /// Called on entering an object, unless the operation is one of `onLeavingOnly`; what it leaves in `context` is
     /// handed to the object's contents.
@@ -19,6 +20,7 @@ public:
     virtual void post_process(KivObject* object, void* context);
 
 protected:
+    ~KivTraversalOperation() = default;
     /// An operation that does nothing on entering objects says so: calls cost time.
     enum class Calls : bool { onEnteringAndLeaving, onLeavingOnly };
     explicit KivTraversalOperation(Calls calls) : hearsOfEntering(calls == Calls::onEnteringAndLeaving) {}
@@ -28,4 +30,17 @@ private:
     friend class KivPackage;
     bool hearsOfEntering = true;
     std::uint32_t pass = 0;
+};
+
+/// Stores a value into the general pointer of every object.
+class __attribute__((visibility("default"))) KivSetGeneralPointerOperation final : public KivTraversalOperation {
+public:
+    explicit KivSetGeneralPointerOperation(void* theValue)
+        : KivTraversalOperation(Calls::onLeavingOnly), value(theValue)
+    {
+    }
+    void post_process(KivObject* object, void* context) override;
+
+private:
+    void* value;
 };
