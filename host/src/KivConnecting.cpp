@@ -6,7 +6,7 @@ namespace {
 
 // Meets every reference that a collection mirrors: calls `sink.put(owner, name of the collection, collection, object)`.
 template <class Sink>
-class Mirroring final : public KivTraversalOperation {
+class Mirroring : public KivTraversalOperation {
 public:
     explicit Mirroring(Sink& theSink) : sink(theSink) {}
 
@@ -117,7 +117,7 @@ private:
 };
 
 // Whether anything stands in a collection that no reference leads to.
-class Ending final : public KivTraversalOperation {
+class Ending : public KivTraversalOperation {
 public:
     explicit Ending(Comparing& theComparing) : comparing(theComparing) {}
 

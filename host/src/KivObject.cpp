@@ -6,6 +6,7 @@
 
 void KivTraversalOperation::pre_process(KivObject* /*object*/, void*& /*context*/) {}
 void KivTraversalOperation::post_process(KivObject* /*object*/, void* /*context*/) {}
+KivTraversalOperation::~KivTraversalOperation() = default;
 
 void KivSetGeneralPointerOperation::post_process(KivObject* object, void* /*context*/)
 {

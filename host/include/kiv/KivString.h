@@ -37,7 +37,7 @@ public:
     ~KivString()
     {
         if (storage)
-            release(storage);
+            release(storage); // NOLINT(clang-analyzer-cplusplus.NewDelete): it does not follow the count
     }
 
     /// Length in bytes, the terminating zero not counted.
