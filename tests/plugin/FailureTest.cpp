@@ -219,6 +219,9 @@ TEST(Failure, ToWriteLeavesABeginningOfTheFile)
 
 TEST(Failure, OfAThreadThatIsCancelledInAWriteLeavesABeginningOfTheFile)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer takes the stack that a cancelled write leaves for one in use";
+#endif
     ModelBuilder builder;
     fillLarge(builder);
     const std::string whole = exportedFile(builder.model);
