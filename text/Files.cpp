@@ -1,5 +1,7 @@
 #include "text/Files.h"
 
+#include "text/ReadRecord.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -52,6 +54,7 @@ std::string readFile(const std::string& path, std::size_t mostBytes)
     struct stat status = {};
     if (file.get() < 0 || fstat(file.get(), &status) != 0)
         fail(path, errno);
+    ReadRecord::note(path, status);
     const bool hasSize = S_ISREG(status.st_mode) && status.st_size > 0;
     const std::size_t size = hasSize ? static_cast<std::size_t>(status.st_size) : 0;
     if (size > mostBytes)

@@ -42,7 +42,9 @@ void writePage(const reader::Document& document, const std::string& title, const
 int browseFile(const BrowseRequest& request, const std::string& output)
 {
     return reportFailures(request.file, output, [&] {
+        const text::ReadRecord read;
         const reader::Document document(request.file, readOptions(request.reading));
+        refuseClashes({{output, "the page"}}, read);
         writePage(document, titleOf(request.file), output);
         if (!request.isQuiet)
             reportFindings(document);
@@ -55,10 +57,5 @@ int browseFile(const BrowseRequest& request, const std::string& output)
 int runBrowse(const BrowseRequest& request)
 {
     const std::string output = request.output.empty() ? defaultPageName(request.file) : request.output;
-    const std::string clash = clashOf({{request.file, "the file"}, {output, "the page"}});
-    if (!clash.empty()) {
-        report(clash);
-        return wrongUsage;
-    }
     return browseFile(request, output);
 }

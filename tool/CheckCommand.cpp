@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "FileRoles.h"
+
 #include "text/Files.h"
 #include "text/JsonWriter.h"
 #include "text/Utf8.h"
@@ -10,6 +12,8 @@
 #include <iostream>
 
 namespace {
+
+constexpr const char* role = "the findings";
 
 std::string_view nameOf(reader::Severity severity)
 {
@@ -79,10 +83,12 @@ void writeJson(text::JsonWriter& json, const std::string& name, const std::strin
 }
 
 // Writes into `json` if there is one, else on standard output.
-ExitCode checkFile(const CheckRequest& request, const std::string& name, text::JsonWriter* json)
+ExitCode checkFile(const CheckRequest& request, const std::string& name, const text::ReadRecord& read,
+                   text::JsonWriter* json)
 {
     try {
         const reader::Document document(name, readOptions(request.reading));
+        refuseClashes({{"-", role}}, read);
         const reader::Index index(document);
         reader::CheckResult result = reader::check(document, index);
         const auto isNote = [](const auto& finding) { return finding.severity == reader::Severity::note; };
@@ -102,18 +108,27 @@ ExitCode checkFile(const CheckRequest& request, const std::string& name, text::J
     }
 }
 
-} // namespace
-
-int runCheck(const CheckRequest& request)
+int checkFiles(const CheckRequest& request)
 {
+    text::ReadRecord read;
+    for (const std::string& file : request.files)
+        read.expect(file);
+    refuseClashes({{"-", role}}, read); // before findings of the first go where the second is
     std::string list;
     text::JsonWriter json(list, {.deepestLine = 5, .indentation = 2}); // a finding a line
     json.beginObject().beginList("models");
     int exitCode = done;
     for (const std::string& file : request.files)
-        exitCode = std::max<int>(exitCode, checkFile(request, file, request.asJson ? &json : nullptr));
+        exitCode = std::max<int>(exitCode, checkFile(request, file, read, request.asJson ? &json : nullptr));
     json.endList().endObject();
     if (request.asJson)
         std::cout << list;
     return endOfOutput(exitCode, invalidModel);
+}
+
+} // namespace
+
+int runCheck(const CheckRequest& request)
+{
+    return reportFailures(request.files.front(), "standard output", [&] { return checkFiles(request); });
 }

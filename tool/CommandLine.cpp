@@ -282,7 +282,7 @@ int runCommandLine(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) { // help or version
-        return app.exit(success);
+        return endOfOutput(app.exit(success), exportFailed);
     } catch (const CLI::ParseError& error) {
         report(error.what());
         std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";

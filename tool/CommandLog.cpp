@@ -1,8 +1,12 @@
 #include "CommandLog.h"
 
+#include "OutputTarget.h"
+#include "Writing.h"
+
 #include "text/Utf8.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <system_error>
 #include <unistd.h>
@@ -16,6 +20,16 @@ std::size_t terminalWidth()
 {
     struct winsize size = {};
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usualWidth;
+}
+
+// A file begins anew; what is open already, as behind /dev/stderr, goes on where it is.
+std::FILE* openLog(const std::string& path)
+{
+    const OutputTarget target(path);
+    if (target.descriptor() < 0)
+        return std::fopen(target.path().c_str(), "we");
+    const int descriptor = fcntl(target.descriptor(), F_DUPFD_CLOEXEC, 0);
+    return descriptor < 0 ? nullptr : fdopen(descriptor, "we");
 }
 
 // As much of a text as fits into `width` columns of a terminal.
@@ -36,9 +50,9 @@ CommandLog::CommandLog(const std::string& path, bool showsProgress) : name(path)
 {
     if (path.empty())
         return;
-    file = path == "-" ? stderr : std::fopen(path.c_str(), "we");
+    file = path == "-" ? stderr : openLog(path);
     if (!file)
-        throw std::system_error(errno, std::generic_category(), path);
+        failWith(path);
 }
 
 CommandLog::~CommandLog()

@@ -106,8 +106,8 @@ private:
 
 class Drawing {
 public:
-    Drawing(const DrawRequest& request, const reader::Document& document)
-        : request(request), document(document), index(document)
+    Drawing(const DrawRequest& request, const reader::Document& document, const text::ReadRecord& read)
+        : request(request), document(document), read(read), index(document)
     {
     }
 
@@ -131,6 +131,7 @@ private:
 
     [[nodiscard]] int list() const
     {
+        refuseClashes({{"-", "the list"}}, read);
         for (const Diagram& diagram : index.diagrams())
             std::cout << reader::diagramKindName(diagram.kind) << '\t' << text::onOneLine(fullName(diagram)) << '\n';
         return endOfOutput(done, exportFailed);
@@ -173,35 +174,37 @@ private:
                    std::to_string(selected.size()) + "; name it with --diagram");
             return wrongUsage;
         }
-        const std::string clash = clashOf({{request.file, "the file"}, {file, "the picture"}});
-        if (!clash.empty()) {
-            report(clash);
-            return wrongUsage;
-        }
         const std::string format = request.format.empty() ? formatOfEnding(file) : request.format;
+        refuseClashes({{file, role}}, read);
         return draw(*selected.front(), file, formatCalled(format));
     }
 
     int drawAll()
     {
-        const fs::path folder = request.output.empty() ? fs::path(".") : fs::path(request.output);
-        std::error_code error;
-        fs::create_directories(folder, error);
-        if (error) {
-            report(folder.string() + ": " + error.message());
-            return exportFailed;
-        }
-        if (selected.empty())
-            report(request.file + ": there are no diagrams in it");
+        const fs::path folder = request.output;
         const std::string format = request.format.empty() ? "svg" : request.format;
         FileNames names;
+        std::vector<FileRole> pictures;
+        for (const Diagram* const diagram : selected)
+            pictures.push_back({(folder / names.nameFor(*diagram, std::string(".").append(format))).string(), role});
+        refuseClashes(pictures, read);
+        makeFolder(folder);
+        if (selected.empty())
+            report(request.file + ": there are no diagrams in it");
         int exitCode = done;
-        for (const Diagram* const diagram : selected) {
-            const std::string name = names.nameFor(*diagram, std::string(".").append(format));
-            const std::string path = request.output.empty() ? name : (folder / name).string();
-            exitCode = std::max(exitCode, draw(*diagram, path, formatCalled(format)));
-        }
+        for (std::size_t i = 0; i < selected.size(); ++i)
+            exitCode = std::max(exitCode, draw(*selected[i], pictures[i].path, formatCalled(format)));
         return exitCode;
+    }
+
+    // The one that stands for the current folder is empty.
+    static void makeFolder(const fs::path& folder)
+    {
+        std::error_code error;
+        if (!folder.empty())
+            fs::create_directories(folder, error);
+        if (error)
+            throw std::system_error(error, folder.string());
     }
 
     int draw(const Diagram& diagram, const std::string& file, ImageFormat format)
@@ -219,8 +222,11 @@ private:
         });
     }
 
+    static constexpr const char* role = "the picture";
+
     const DrawRequest& request;
     const reader::Document& document;
+    const text::ReadRecord& read;
     reader::Index index;
     render::PangoMeasure measure;
     std::vector<const Diagram*> selected;
@@ -236,9 +242,10 @@ std::string whyNotAnImageFormat(const std::string& name)
 int runDraw(const DrawRequest& request)
 {
     return reportFailures(request.file, request.output, [&] {
+        const text::ReadRecord read;
         const reader::Document document(request.file, readOptions(request.reading));
         if (!request.isQuiet)
             reportFindings(document);
-        return Drawing(request, document).run();
+        return Drawing(request, document, read).run();
     });
 }

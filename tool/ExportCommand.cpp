@@ -11,9 +11,11 @@
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
 #include "kiv/KivModelFile.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -37,10 +39,9 @@ KivOptionList defaultOptions()
     return options;
 }
 
-std::vector<FileRole> filesOf(const ExportRequest& request, const std::string& output)
+std::vector<FileRole> outputsOf(const ExportRequest& request, const std::string& output)
 {
-    return {{request.model, "the model"},
-            {output, "the output"},
+    return {{output, "the output"},
             {request.log == "-" ? "" : request.log, "the log"}, // on standard error
             {request.statisticsFile, "the statistics"},
             {request.design.reportFile, "the report"}};
@@ -66,14 +67,29 @@ LoadedModel loadAnyModel(const ExportRequest& request, std::optional<ImportedDes
     return {std::move(imported->converted.model), content.size(), imported->converted.objects};
 }
 
+// What the plug-in says about its file is about the output: the user does not know the path that it was given.
+void runPlugin(const std::string& outputName, KivModel& model, KivOptionList& options, CommandLog& log)
+{
+    try {
+        KivIbmRationalRose98ExportDllInterface().run(KivString(outputName), model, options, log);
+    } catch (const KivException& error) {
+        if (&error.getIdentifier() != &ROS_E_UNABLE_TO_OPEN_OUTPUT_FILE)
+            throw;
+        throw std::system_error(errno, std::generic_category(),
+                                outputName + ": the temporary file beside it cannot be opened");
+    }
+}
+
 // Loads the model, exports it into a temporary file and puts that in place.
 void exportModel(const ExportRequest& request, const std::string& outputName)
 {
     Statistics statistics;
     const auto start = Clock::now();
+    const text::ReadRecord read;
     std::optional<ImportedDesign> imported;
     LoadedModel loaded = loadAnyModel(request, imported);
     const auto loadedAt = Clock::now();
+    refuseClashes(outputsOf(request, outputName), read);
 
     OutputFile output(outputName);
     CommandLog log(request.log, !request.isQuiet && isatty(STDERR_FILENO) == 1);
@@ -82,7 +98,7 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
         options.setValue(KivString(option.name), KivString(option.value));
     options.setValue(BP_FILE.getName(), KivString(output.temporaryPath()));
     const auto runStart = Clock::now();
-    KivIbmRationalRose98ExportDllInterface().run(KivString(outputName), *loaded.model, options, log);
+    runPlugin(outputName, *loaded.model, options, log);
     const auto runEnd = Clock::now();
     log.clearProgress();
     if (log.sawWrap() && !request.isQuiet)
@@ -101,11 +117,11 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
         reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
-    output.commit();
-    if (statisticsFile)
-        statisticsFile->commit();
-    if (reportFile)
-        reportFile->commit();
+    std::vector<OutputFile*> files = {&output};
+    for (auto* const file : {&statisticsFile, &reportFile})
+        if (*file)
+            files.push_back(&**file);
+    OutputFile::commitAll(files);
     if (imported && !request.isQuiet)
         std::cerr << summaryOf(*imported);
     if (request.showsStatistics && !request.isQuiet)
@@ -156,10 +172,6 @@ std::string defaultOutput(const std::string& model)
 int runExport(const ExportRequest& request)
 {
     const std::string output = request.output.empty() ? defaultOutput(request.model) : request.output;
-    if (const std::string clash = clashOf(filesOf(request, output)); !clash.empty()) {
-        report(clash);
-        return wrongUsage;
-    }
     return reportFailures(request.model, output, [&] {
         exportModel(request, output);
         return done;

@@ -1,34 +1,34 @@
 #include "FileRoles.h"
 
-#include <filesystem>
-#include <system_error>
+#include "OutputTarget.h"
+
+#include <unordered_map>
 
 namespace {
 
-std::filesystem::path realPath(const std::string& path)
-{
-    std::error_code none;
-    return std::filesystem::weakly_canonical(std::filesystem::absolute(path, none), none);
-}
+// What has been settled so far, by the identities of the files: what a further output would overwrite.
+using Taken = std::unordered_map<std::string, std::string>;
 
-bool isSameFile(const std::string& a, const std::string& b)
+void take(Taken& taken, const OutputTarget& target, const char* role)
 {
-    std::error_code none;
-    return !a.empty() && a != "-" && !b.empty() && b != "-" &&
-           (std::filesystem::equivalent(a, b, none) || realPath(a) == realPath(b));
+    const std::vector<std::string> identities = target.identities();
+    for (const std::string& identity : identities)
+        if (const auto found = taken.find(identity); found != taken.end())
+            throw FileClash(target.descriptor() < 0
+                                ? target.name() + ": " + role + " would overwrite " + found->second
+                                : target.name() + " cannot take " + role + " besides " + found->second);
+    for (const std::string& identity : identities)
+        taken.emplace(identity, role);
 }
 
 } // namespace
 
-std::string clashOf(const std::vector<FileRole>& files)
+void refuseClashes(const std::vector<FileRole>& outputs, const text::ReadRecord& read)
 {
-    for (auto a = files.begin(); a != files.end(); ++a) {
-        for (auto b = a + 1; b != files.end(); ++b) {
-            if (isSameFile(a->path, b->path))
-                return b->path + ": " + b->role + " would overwrite " + a->role;
-            if (a != files.begin() && a->path == "-" && b->path == "-")
-                return std::string("standard output cannot take ") + a->role + " and " + b->role + " both";
-        }
-    }
-    return "";
+    Taken taken;
+    for (const text::FileRead& file : read.files())
+        taken.emplace(identityOf(file.device, file.inode), file.name + ", which was read");
+    for (const FileRole& output : outputs)
+        if (!output.path.empty())
+            take(taken, OutputTarget(output.path), output.role);
 }

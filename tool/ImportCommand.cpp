@@ -24,18 +24,21 @@ std::string modelFileOf(const design::Converted& converted)
 
 void importFile(const ImportRequest& request, const std::string& outputName)
 {
+    const text::ReadRecord read;
     const std::string content = text::readFile(request.input);
     const design::Format& format = formatOfImport(content, request.input, request.design.format);
     const std::optional<ImportedDesign> imported =
         importDesign(format, content, request.input, request.design.hasLayout);
+    refuseClashes({{outputName, "the output"}, {request.design.reportFile, "the report"}}, read);
     OutputFile output(outputName);
     output.write(modelFileOf(imported->converted));
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
         reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
-    output.commit();
+    std::vector<OutputFile*> files = {&output};
     if (reportFile)
-        reportFile->commit();
+        files.push_back(&*reportFile);
+    OutputFile::commitAll(files);
     if (!request.isQuiet)
         std::cerr << summaryOf(*imported);
 }
@@ -53,7 +56,7 @@ int listFormats()
         longest = std::max(longest, format.name.size());
     for (const design::Format& format : design::formats())
         std::cout << format.name << std::string(longest + 2 - format.name.size(), ' ') << format.description << '\n';
-    return done;
+    return endOfOutput(done, exportFailed);
 }
 
 } // namespace
@@ -67,12 +70,6 @@ int runImport(const ImportRequest& request)
         return wrongUsage;
     }
     const std::string output = request.output.empty() ? defaultModelName(request.input) : request.output;
-    const std::string clash =
-        clashOf({{request.input, "the design"}, {output, "the output"}, {request.design.reportFile, "the report"}});
-    if (!clash.empty()) {
-        report(clash);
-        return wrongUsage;
-    }
     return reportFailures(request.input, output, [&] {
         importFile(request, output);
         return done;

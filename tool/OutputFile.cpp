@@ -1,51 +1,38 @@
 #include "OutputFile.h"
 
-#include <array>
+#include "FileAttributes.h"
+#include "Writing.h"
+
+#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <fcntl.h>
 #include <filesystem>
-#include <iostream>
+#include <functional>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <vector>
+#include <utility>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int mostLinks = 40;
+constexpr mode_t forAll = 0666;
+constexpr mode_t forOwner = 0600;
 
-[[noreturn]] void fail(const std::string& name)
-{
-    throw std::system_error(errno, std::generic_category(), name);
-}
+// Closes itself; what went wrong by then is to be asked before.
+class Descriptor {
+public:
+    explicit Descriptor(int theNumber) : number(theNumber) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    [[nodiscard]] int get() const { return number; }
+    bool close() { return number < 0 || ::close(std::exchange(number, -1)) == 0; }
 
-bool isOpenFile(const fs::path& path)
-{
-    const fs::path folder = path.parent_path();
-    std::error_code none;
-    const fs::path real = fs::canonical(folder.empty() ? "." : folder, none);
-    return real.string().starts_with("/proc/") && real.filename() == "fd";
-}
-
-// The path behind a chain of symbolic links, whether or not anything exists there. Links of the system to open files
-// are not followed: what they name is the open file, whatever path it once had.
-std::string followLinks(const std::string& name)
-{
-    fs::path path = name;
-    std::error_code none;
-    for (int links = 0; fs::is_symlink(path, none) && !isOpenFile(path); ++links) {
-        if (links == mostLinks) {
-            errno = ELOOP;
-            fail(name);
-        }
-        const fs::path link = fs::read_symlink(path, none);
-        path = link.is_absolute() ? link : path.parent_path() / link;
-    }
-    return path.string();
-}
+private:
+    int number;
+};
 
 std::string folderOf(const std::string& path)
 {
@@ -53,60 +40,74 @@ std::string folderOf(const std::string& path)
     return folder.empty() ? "." : folder;
 }
 
-void writeAll(int descriptor, std::string_view text, const std::string& name)
+// Reads until there is no more or no more room.
+std::size_t readAt(int descriptor, char* to, std::size_t room, std::size_t offset, const std::string& name)
 {
-    while (!text.empty()) {
-        const ssize_t count = ::write(descriptor, text.data(), text.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            fail(name);
-        text.remove_prefix(static_cast<std::size_t>(count));
+    std::size_t length = 0;
+    while (length < room) {
+        const ssize_t count = pread(descriptor, to + length, room - length, static_cast<off_t>(offset + length));
+        if (count < 0 && errno != EINTR)
+            failWith(name);
+        if (count == 0)
+            break;
+        length += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+    }
+    return length;
+}
+
+// What `work` does in a folder. Its failure is that of the file called `name`, or of the folder where that is the
+// reason.
+bool inFolder(const std::string& folder, const std::string& name, const std::function<bool()>& work)
+{
+    try {
+        return work();
+    } catch (const std::system_error& error) {
+        const int reason = error.code().value();
+        const bool isFolder = reason == EACCES || reason == EPERM || reason == EROFS;
+        throw std::system_error(error.code(), isFolder ? name + ": the folder " + folder + " cannot be written" : name);
     }
 }
 
 } // namespace
 
-OutputFile::OutputFile(const std::string& theTarget) : name(theTarget)
+OutputFile::OutputFile(const std::string& name) : target(name)
 {
-    if (name == "-") {
-        name = "standard output";
-        isReplaceable = false;
-    } else {
-        target = followLinks(name);
-        struct stat status = {};
-        const bool exists = stat(target.c_str(), &status) == 0;
-        if (exists && S_ISDIR(status.st_mode)) {
-            errno = EISDIR;
-            fail(name);
-        }
-        if (exists && access(target.c_str(), W_OK) != 0)
-            fail(name);
-        isReplaceable = (!exists || S_ISREG(status.st_mode)) && !isOpenFile(target);
-    }
-    try {
-        temporary =
-            std::make_unique<TemporaryFile>(isReplaceable ? folderOf(target) : fs::temp_directory_path().string());
-    } catch (const std::system_error& error) {
-        throw std::system_error(error.code(), name);
-    }
+    const auto earlier = target.isReplaceable() ? earlierFile() : std::nullopt;
+    std::error_code error;
+    const std::string folder =
+        target.isReplaceable() ? folderOf(target.path()) : fs::temp_directory_path(error).string();
+    if (error)
+        throw std::system_error(error, target.name() + ": the folder for temporary files (TMPDIR)");
+    inFolder(folder, target.name(), [&] {
+        temporary.emplace(folder, earlier || !target.isReplaceable() ? forOwner : forAll);
+        return true;
+    });
 }
 
-std::string OutputFile::temporaryPath() const
+std::optional<struct stat> OutputFile::earlierFile() const
 {
-    const std::string path = "/proc/self/fd/" + std::to_string(temporary->descriptor());
-    return access(path.c_str(), W_OK) == 0 ? path : temporary->path();
+    struct stat status = {};
+    if (stat(target.path().c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return std::nullopt;
+        failWith(target.name());
+    }
+    if (status.st_nlink > 1) // the others would keep the old text
+        throw std::runtime_error(target.name() + ": the file has " + std::to_string(status.st_nlink) +
+                                 " names (hard links), and only one of them would be replaced");
+    return status;
 }
 
 void OutputFile::write(std::string_view text)
 {
-    writeAll(temporary->descriptor(), text, name);
+    writeAll(temporary->descriptor(), text, target.name());
 }
 
 std::size_t OutputFile::size() const
 {
     struct stat status = {};
-    fstat(temporary->descriptor(), &status);
+    if (fstat(temporary->descriptor(), &status) != 0)
+        failWith(target.name());
     return static_cast<std::size_t>(status.st_size);
 }
 
@@ -116,9 +117,8 @@ bool OutputFile::endsWith(std::string_view ending) const
     if (length < ending.size())
         return false;
     std::string tail(ending.size(), '\0');
-    const auto offset = static_cast<off_t>(length - ending.size());
-    return pread(temporary->descriptor(), tail.data(), tail.size(), offset) == static_cast<ssize_t>(tail.size()) &&
-           tail == ending;
+    readAt(temporary->descriptor(), tail.data(), tail.size(), length - ending.size(), target.name());
+    return tail == ending;
 }
 
 void OutputFile::provokeWriteError()
@@ -126,74 +126,63 @@ void OutputFile::provokeWriteError()
     // More than a block, so that room left over in the last one does not hide a full disk.
     const std::vector<char> block(std::size_t{1} << 20U);
     if (lseek(temporary->descriptor(), 0, SEEK_END) < 0)
-        fail(name);
-    writeAll(temporary->descriptor(), {block.data(), block.size()}, name);
+        failWith(target.name());
+    writeAll(temporary->descriptor(), {block.data(), block.size()}, target.name());
     if (fsync(temporary->descriptor()) != 0)
-        fail(name);
+        failWith(target.name());
 }
 
-void OutputFile::commit()
+void OutputFile::commitAll(const std::vector<OutputFile*>& files)
 {
-    if (!isReplaceable)
-        return copyToTarget();
-    takeOverModeAndOwner();
+    for (OutputFile* const file : files)
+        if (file->target.isReplaceable())
+            file->prepare();
+    for (OutputFile* const file : files)
+        if (!file->target.isReplaceable())
+            file->copyToTarget();
+    for (OutputFile* const file : files)
+        if (file->target.isReplaceable())
+            file->placeAtTarget();
+}
+
+// Does everything that can fail save giving the name.
+void OutputFile::prepare()
+{
+    if (const auto earlier = earlierFile())
+        takeOverAttributes(temporary->descriptor(), target.path(), *earlier, target.name());
     if (fsync(temporary->descriptor()) != 0)
-        fail(name);
-    try {
-        temporary->renameTo(target);
-    } catch (const std::system_error& error) {
-        throw std::system_error(error.code(), name);
-    }
+        failWith(target.name());
+}
+
+void OutputFile::placeAtTarget()
+{
+    const std::string& path = target.path();
+    const std::string folderName = folderOf(path);
+    const bool isThere = earlierFile().has_value();
+    const bool isPlaced = inFolder(folderName, target.name(), [&] { return !isThere && temporary->placeAt(path); });
+    if (!isThere && !isPlaced) // it came meanwhile
+        prepare();
+    inFolder(folderName, target.name(), [&] { return isPlaced || temporary->replace(path); });
     // The new name lasts only when the folder does; a file system that cannot say so is not a failure of the export.
-    const int folder = open(folderOf(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        fsync(folder);
-        close(folder);
-    }
-}
-
-void OutputFile::takeOverModeAndOwner()
-{
-    const int descriptor = temporary->descriptor();
-    struct stat status = {};
-    if (stat(target.c_str(), &status) != 0) {
-        const mode_t mask = umask(0);
-        umask(mask);
-        if (fchmod(descriptor, 0666U & ~mask) != 0)
-            fail(name);
-        return;
-    }
-    struct stat own = {};
-    if (fstat(descriptor, &own) != 0)
-        fail(name);
-    if ((own.st_uid != status.st_uid || own.st_gid != status.st_gid) &&
-        fchown(descriptor, status.st_uid, status.st_gid) != 0)
-        fail(name + ": the owner of the file cannot be kept");
-    if (fchmod(descriptor, status.st_mode & 07777U) != 0)
-        fail(name);
+    const Descriptor folder(open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.get() >= 0)
+        fsync(folder.get());
 }
 
 void OutputFile::copyToTarget()
 {
-    const int descriptor = target.empty() ? dup(STDOUT_FILENO) : open(target.c_str(), O_WRONLY | O_CLOEXEC);
+    Descriptor opened(target.descriptor() >= 0 ? -1 : open(target.path().c_str(), O_WRONLY | O_CLOEXEC));
+    const int descriptor = target.descriptor() >= 0 ? target.descriptor() : opened.get();
     if (descriptor < 0)
-        fail(name);
-    try {
-        std::vector<char> piece(std::size_t{256} * 1024);
-        off_t offset = 0;
-        for (;;) {
-            const ssize_t count = pread(temporary->descriptor(), piece.data(), piece.size(), offset);
-            if (count < 0)
-                fail(name);
-            if (count == 0)
-                break;
-            writeAll(descriptor, {piece.data(), static_cast<std::size_t>(count)}, name);
-            offset += count;
-        }
-    } catch (...) {
-        close(descriptor);
-        throw;
+        failWith(target.name());
+    std::vector<char> piece(std::size_t{256} * 1024);
+    for (std::size_t offset = 0;;) {
+        const std::size_t count = readAt(temporary->descriptor(), piece.data(), piece.size(), offset, target.name());
+        writeAll(descriptor, {piece.data(), count}, target.name());
+        offset += count;
+        if (count < piece.size())
+            break;
     }
-    if (close(descriptor) != 0)
-        fail(name);
+    if (!opened.close())
+        failWith(target.name());
 }

@@ -1,6 +1,10 @@
 #include "Reporting.h"
 
 #include "DesignImport.h"
+#include "FileRoles.h"
+#include "StandardOutput.h"
+#include "Writing.h"
+
 #include "reader/Document.h"
 #include "text/Files.h"
 #include "text/Utf8.h"
@@ -9,6 +13,7 @@
 #include "kiv/KivModelFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iostream>
 #include <new>
 #include <system_error>
@@ -48,7 +53,11 @@ int endOfOutput(int exitCode, int failure)
     std::cout.flush();
     if (std::cout)
         return exitCode;
-    report("standard output cannot be written");
+    const auto* const output = dynamic_cast<const StandardOutput*>(std::cout.rdbuf());
+    const int error = output && output->error() != 0 ? output->error() : EIO;
+    if (error == EPIPE)
+        return exportFailed;
+    report("standard output: " + std::generic_category().message(error));
     return failure;
 }
 
@@ -68,6 +77,11 @@ int reportFailures(const std::string& input, const std::string& output, const st
     } catch (const text::FileUnreadable& error) {
         report(messageOf(error));
         return invalidModel;
+    } catch (const FileClash& error) {
+        report(error.what());
+        return wrongUsage;
+    } catch (const PipeClosed&) {
+        return exportFailed; // as with other programs, nobody wants to hear about it
     } catch (const std::system_error& error) {
         report(messageOf(error));
     } catch (const KivException& error) {

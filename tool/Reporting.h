@@ -21,7 +21,8 @@ void report(std::string_view message);
 /// A message about a place in a file: `FILE:LINE:COLUMN: TEXT`.
 void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text);
 
-/// Hands on what was written to standard output: `exitCode`, or `failure` after a message when it did not arrive.
+/// Hands on what was written to standard output: `exitCode`, or `failure` after a message when it did not arrive. A
+/// reader that wants no more of it is told nothing.
 [[nodiscard]] int endOfOutput(int exitCode, int failure);
 
 /// Runs `work`, which reads `input` and writes `output`, and reports what it throws. Returns the exit code.

@@ -1,68 +1,92 @@
 #include "TemporaryFile.h"
 
-#include <array>
-#include <atomic>
+#include "Ending.h"
+#include "Writing.h"
+
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <system_error>
+#include <random>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-// The names of the files to remove, as a signal handler can read them.
-constexpr std::size_t mostFiles = 8;
-std::array<std::atomic<const char*>, mostFiles> namesToRemove;
+constexpr int mostTries = 100;
 
-constexpr std::array endingSignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM,   SIGALRM,
-                                      SIGUSR1, SIGUSR2, SIGXCPU, SIGVTALRM, SIGPROF};
-
-void removeFilesAndEnd(int signal)
+std::string randomName(const std::string& folder)
 {
-    for (const auto& name : namesToRemove)
-        if (const char* const path = name.load())
-            unlink(path);
-    // The default disposition is back (SA_RESETHAND): the process ends as the sender expects.
-    raise(signal);
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    constexpr int length = 8;
+    static std::random_device random;
+    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
+    std::string name = folder + "/.petal-";
+    for (int i = 0; i < length; ++i)
+        name += letters[letter(random)];
+    return name;
 }
 
-// Keeps signals away while a file and its name in the list come or go together.
-class SignalBlock {
-public:
-    SignalBlock()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        sigprocmask(SIG_BLOCK, &all, &before);
-    }
-    ~SignalBlock() { sigprocmask(SIG_SETMASK, &before, nullptr); }
-    SignalBlock(const SignalBlock&) = delete;
-    SignalBlock& operator=(const SignalBlock&) = delete;
-
-private:
-    sigset_t before;
-};
-
-void replaceInList(const char* from, const char* to)
+// Calls `make` with names until it makes something of one: that name, or none and `errno`.
+template <class Make>
+std::string makeUnused(const std::string& folder, const Make& make)
 {
-    for (auto& name : namesToRemove)
-        if (name.load() == from) {
-            name.store(to);
-            return;
-        }
+    for (int tries = 0; tries < mostTries; ++tries) {
+        std::string name = randomName(folder);
+        if (make(name))
+            return name;
+        if (errno != EEXIST)
+            break;
+    }
+    return {};
+}
+
+std::string linkOf(int descriptor)
+{
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+bool linkTo(int descriptor, const std::string& path)
+{
+    return linkat(AT_FDCWD, linkOf(descriptor).c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+// File systems that cannot rename without replacing cannot be asked to: then nothing was there a moment ago.
+bool renameToUnused(const std::string& from, const std::string& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    struct stat status = {};
+    if (lstat(to.c_str(), &status) == 0) {
+        errno = EEXIST;
+        return false;
+    }
+    return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
 } // namespace
 
-TemporaryFile::TemporaryFile(const std::string& folder) : name(folder + "/.petal-XXXXXX")
+TemporaryFile::TemporaryFile(const std::string& theFolder, mode_t mode) : folder(theFolder)
+{
+    fd = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
+    if (fd >= 0 && access(linkOf(fd).c_str(), W_OK) != 0) // without it nothing can name the file
+        close(std::exchange(fd, -1));
+    if (fd < 0)
+        openNamed(mode);
+}
+
+void TemporaryFile::openNamed(mode_t mode)
 {
     const SignalBlock block;
-    fd = mkostemp(name.data(), O_CLOEXEC);
+    name = makeUnused(folder, [&](const std::string& unused) {
+        fd = open(unused.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, mode);
+        return fd >= 0;
+    });
     if (fd < 0)
-        throw std::system_error(errno, std::generic_category(), folder);
-    replaceInList(nullptr, name.c_str());
+        failWith(folder);
+    removeAtEnd(name.c_str());
 }
 
 TemporaryFile::~TemporaryFile()
@@ -70,41 +94,42 @@ TemporaryFile::~TemporaryFile()
     const SignalBlock block;
     if (!name.empty()) {
         unlink(name.c_str());
-        replaceInList(name.c_str(), nullptr);
+        keepAtEnd(name.c_str());
     }
     close(fd);
 }
 
-void TemporaryFile::renameTo(const std::string& target)
+std::string TemporaryFile::openablePath() const
+{
+    std::string path = linkOf(fd);
+    return name.empty() || access(path.c_str(), W_OK) == 0 ? path : name;
+}
+
+bool TemporaryFile::placeAt(const std::string& target)
 {
     const SignalBlock block;
+    if (name.empty() ? linkTo(fd, target) : renameToUnused(name, target)) {
+        keepAtEnd(name.c_str());
+        name.clear();
+        return true;
+    }
+    if (errno != EEXIST)
+        failWith(target);
+    return false;
+}
+
+bool TemporaryFile::replace(const std::string& target)
+{
+    const SignalBlock block;
+    if (name.empty()) {
+        name = makeUnused(folder, [&](const std::string& unused) { return linkTo(fd, unused); });
+        if (name.empty())
+            failWith(target);
+        removeAtEnd(name.c_str());
+    }
     if (std::rename(name.c_str(), target.c_str()) != 0)
-        throw std::system_error(errno, std::generic_category(), target);
-    replaceInList(name.c_str(), nullptr);
+        failWith(target);
+    keepAtEnd(name.c_str());
     name.clear();
-}
-
-void occupyStandardStreams()
-{
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        const int wrongDirection = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
-        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", wrongDirection) != stream)
-            std::abort();
-    }
-}
-
-void handleSignals()
-{
-    struct sigaction remove = {};
-    remove.sa_handler = removeFilesAndEnd;
-    remove.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
-    sigfillset(&remove.sa_mask);
-    for (const int signal : endingSignals) {
-        struct sigaction before = {};
-        sigaction(signal, nullptr, &before);
-        if (before.sa_handler != SIG_IGN) // whoever started the command wants it to go on
-            sigaction(signal, &remove, nullptr);
-    }
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    return true;
 }

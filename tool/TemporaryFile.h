@@ -1,31 +1,33 @@
 #pragma once
 
 #include <string>
+#include <sys/types.h>
 
-/// A file with an unused name in a folder, open for reading and writing. It disappears with the object, and also when
-/// a signal ends the process; only an end without notice leaves it behind.
+/// A file in a folder that has no name yet, open for reading and writing. It disappears with the object, and with the
+/// process however that ends. Where the file system has no files without names, or nothing would open one, it has an
+/// unused name, which only an end without notice leaves behind.
 class TemporaryFile {
 public:
-    /// Throws `std::system_error` that names `folder`.
-    explicit TemporaryFile(const std::string& folder);
+    /// `mode` is what programs ask for a new file; the system takes off what it must, and adds what the folder hands
+    /// on. Throws `std::system_error` that names `folder`.
+    TemporaryFile(const std::string& folder, mode_t mode);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     [[nodiscard]] int descriptor() const { return fd; }
-    [[nodiscard]] const std::string& path() const { return name; }
-    /// Gives the file its final name, in one step; throws `std::system_error` when that fails.
-    void renameTo(const std::string& target);
+    /// A path under which the file can be opened; plain ASCII wherever the system offers one.
+    [[nodiscard]] std::string openablePath() const;
+    /// Gives the file its final name, when nothing has that; returns whether it did. Throws `std::system_error`.
+    [[nodiscard]] bool placeAt(const std::string& target);
+    /// Gives the file its final name in the place of what has it, in one step, which is true then. Throws
+    /// `std::system_error`, and then all is as it was.
+    bool replace(const std::string& target);
 
 private:
-    std::string name;
+    void openNamed(mode_t mode);
+
+    std::string folder;
+    std::string name; ///< empty while it has none
     int fd = -1;
 };
-
-/// Occupies the standard streams that are closed, so that no file of ours becomes one of them. Reading and writing
-/// them fails all the same. To be called first of all.
-void occupyStandardStreams();
-
-/// Makes signals that end the process remove its temporary files first, and makes writes past a limit or to a closed
-/// pipe fail instead of ending the process. To be called once, before the first temporary file.
-void handleSignals();

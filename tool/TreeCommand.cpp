@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "FileRoles.h"
+
 #include "text/Utf8.h"
 
 #include "reader/Index.h"
@@ -116,7 +118,9 @@ private:
 int runTree(const TreeRequest& request)
 {
     return reportFailures(request.file, "standard output", [&] {
+        const text::ReadRecord read;
         const reader::Document document(request.file, readOptions(request.reading));
+        refuseClashes({{"-", "the outline"}}, read);
         Outline(document, request.depth).print();
         std::cout.flush();
         for (const reader::Finding& finding : document.findings())

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
-#include "TemporaryFile.h"
+#include "Ending.h"
+#include "StandardOutput.h"
 
 #include <clocale>
 #include <exception>
@@ -9,11 +10,14 @@ int main(int argc, char** argv)
 {
     occupyStandardStreams();
     std::setlocale(LC_CTYPE, ""); // of the user's locale only the encoding matters: file names are in it
-    handleSignals();
+    watchForTheEnd();
+    const StandardOutput output;
+    int exitCode = exportFailed;
     try {
-        return runCommandLine(argc, argv);
+        exitCode = runCommandLine(argc, argv);
     } catch (const std::exception& error) {
         report(error.what());
-        return exportFailed;
     }
+    endIsNear();
+    return exitCode;
 }

@@ -46,7 +46,7 @@ TEST_F(BrowseCommand, EndsWithACodeAMessageAndAPage)
         {{"old.mdl", "-q", "-o", "quiet.html"}, 0, "", "quiet.html"},
         {{"old.mdl", "--no-units", "-o", "alone.html"}, 0, "", "alone.html"},
         {{"old.mdl", "-o", "none/x.html"}, 1, "none/x.html: No such file or directory", ""},
-        {{"old.mdl", "-o", "old.mdl"}, 2, "would overwrite the file", "old.mdl"},
+        {{"old.mdl", "-o", "old.mdl"}, 2, "would overwrite old.mdl", "old.mdl"},
         {{"old.mdl", "--charset", "none"}, 2, "there is no charset 'none'", ""},
         {{"other.txt"}, 3, "petal: other.txt: no petal file", ""},
         {{"none.mdl"}, 3, "petal: none.mdl: No such file or directory\n", ""},

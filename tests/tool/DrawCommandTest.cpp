@@ -73,7 +73,7 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
         {{"two.mdl", "-o", "kept.svg"}, 2, "", "kept.svg takes one diagram, not 2"},
         {{"two.mdl", "--diagram", "Mian"}, 2, "", "there is no diagram 'Mian'; did you mean 'Main'?"},
         {{"two.mdl", "--format", "gif"}, 2, "", "svg, png or pdf expected, found 'gif'"},
-        {{"two.mdl", "--diagram", "Main", "-o", "other.txt/x"}, 1, "", "petal: other.txt/x: "},
+        {{"two.mdl", "--diagram", "Main", "-o", "other.txt/x"}, 1, "", "petal: other.txt/x"},
         {{"none.mdl"}, 0, "", "petal: none.mdl: there are no diagrams in it"},
         {{"other.txt"}, 3, "", "petal: other.txt: no petal file"},
         {{"missing.mdl"}, 3, "", "petal: missing.mdl: No such file"},

@@ -61,9 +61,11 @@ TEST_F(ImportCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)
          "petal: some.xml:1:1: expected a value, found <html/>"},
         {{"import", "shop.mdj", "-o", "none/x"}, 1, "petal: none/x: No such file or directory\n"},
         {{"import", "shop.mdj", "-o", "kept.json", "--report", "none/x"}, 1, "petal: none/x: No such file"},
-        {{"import", "shop.mdj", "-o", "shop.mdj"}, 2, "petal: shop.mdj: the output would overwrite the design\n"},
+        {{"import", "shop.mdj", "-o", "shop.mdj"},
+         2,
+         "petal: shop.mdj: the output would overwrite shop.mdj, which was"},
         {{"import", "shop.mdj", "-o", "x", "--report", "x"}, 2, "petal: x: the report would overwrite the output\n"},
-        {{"import", "shop.mdj", "-o", "-", "--report", "-"}, 2, "petal: standard output cannot take the output"},
+        {{"import", "shop.mdj", "-o", "-", "--report", "-"}, 2, "petal: standard output cannot take the report"},
         {{"import", "shop.mdj", "--from", "starulm"}, 2, "did you mean staruml?"},
         {{"import"}, 2, "petal: DESIGN is required"},
     };
