@@ -1,6 +1,7 @@
 #include "render/Image.h"
 #include "render/Pango.h"
 #include "render/Releaser.h"
+#include "render/Warnings.h"
 
 #include <cairo-pdf.h>
 #include <librsvg/rsvg.h>
@@ -44,6 +45,7 @@ cairo_status_t append(void* target, const unsigned char* data, unsigned int leng
 
 Handle load(const std::string& svg)
 {
+    keepWarnings();
     GError* error = nullptr;
     const Stream stream(g_memory_input_stream_new_from_data(svg.data(), static_cast<gssize>(svg.size()), nullptr));
     Handle handle(rsvg_handle_new_from_stream_sync(stream.get(), nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, &error));
@@ -71,6 +73,7 @@ void draw(const Handle& handle, const Surface& surface, double width, double hei
     if (rsvg_handle_render_document(handle.get(), drawing.get(), &viewport, &error) == FALSE)
         fail(error);
     check(cairo_status(drawing.get()));
+    throwIfWarned();
 }
 
 std::string pngOf(const std::string& svg, const std::function<void(const std::string&)>& warn)

@@ -1,6 +1,7 @@
 #include "render/Pango.h"
 
 #include "render/Releaser.h"
+#include "render/Warnings.h"
 #include "text/Utf8.h"
 
 #include <pango/pangocairo.h>
@@ -40,6 +41,7 @@ public:
         pango_layout_set_text(layout.get(), line.data(), static_cast<int>(length));
         int width = 0;
         pango_layout_get_size(layout.get(), &width, nullptr);
+        throwIfWarned();
         return static_cast<double>(width) / PANGO_SCALE;
     }
 
@@ -53,6 +55,7 @@ private:
 
 TextWidths newTextWidths()
 {
+    keepWarnings();
     return [layout = std::make_shared<const Layout>()](const std::string& line, const Font& font) {
         return layout->width(line, font);
     };

@@ -5,6 +5,7 @@
 
 #include "browse/Page.h"
 #include "render/Draw.h"
+#include "render/Image.h"
 
 #include <filesystem>
 
@@ -32,7 +33,11 @@ void writePage(const reader::Document& document, const std::string& title, const
     const auto picture = [&](const reader::Diagram& diagram) {
         render::DrawOptions options;
         options.idPrefix.append("p").append(std::to_string(number++)).append("-");
-        return render::svgOf(document, index, diagram, options);
+        try {
+            return render::svgOf(document, index, diagram, options);
+        } catch (const render::ImageError& error) {
+            throw render::ImageError(outputName + ": " + diagram.name + ": " + error.what());
+        }
     };
     const browse::PageOptions options = {title, picture};
     browse::writePage(document, index, options, [&](std::string_view piece) { output.write(piece); });

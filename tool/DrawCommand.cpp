@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <set>
@@ -214,12 +215,23 @@ private:
                 if (!request.isQuiet)
                     report(text::onOneLine(fullName(diagram)) + ": " + text);
             };
-            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure});
+            const std::string picture = pictureOf(diagram, file, format, warn);
             OutputFile output(file);
-            output.write(render::imageOf(svg, format, warn));
+            output.write(picture);
             output.commit();
             return done;
         });
+    }
+
+    [[nodiscard]] std::string pictureOf(const Diagram& diagram, const std::string& file, ImageFormat format,
+                                        const std::function<void(const std::string&)>& warn) const
+    {
+        try {
+            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure});
+            return render::imageOf(svg, format, warn);
+        } catch (const render::ImageError& error) {
+            throw render::ImageError(file + ": " + fullName(diagram) + ": " + error.what());
+        }
     }
 
     static constexpr const char* role = "the picture";

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <random>
@@ -202,6 +203,25 @@ TEST_F(Command, TakesNoFileForAClosedStream)
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         (void)run({"export", "m.json", "-o", "x.mdl", "--log", "-", "--stats"}, [=] { close(stream); });
         EXPECT_TRUE(isSame(folder.read("x.mdl"), expected)) << "without stream " << stream;
+    }
+}
+
+TEST_F(Command, SaysThatAFaultEndedIt)
+{
+    mkfifo((folder / "pipe").c_str(), 0600);
+    const Words names = folder.names();
+    for (const int signal : {SIGABRT, SIGTRAP, SIGSEGV, SIGBUS, SIGTERM}) {
+        Process command({PETAL_COMMAND, {"export", "pipe", "-o", "x.mdl"}, folder.path()});
+        const int pipe = open((folder / "pipe").c_str(), O_WRONLY); // when the command opens it, too
+        command.kill(signal);
+        const ProcessResult result = command.wait();
+        close(pipe);
+        EXPECT_EQ(result.signal, signal);
+        EXPECT_EQ(result.errors, signal == SIGTERM
+                                     ? std::string()
+                                     : std::string("petal: ended by a fault of its own or of a library: ") +
+                                           sigdescr_np(signal) + "\n");
+        EXPECT_EQ(folder.names(), names);
     }
 }
 
