@@ -91,8 +91,10 @@ void occupyStandardStreams()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         const int wrongDirection = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
-        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", wrongDirection) != stream)
-            std::abort();
+        if (fcntl(stream, F_GETFD) >= 0 || open("/dev/null", wrongDirection) == stream)
+            continue;
+        say("petal: a standard stream is closed, and /dev/null cannot be opened in its place\n");
+        _exit(EXIT_FAILURE);
     }
 }
 
