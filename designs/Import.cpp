@@ -105,12 +105,14 @@ void turnAssociations(Package& root)
     });
 }
 
-void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout)
+void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout, Report& report)
 {
+    LayoutBudget budget;
     forEachPackage(root, [&](Package& package) {
         for (Diagram& diagram : package.diagrams) {
-            if (hasLayout)
-                layOut(diagram, catalogue);
+            if (hasLayout && !layOut(diagram, catalogue, budget))
+                report.made("layout", diagram.id, diagram.name,
+                            "there are too many boxes and lines to lay out; the boxes of the diagram stand in rows");
             makeRoomForText(diagram, catalogue);
             settleOrigin(diagram, package.packages.size());
         }
@@ -139,7 +141,7 @@ Converted importDesign(const Format& format, const Source& source, bool hasLayou
     orderPackages(design.root);
     giveIdentifiers(design, report);
     const Catalogue catalogue(design.root);
-    prepareDiagrams(design.root, catalogue, hasLayout);
+    prepareDiagrams(design.root, catalogue, hasLayout, report);
     return convert(design, catalogue, report);
 }
 

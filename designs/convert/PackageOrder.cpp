@@ -1,8 +1,9 @@
 #include "designs/convert/PackageOrder.h"
 
+#include "designs/convert/DependencyOrder.h"
 #include "designs/model/Walk.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -12,91 +13,88 @@ namespace design {
 
 namespace {
 
-// Packages are numbered so that a package and all below it have numbers in a row.
-struct Span {
-    std::size_t first = 0;
-    std::size_t end = 0;
-};
-
 class PackageSorter {
 public:
     explicit PackageSorter(const Package& root)
     {
-        number(root);
-        forEachPackage(root, [&](const Package& package) {
-            for (const Diagram& diagram : package.diagrams)
-                collectShown(diagram, shown[&package]);
-        });
+        number(root, 0);
+        collectNeeds(root);
     }
 
-    // Returns the homes of all that the package's diagrams, and those below it, show.
-    std::vector<std::size_t> sort(Package& package)
+    void sort(Package& package) const
     {
-        std::vector<std::size_t> all = shown[&package];
-        std::vector<std::vector<std::size_t>> ofChildren;
-        std::vector<Span> places;
-        for (Package& child : package.packages) {
-            places.push_back(spans[&child]);
-            ofChildren.push_back(sort(child));
-            all.insert(all.end(), ofChildren.back().begin(), ofChildren.back().end());
-        }
-        rearrange(package.packages, places, ofChildren);
-        std::sort(all.begin(), all.end());
-        all.erase(std::unique(all.begin(), all.end()), all.end());
-        return all;
+        std::size_t next = 0;
+        sort(package, next);
     }
 
 private:
-    void number(const Package& package)
+    // Packages are numbered in the order of the file, so that all within a package have the numbers behind its own.
+    struct Place {
+        std::size_t parent = 0;
+        std::size_t end = 0;
+        std::size_t index = 0;          // in the parent
+        std::vector<std::size_t> needs; // indexes of neighbours
+    };
+
+    void number(const Package& package, std::size_t index, std::size_t parent = 0)
     {
-        Span& span = spans[&package];
-        span.first = next++;
+        const std::size_t number = places.size();
+        places.push_back({parent, 0, index, {}});
         for (const Classifier& classifier : package.classifiers)
-            homes.emplace(classifier.id, span.first);
+            homes.emplace(classifier.id, number);
+        std::size_t childIndex = 0;
         for (const Package& child : package.packages)
-            number(child);
-        spans[&package].end = next;
+            this->number(child, childIndex++, number);
+        places[number].end = places.size();
     }
 
-    void collectShown(const Diagram& diagram, std::vector<std::size_t>& found) const
+    void collectNeeds(const Package& root)
     {
-        for (const Box& box : diagram.boxes)
-            if (const auto home = homes.find(box.elementId); home != homes.end())
-                found.push_back(home->second);
+        std::size_t number = 0;
+        forEachPackage(root, [&](const Package& package) {
+            for (const Diagram& diagram : package.diagrams)
+                for (const Box& box : diagram.boxes)
+                    if (const auto home = homes.find(box.elementId); home != homes.end())
+                        addNeed(number, home->second);
+            ++number;
+        });
     }
 
-    static bool needs(const std::vector<std::size_t>& shownHomes, const Span& place)
+    // One of the two packages, or one around it, is a neighbour of the other or of one around that, unless one of them
+    // lies in the other.
+    void addNeed(std::size_t showing, std::size_t home)
     {
-        return std::any_of(shownHomes.begin(), shownHomes.end(),
-                           [&](std::size_t home) { return home >= place.first && home < place.end; });
+        if (isWithin(home, showing) || isWithin(showing, home))
+            return;
+        while (!isWithin(home, places[showing].parent))
+            showing = places[showing].parent;
+        while (places[home].parent != places[showing].parent)
+            home = places[home].parent;
+        places[showing].needs.push_back(places[home].index);
     }
 
-    static void rearrange(std::vector<Package>& packages, const std::vector<Span>& places,
-                          const std::vector<std::vector<std::size_t>>& ofChildren)
+    [[nodiscard]] bool isWithin(std::size_t inner, std::size_t outer) const
     {
-        std::vector<std::size_t> waiting(packages.size());
-        for (std::size_t i = 0; i < waiting.size(); ++i)
-            waiting[i] = i;
-        std::vector<Package> sorted;
-        while (!waiting.empty()) {
-            auto chosen = std::find_if(waiting.begin(), waiting.end(), [&](std::size_t candidate) {
-                return ofChildren[candidate].empty() ||
-                       std::none_of(waiting.begin(), waiting.end(), [&](std::size_t other) {
-                           return other != candidate && needs(ofChildren[candidate], places[other]);
-                       });
-            });
-            if (chosen == waiting.end())
-                chosen = waiting.begin(); // they show each other's classes
-            sorted.push_back(std::move(packages[*chosen]));
-            waiting.erase(chosen);
+        return inner >= outer && inner < places[outer].end;
+    }
+
+    void sort(Package& package, std::size_t& next) const
+    {
+        ++next;
+        Needs needs;
+        for (Package& child : package.packages) {
+            needs.push_back(places[next].needs);
+            sort(child, next);
         }
-        packages = std::move(sorted);
+        std::vector<Package> sorted;
+        sorted.reserve(package.packages.size());
+        for (const std::size_t index : neededFirst(needs))
+            sorted.push_back(std::move(package.packages[index]));
+        package.packages = std::move(sorted);
     }
 
-    std::unordered_map<const Package*, Span> spans;
-    std::unordered_map<const Package*, std::vector<std::size_t>> shown;
+    std::vector<Place> places;
     std::unordered_map<std::string, std::size_t> homes; // of classifiers
-    std::size_t next = 0;
 };
 
 } // namespace

@@ -24,9 +24,9 @@ struct Graph {
     std::vector<Edge> edges;
 };
 
-/// Places the nodes in rows so that lines lead upward. False when the layout library could not do it; then nothing is
-/// placed. Throws std::runtime_error when there is no such library.
-[[nodiscard]] bool placeInLayers(Graph& graph);
+/// Places the nodes in rows so that lines lead upward, in much less time if `isBrief`. False when the layout library
+/// could not do it; then nothing is placed. Throws std::runtime_error when there is no such library.
+[[nodiscard]] bool placeInLayers(Graph& graph, bool isBrief);
 
 /// Leads lines from box to box between the rows of a graph placed in layers, horizontally and vertically only.
 [[nodiscard]] std::vector<Points> routeOrthogonally(const Graph& graph);

@@ -57,6 +57,14 @@ void declareAttributes(Agraph_t* graph)
     declare(graph, AGEDGE, "label", "");
 }
 
+// The steps in which the library betters its rows, its places in rows, and the crossings of lines.
+void limitSteps(Agraph_t* graph)
+{
+    declare(graph, AGRAPH, "nslimit1", "1");
+    declare(graph, AGRAPH, "nslimit", "1");
+    declare(graph, AGRAPH, "mclimit", "0.05");
+}
+
 // The library counts upward from the bottom.
 class Reading {
 public:
@@ -78,7 +86,7 @@ private:
     double top;
 };
 
-bool placeByDot(Graph& graph)
+bool placeByDot(Graph& graph, bool isBrief)
 {
     agseterrf(saySilently);
     const std::unique_ptr<GVC_t, ContextEnd> context(gvContext());
@@ -86,6 +94,8 @@ bool placeByDot(Graph& graph)
     if (!context || !drawing)
         return false;
     declareAttributes(drawing.get());
+    if (isBrief)
+        limitSteps(drawing.get());
     std::vector<Agnode_t*> nodes;
     for (const Graph::Node& node : graph.nodes) {
         nodes.push_back(agnode(drawing.get(), nullptr, 1));

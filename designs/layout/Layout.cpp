@@ -10,10 +10,6 @@ namespace design {
 
 namespace {
 
-// From here on the time that layers take grows beyond what anybody waits for.
-constexpr std::size_t mostLayeredNodes = 300;
-constexpr std::size_t mostLayeredEdges = 900;
-
 constexpr double margin = 40;
 constexpr double gap = 50;
 
@@ -73,7 +69,8 @@ class WholeLayout {
 public:
     WholeLayout(Diagram& theDiagram, const Catalogue& theCatalogue) : diagram(theDiagram), catalogue(theCatalogue) {}
 
-    void run()
+    // False when not even those that lines join are laid out.
+    bool run(LayoutBudget& budget)
     {
         std::vector<Graph::Node> places = collectNodes();
         Graph joined = collectJoined(places);
@@ -82,8 +79,8 @@ public:
             if (joinedIndex[i] == none)
                 others.push_back(&places[i]);
         Point corner = {margin, margin};
-        if (joined.nodes.size() <= mostLayeredNodes && joined.edges.size() <= mostLayeredEdges &&
-            !joined.nodes.empty() && placeInLayers(joined)) {
+        const bool isLayered = placeJoined(joined, budget);
+        if (isLayered) {
             corner.y += takeOver(joined, places) + gap;
             routeLines(joined);
         } else {
@@ -94,6 +91,7 @@ public:
         placeInRows(others, corner);
         for (std::size_t i = 0; i < places.size(); ++i)
             diagram.boxes[i].bounds = places[i].place;
+        return isLayered || joined.nodes.empty();
     }
 
 private:
@@ -130,6 +128,14 @@ private:
             joinedLines.push_back(&line);
         }
         return joined;
+    }
+
+    static bool placeJoined(Graph& joined, LayoutBudget& budget)
+    {
+        if (joined.nodes.empty())
+            return false;
+        const LayoutCare care = budget.take(joined.nodes.size(), joined.edges.size());
+        return care != LayoutCare::none && placeInLayers(joined, care == LayoutCare::brief);
     }
 
     // Height of what is taken over.
@@ -185,7 +191,7 @@ void placeBelow(Diagram& diagram, const Catalogue& catalogue, const Rectangle& r
 
 } // namespace
 
-void layOut(Diagram& diagram, const Catalogue& catalogue)
+bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
 {
     std::optional<Rectangle> placed;
     std::size_t count = 0;
@@ -200,12 +206,11 @@ void layOut(Diagram& diagram, const Catalogue& catalogue)
         placed = placed ? unite(*placed, *box.bounds) : *box.bounds;
         ++count;
     }
-    if (diagram.boxes.empty())
-        return;
     if (!placed)
-        WholeLayout(diagram, catalogue).run();
-    else if (count < diagram.boxes.size())
+        return diagram.boxes.empty() || WholeLayout(diagram, catalogue).run(budget);
+    if (count < diagram.boxes.size())
         placeBelow(diagram, catalogue, *placed);
+    return true;
 }
 
 void makeRoomForText(Diagram& diagram, const Catalogue& catalogue)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "designs/layout/LayoutBudget.h"
 #include "designs/model/Catalogue.h"
 #include "designs/model/Design.h"
 
@@ -7,8 +8,9 @@ namespace design {
 
 /// Gives a place to every box of the diagram that has none, and a size to those that were only placed. Where no box has
 /// a place, the whole diagram is laid out: generalizations upward, lines horizontal and vertical. Otherwise what has no
-/// place stands in rows below the rest.
-void layOut(Diagram& diagram, const Catalogue& catalogue);
+/// place stands in rows below the rest. False when the whole diagram had to be set in rows, for want of budget or
+/// because the layout library could not do it.
+[[nodiscard]] bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget);
 
 /// Makes boxes that are too small for their text large enough, about their centre.
 void makeRoomForText(Diagram& diagram, const Catalogue& catalogue);

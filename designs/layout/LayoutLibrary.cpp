@@ -4,10 +4,10 @@
 
 namespace design {
 
-bool placeInLayers(Graph& graph)
+bool placeInLayers(Graph& graph, bool isBrief)
 {
     static const auto& library = loading::functionsOf<LayoutFunctions>("libpetal-layout.so", "petalLayoutFunctions");
-    return library.placeInLayers(graph);
+    return library.placeInLayers(graph, isBrief);
 }
 
 } // namespace design

@@ -6,7 +6,7 @@ namespace design {
 
 /// What libpetal-layout.so does.
 struct LayoutFunctions {
-    bool (*placeInLayers)(Graph& graph);
+    bool (*placeInLayers)(Graph& graph, bool isBrief);
 };
 
 } // namespace design
