@@ -264,10 +264,7 @@ void Sheets::writeEnds(text::JsonWriter& json, const Object& association) const
 
 void Sheets::writeUnit(text::JsonWriter& json, const Object& object) const
 {
-    const auto& missing = document.missingUnits();
-    const auto unit = std::find_if(missing.begin(), missing.end(),
-                                   [&](const reader::MissingUnit& each) { return each.stub == &object; });
-    if (unit != missing.end())
+    if (const reader::MissingUnit* const unit = document.missingUnit(object))
         json.key("missing").value(unit->fileName + ": " + unit->reason);
 }
 

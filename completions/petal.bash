@@ -56,6 +56,7 @@ _petal_argument() {
         --types) _petal_words "$2" as-is c++ java oracle ;;
         --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
         --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
+        --units-within) _petal_files "$2" '*' ;;
         --format) _petal_words "$2" svg png pdf ;;
         -o | --output | --log | --stats-json | --report) _petal_files "$2" '' ;;
     esac
@@ -64,7 +65,7 @@ _petal_argument() {
 _petal_takes_argument() {
     case $1 in
         -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
-            --from | --report | --charset | --path | --depth | --diagram | --format) return 0 ;;
+            --from | --report | --charset | --path | --units-within | --depth | --diagram | --format) return 0 ;;
         *) return 1 ;;
     esac
 }
@@ -110,22 +111,22 @@ _petal_import() {
 }
 
 _petal_check() {
-    local options=(-h --help --charset --path --no-units --json --notes)
+    local options=(-h --help --charset --path --units-within --no-units --json --notes)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_tree() {
-    local options=(-h --help --depth --charset --path --no-units)
+    local options=(-h --help --depth --charset --path --units-within --no-units)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_draw() {
-    local options=(-h --help --diagram -o --output --format --list --charset --path --no-units -q --quiet)
+    local options=(-h --help --diagram -o --output --format --list --charset --path --units-within --no-units -q --quiet)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_browse() {
-    local options=(-h --help -o --output --charset --path --no-units -q --quiet)
+    local options=(-h --help -o --output --charset --path --units-within --no-units -q --quiet)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 

@@ -2,12 +2,11 @@
 
 #include "reader/Charset.h"
 #include "reader/Parser.h"
-#include "reader/UnitPath.h"
+#include "reader/UnitFinder.h"
 #include "text/Files.h"
 #include "text/Places.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <deque>
 #include <functional>
@@ -16,6 +15,8 @@
 #include <memory_resource>
 #include <optional>
 #include <set>
+#include <system_error>
+#include <unordered_map>
 #include <utility>
 
 namespace reader {
@@ -28,12 +29,27 @@ constexpr std::size_t largestFile = std::size_t{1} << 30U;
 constexpr std::size_t mostUnits = 10000;
 constexpr std::size_t largestUnits = std::size_t{4} << 30U; // all together
 
+[[noreturn]] void throwUnreadable(const text::FileUnreadable& error)
+{
+    throw NotPetal(error.code() == std::errc::file_too_large ? "the file is larger than 1 GiB"
+                                                             : error.code().message());
+}
+
 std::string readFile(const std::string& path)
 {
     try {
         return text::readFile(path, largestFile);
     } catch (const text::FileUnreadable& error) {
-        throw NotPetal(error.code().value() == EFBIG ? "the file is larger than 1 GiB" : error.code().message());
+        throwUnreadable(error);
+    }
+}
+
+std::string readUnit(const std::string& path)
+{
+    try {
+        return text::readNamedFile(path, largestFile);
+    } catch (const text::FileUnreadable& error) {
+        throwUnreadable(error);
     }
 }
 
@@ -70,6 +86,7 @@ struct Document::Contents {
     std::map<const char*, std::size_t, std::less<>> starts; // of the texts of the sources
     std::vector<File> files;
     std::vector<MissingUnit> missing;
+    std::unordered_map<const Object*, std::size_t> missingByStub;
     std::vector<Finding> findings;
     std::size_t objectCount = 0;
     Object nothing; // root of a file that ends before its root
@@ -151,7 +168,10 @@ void Document::Contents::reportFile(const ParsedFile& parsed, const DecodedText&
 // Reads the files of controlled units and puts their roots in the places of the objects that name them.
 class Document::Units {
 public:
-    Units(Contents& contents, const ReadOptions& options) : contents(contents), options(options) {}
+    Units(Contents& contents, const ReadOptions& options)
+        : contents(contents), options(options), finder(options, contents.sources.front().path.parent_path())
+    {
+    }
 
     void readAll()
     {
@@ -175,8 +195,10 @@ private:
     {
         const std::string fileName = stub.text("file_name");
         const std::string reason = whyNotRead(stub, fileName, folder);
-        if (!reason.empty())
-            contents.missing.push_back({&stub, fileName, reason, !options.readsUnits});
+        if (reason.empty())
+            return;
+        contents.missingByStub.emplace(&stub, contents.missing.size());
+        contents.missing.push_back({&stub, fileName, reason, !options.readsUnits});
     }
 
     std::string whyNotRead(const Object& stub, const std::string& fileName, const fs::path& folder)
@@ -185,19 +207,20 @@ private:
             return "units are not read";
         if (contents.files.size() > mostUnits || size > largestUnits)
             return "too many units";
-        const auto path = unitFile(fileName, folder, contents.sources.front().path.parent_path(), options.paths);
-        if (!path)
-            return "there is no such file";
-        if (!known.insert(realPath(*path)).second)
-            return path->string() + " is already part of this model";
+        const FoundUnit& unit = finder.find(fileName, folder);
+        if (!unit.whyNot.empty())
+            return unit.whyNot;
+        const std::string path = unit.path.string();
+        if (!known.insert(unit.realPath.string()).second)
+            return path + " is already part of this model";
         try {
-            std::string bytes = readFile(path->string());
+            std::string bytes = readUnit(path);
             size += bytes.size();
-            contents.add(std::move(bytes), path->string(), options.charset);
+            contents.add(std::move(bytes), path, options.charset);
         } catch (const NotPetal& error) {
-            return path->string() + ": " + error.what();
+            return path + ": " + error.what();
         }
-        contents.sources.back().path = *path;
+        contents.sources.back().path = unit.path;
         return putInPlace(stub);
     }
 
@@ -229,6 +252,7 @@ private:
 
     Contents& contents;
     const ReadOptions& options;
+    UnitFinder finder;
     std::set<std::string> known; // files that are read, so that none is read twice and cycles end
     std::size_t size = 0;
 };
@@ -269,6 +293,12 @@ const File& Document::fileOf(const char* position) const
 const std::vector<MissingUnit>& Document::missingUnits() const
 {
     return contents->missing;
+}
+
+const MissingUnit* Document::missingUnit(const Object& stub) const
+{
+    const auto found = contents->missingByStub.find(&stub);
+    return found == contents->missingByStub.end() ? nullptr : &contents->missing[found->second];
 }
 
 const std::vector<Finding>& Document::findings() const

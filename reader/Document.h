@@ -18,6 +18,9 @@ struct ReadOptions {
     std::string charset;
     /// Folders behind the symbols of unit paths: {"FRAMEWORK_PATH", "/designs/shared"} for `$FRAMEWORK_PATH\...`.
     std::map<std::string, std::filesystem::path> paths;
+    /// If there are any, the files of controlled units are read from these folders and what is in them alone, whatever
+    /// names and links say. They need not be there.
+    std::vector<std::filesystem::path> unitsWithin;
     /// Whether the files of controlled units are opened. Otherwise no file but the first is touched.
     bool readsUnits = true;
 };
@@ -92,6 +95,8 @@ public:
     /// The whole text of one of `files()`, decoded.
     [[nodiscard]] std::string_view text(const File& file) const;
     [[nodiscard]] const std::vector<MissingUnit>& missingUnits() const;
+    /// The missing unit whose file `stub` names, or null.
+    [[nodiscard]] const MissingUnit* missingUnit(const Object& stub) const;
     /// What was wrong with the text of the files, in their order.
     [[nodiscard]] const std::vector<Finding>& findings() const;
 

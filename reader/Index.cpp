@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <tuple>
 
 namespace reader {
@@ -51,6 +52,17 @@ std::optional<std::string_view> inFrontOfPath(const Object& object, std::string_
     }
 }
 
+// Where the parts of a full name begin; no model is as deep as what is left out.
+std::vector<std::size_t> startsOfParts(std::string_view fullName)
+{
+    constexpr std::size_t mostParts = 64;
+    std::vector<std::size_t> starts = {0};
+    for (std::size_t colons = fullName.find(separator); colons != std::string_view::npos && starts.size() < mostParts;
+         colons = fullName.find(separator, starts.back()))
+        starts.push_back(colons + separator.size());
+    return starts;
+}
+
 bool saysNone(std::string_view quid)
 {
     return !quid.empty() && quid.find_first_not_of('0') == std::string_view::npos;
@@ -83,6 +95,7 @@ Index::Index(const Document& document) : document(&document)
     sort();
     for (const MissingUnit& unit : document.missingUnits())
         unloadedPaths.push_back(path(*unit.stub));
+    std::sort(unloadedPaths.begin(), unloadedPaths.end());
     isPartial = !unloadedPaths.empty() || !document.root().is("Design");
 }
 
@@ -244,11 +257,22 @@ bool Index::isUnloaded(std::string_view fullName) const
         return true;
     if (!document->root().is("Design") && fullName.find(document->root().name() + "::") == std::string_view::npos)
         return true;
-    return std::any_of(unloadedPaths.begin(), unloadedPaths.end(), [&](const std::string& path) {
-        const std::size_t start = fullName.find(path); // a unit does not know the packages around it
-        return start != std::string_view::npos && (start == 0 || !document->root().is("Design")) &&
-               (fullName.size() == start + path.size() || fullName.substr(start + path.size()).starts_with(separator));
-    });
+    // A unit does not know the packages around it.
+    const std::vector<std::size_t> starts =
+        document->root().is("Design") ? std::vector<std::size_t>{0} : startsOfParts(fullName);
+    return std::any_of(starts.begin(), starts.end(),
+                       [&](std::size_t start) { return beginsUnloaded(fullName.substr(start)); });
+}
+
+bool Index::beginsUnloaded(std::string_view name) const
+{
+    const auto isKnown = [&](std::string_view path) {
+        return std::binary_search(unloadedPaths.begin(), unloadedPaths.end(), path, std::less<>());
+    };
+    const std::vector<std::size_t> starts = startsOfParts(name);
+    return isKnown(name) || std::any_of(std::next(starts.begin()), starts.end(), [&](std::size_t start) {
+               return isKnown(name.substr(0, start - separator.size()));
+           });
 }
 
 std::vector<std::pair<const Object*, const Object*>> Index::duplicateQuids() const

@@ -102,6 +102,7 @@ private:
     void sort();
     [[nodiscard]] const Object* byHash(std::uint64_t hash, std::string_view name, bool isFullName) const;
     [[nodiscard]] bool isUnloaded(std::string_view fullName) const;
+    [[nodiscard]] bool beginsUnloaded(std::string_view name) const;
     [[nodiscard]] bool isInSameFile(const Object& a, const Object& b) const;
     [[nodiscard]] const Object* onlyInFile(const Object& from, std::uint32_t number) const;
 
@@ -112,8 +113,8 @@ private:
     std::vector<ByName> simpleNames;
     std::vector<ByNumber> numbers;
     std::vector<Diagram> allDiagrams;
-    std::vector<std::string> unloadedPaths;
-    bool isPartial; // something of the model is not in the document
+    std::vector<std::string> unloadedPaths; ///< sorted
+    bool isPartial;                         // something of the model is not in the document
 };
 
 } // namespace reader

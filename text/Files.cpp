@@ -34,6 +34,43 @@ private:
     throw FileUnreadable(error, std::generic_category(), path);
 }
 
+// What the system has no number for.
+class OwnReasons : public std::error_category {
+public:
+    [[nodiscard]] const char* name() const noexcept override { return "text::Files"; }
+    [[nodiscard]] std::string message(int /*number*/) const override { return "it is no regular file"; }
+};
+
+[[noreturn]] void failAsIrregular(const std::string& path)
+{
+    static const OwnReasons reasons;
+    throw FileUnreadable(1, reasons, path);
+}
+
+// A signal may come while the system waits for what lies behind a name.
+int openForReading(const std::string& path, int flags)
+{
+    for (;;) {
+        const int number = open(path.c_str(), O_RDONLY | O_CLOEXEC | flags);
+        if (number >= 0)
+            return number;
+        if (errno != EINTR)
+            fail(path, errno);
+    }
+}
+
+std::size_t sizeOfRegular(const struct stat& status, const std::string& path, std::size_t mostBytes)
+{
+    if (S_ISDIR(status.st_mode))
+        fail(path, EISDIR);
+    if (!S_ISREG(status.st_mode))
+        failAsIrregular(path);
+    const std::size_t size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    if (size > mostBytes)
+        fail(path, EFBIG);
+    return size;
+}
+
 std::size_t readSome(int descriptor, char* to, std::size_t room, const std::string& path)
 {
     for (;;) {
@@ -50,9 +87,9 @@ std::size_t readSome(int descriptor, char* to, std::size_t room, const std::stri
 std::string readFile(const std::string& path, std::size_t mostBytes)
 {
     constexpr std::size_t leastRoom = std::size_t{64} * 1024;
-    const Descriptor file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor file(path == "-" ? STDIN_FILENO : openForReading(path, 0));
     struct stat status = {};
-    if (file.get() < 0 || fstat(file.get(), &status) != 0)
+    if (fstat(file.get(), &status) != 0)
         fail(path, errno);
     ReadRecord::note(path, status);
     const bool hasSize = S_ISREG(status.st_mode) && status.st_size > 0;
@@ -72,6 +109,35 @@ std::string readFile(const std::string& path, std::size_t mostBytes)
             fail(path, EFBIG);
         if (count == 0)
             break;
+    }
+    bytes.resize(used);
+    return bytes;
+}
+
+std::string readNamedFile(const std::string& path, std::size_t mostBytes)
+{
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0)
+        fail(path, errno);
+    if (sizeOfRegular(status, path, mostBytes) == 0) {
+        ReadRecord::note(path, status);
+        return {};
+    }
+    // Something else may have that name by now.
+    const Descriptor file(openForReading(path, O_NONBLOCK | O_NOCTTY));
+    if (fstat(file.get(), &status) != 0)
+        fail(path, errno);
+    ReadRecord::note(path, status);
+    const std::size_t size = sizeOfRegular(status, path, mostBytes);
+    std::string bytes;
+    bytes.reserve(size + roomBehind);
+    bytes.resize(size);
+    std::size_t used = 0;
+    while (used < size) {
+        const std::size_t count = readSome(file.get(), bytes.data() + used, size - used, path);
+        if (count == 0)
+            break;
+        used += count;
     }
     bytes.resize(used);
     return bytes;

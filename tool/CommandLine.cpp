@@ -115,6 +115,13 @@ void addReadOptions(CLI::App& command, ReadRequest& request)
         ->allow_extra_args(false)
         ->check(CLI::Validator(whyNotAPath, ""))
         ->take_all();
+    command
+        .add_option("--units-within", request.unitsWithin,
+                    "Read units from this folder and those in it alone, may be repeated")
+        ->option_text("DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(whyNotAFolder, ""))
+        ->take_all();
     command.add_flag("--no-units", request.ignoresUnits, "Leave controlled units out");
 }
 

@@ -4,6 +4,9 @@
 
 #include "text/Utf8.h"
 
+#include <filesystem>
+#include <system_error>
+
 std::string whyNotACharset(const std::string& charset)
 {
     return reader::isCharset(charset) ? "" : "there is no charset '" + charset + "'";
@@ -17,10 +20,20 @@ std::string whyNotAPath(const std::string& path)
     return "";
 }
 
+std::string whyNotAFolder(const std::string& path)
+{
+    std::error_code error;
+    const auto type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::directory)
+        return "";
+    return "there is no folder '" + path + "'" + (error ? ": " + error.message() : "");
+}
+
 reader::ReadOptions readOptions(const ReadRequest& request)
 {
     reader::ReadOptions options;
     options.charset = request.charset;
+    options.unitsWithin.assign(request.unitsWithin.begin(), request.unitsWithin.end());
     options.readsUnits = !request.ignoresUnits;
     for (const std::string& path : request.paths) {
         const std::size_t equals = path.find('=');

@@ -102,10 +102,8 @@ private:
 
     [[nodiscard]] std::string unitOf(const Object& object) const
     {
-        for (const reader::MissingUnit& unit : document.missingUnits())
-            if (unit.stub == &object)
-                return " [not loaded: " + unit.fileName + "]";
-        return {};
+        const reader::MissingUnit* const unit = document.missingUnit(object);
+        return unit ? " [not loaded: " + unit->fileName + "]" : std::string();
     }
 
     const reader::Document& document;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -45,6 +46,7 @@ TEST(Units, AreFoundByTheirPaths)
         {R"(C:\\designs\\U.cat)", "m/U.cat", ""},
         {R"(sub\\U.cat)", "m/sub/U.cat", ""},
         {R"($curdir\\sub\\..)", "m/sub/U.cat", "there is no such file"},
+        {R"($curdir\\none\\.\\..\\U.cat)", "m/U.cat", ""},
         {"$curdir", "m/U.cat", "there is no such file"},
         {"$", "m/U.cat", "there is no such file"},
         {"", "m/U.cat", "there is no such file"},
@@ -117,6 +119,122 @@ TEST(Units, StandInThePlaceOfWhatNamesThem)
     ASSERT_TRUE(inside);
     EXPECT_EQ(reader::Index(document).path(*inside), "Logical View::U::In");
     EXPECT_THAT(document.place(*inside).file, testing::EndsWith("a.cat"));
+}
+
+std::vector<std::string> reasonsFor(const TemporaryFolder& folder, const std::vector<std::string>& names,
+                                    const reader::ReadOptions& options = {})
+{
+    std::string stubs;
+    for (const std::string& name : names)
+        stubs += stub(name) + "\n";
+    folder.write("m/m.mdl", logicalView(stubs));
+    const Document document(folder / "m/m.mdl", options);
+    std::vector<std::string> reasons;
+    for (const reader::MissingUnit& missing : document.missingUnits())
+        reasons.push_back(missing.reason);
+    return reasons;
+}
+
+// To open a pipe or a device may wait for ever or do something; what the system makes up has no end.
+TEST(Units, AreRegularFilesBySize)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "m" / "folder.cat");
+    ASSERT_EQ(mkfifo((folder / "m/pipe.cat").c_str(), 0600), 0);
+    folder.write("m/sparse.cat", "");
+    fs::resize_file(folder / "m/sparse.cat", (std::uintmax_t{1} << 30U) + 1);
+    std::string upToRoot;
+    for (int i = 0; i < 100; ++i)
+        upToRoot += "/..";
+    const std::string base = (folder.path() / "m").string();
+    const struct {
+        std::string name;
+        std::string reason; // behind the file's name
+    } rows[] = {
+        {"pipe.cat", base + "/pipe.cat: it is no regular file"},
+        {"folder.cat", "there is no such file"},
+        {"sparse.cat", base + "/sparse.cat: the file is larger than 1 GiB"},
+        {"$curdir" + upToRoot + "/dev/zero", base + upToRoot + "/dev/zero: it is no regular file"},
+        {"$curdir" + upToRoot + "/proc/self/pagemap",
+         base + upToRoot + "/proc/self/pagemap: no petal file: it is empty"},
+        {"$curdir/" + std::string(4096, 'a'), "the name is longer than 4096 bytes"},
+        {"$curdir/" + std::string(300, 'a'), base + "/" + std::string(300, 'a') + ": File name too long"},
+    };
+    for (const auto& row : rows)
+        EXPECT_THAT(reasonsFor(folder, {row.name}), testing::ElementsAre(row.reason)) << row.name;
+}
+
+// A file that cannot be seen is not the same as one that is not there, and none of the same name is taken instead.
+TEST(Units, ThatCannotBeSeenSayWhy)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "m");
+    folder.write("m/U.cat", unit("U"));
+    fs::create_symlink("loop", folder.path() / "m" / "loop");
+    EXPECT_THAT(reasonsFor(folder, {"loop/U.cat"}),
+                testing::ElementsAre(folder / "m/loop: Too many levels of symbolic links"));
+}
+
+TEST(Units, AreLookedUpNoMoreThanSoOften)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "m");
+    std::vector<std::string> names;
+    for (int i = 0; i < 50000; ++i)
+        names.push_back("none" + std::to_string(i));
+    const auto reasons = reasonsFor(folder, names);
+    ASSERT_EQ(reasons.size(), names.size());
+    EXPECT_EQ(reasons.front(), "there is no such file");
+    EXPECT_EQ(reasons.back(), "there are too many names of units to look all of them up");
+}
+
+TEST(Units, AreReadFromTheFoldersThatAreAllowed)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "m" / "sub");
+    fs::create_directories(folder.path() / "m2");
+    fs::create_directories(folder.path() / "lib");
+    for (const char* const name : {"m/sub/U.cat", "m2/V.cat", "lib/W.cat", "m/X.cat", "m2/X.cat"})
+        folder.write(name, unit("U"));
+    fs::create_symlink(folder / "lib/W.cat", folder.path() / "m" / "link.cat");
+    fs::create_symlink(folder / "lib/none.cat", folder.path() / "m" / "nowhere.cat");
+    fs::create_directory_symlink(folder / "lib", folder.path() / "m" / "elsewhere");
+    fs::create_directory_symlink(folder / "m/sub", folder.path() / "m" / "inside");
+    const std::string refused = "there is no such file in a folder that units may be read from";
+    const struct {
+        std::string name;
+        std::vector<std::string> allowed; // besides the folder of the model
+        bool isRead;
+    } rows[] = {
+        {"sub/U.cat", {}, true},
+        {"inside/u.cat", {}, true},
+        {"$curdir/../m/sub/U.cat", {}, false}, // the way leads outside
+        {"$curdir/sub/../X.cat", {}, true},
+        {"$curdir/../m2/V.cat", {}, false}, // begins with the name of the allowed folder
+        {"$curdir/../m2/none.cat", {}, false},
+        {"$curdir/../m2/X.cat", {}, true}, // that beside the model, as if there were none in the other folder
+        {"$curdir/../none/X.cat", {}, true},
+        {"link.cat", {}, false},
+        {"link.cat", {"lib"}, true},
+        {"nowhere.cat", {}, false},
+        {"elsewhere/W.cat", {}, false},
+        {"elsewhere/w.cat", {}, false},
+        {"elsewhere/w.cat", {"lib"}, true},
+        {"elsewhere/none.cat", {}, false},
+        {"$LIB/W.cat", {}, false},
+        {"$LIB/W.cat", {"none", "lib"}, true},
+        {"$curdir/../../../../../../../../dev/zero", {}, false},
+    };
+    for (const auto& row : rows) {
+        reader::ReadOptions options;
+        options.paths["LIB"] = folder.path() / "lib";
+        options.unitsWithin = {folder.path() / "m"};
+        for (const std::string& each : row.allowed)
+            options.unitsWithin.push_back(folder.path() / each);
+        const auto reasons = reasonsFor(folder, {row.name}, options);
+        const std::vector<std::string> expected(row.isRead ? 0 : 1, refused);
+        EXPECT_EQ(reasons, expected) << row.name;
+    }
 }
 
 } // namespace
