@@ -75,6 +75,7 @@ constexpr std::pair<reader::DiagramKind, std::string_view> diagramIcons[] = {
 constexpr std::pair<std::string_view, std::string_view> labels[] = {
     {"_written", "Written by"},
     {"client_cardinality", "Multiplicity"},
+    {"client_quidu", ""},
     {"cardinality", "Multiplicity"},
     {"dir", "Direction"},
     {"documentation", ""},
@@ -99,6 +100,7 @@ constexpr std::pair<std::string_view, std::string_view> labels[] = {
     {"supplier_is_device", ""},
     {"supplier_is_spec", ""},
     {"supplier_is_subsystem", ""},
+    {"supplier_quidu", ""},
     {"title", ""},
     {"uid", ""},
     {"zoom", ""},

@@ -228,7 +228,7 @@ void Sheets::writeTarget(text::JsonWriter& json, const Element& element) const
     const std::string name = object.text(targetKey(object));
     if (reference.state == reader::ReferenceState::none)
         return;
-    const std::string_view quid = object.get("quidu").raw();
+    const std::string_view quid = reader::quidIn(object);
     json.key("to").beginList();
     FieldWriter<TargetField>(json)
         .add<TargetField::name>(lastPart(name.empty() ? std::string(quid) : name))

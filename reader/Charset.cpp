@@ -1,5 +1,6 @@
 #include "reader/Charset.h"
 
+#include "reader/CharsetHint.h"
 #include "reader/Document.h"
 #include "reader/Scanner.h"
 
@@ -16,10 +17,11 @@ namespace reader {
 namespace {
 
 constexpr std::string_view utf8 = "UTF-8";
+constexpr std::string_view usual = "CP1252";
 
 // The charset numbers of Windows fonts.
 constexpr std::pair<std::int64_t, std::string_view> charSets[] = {
-    {0, "CP1252"},   {1, "CP1252"},   {128, "CP932"},  {129, "CP949"},  {130, "JOHAB"},  {134, "CP936"},
+    {0, usual},      {1, usual},      {128, "CP932"},  {129, "CP949"},  {130, "JOHAB"},  {134, "CP936"},
     {136, "CP950"},  {161, "CP1253"}, {162, "CP1254"}, {163, "CP1258"}, {177, "CP1255"}, {178, "CP1256"},
     {186, "CP1257"}, {204, "CP1251"}, {222, "CP874"},  {238, "CP1250"},
 };
@@ -44,6 +46,21 @@ std::string encodingOf(std::string_view bytes, const std::string& charset)
             return std::string(encoding);
     return text::isUtf8(bytes) && !isAscii(bytes) ? std::string(utf8)
                                                   : std::string(encodingOfCharSet(charSetIn(bytes)));
+}
+
+// Only a file that would be read better otherwise is told of bytes that are undefined.
+void takeHint(DecodedText& decoded, std::string_view bytes)
+{
+    const CharsetHint hint = hintFor(bytes);
+    if (hint.charset.empty())
+        return;
+    decoded.fitting = hint.charset;
+    decoded.undecodable = hint.undefined;
+    for (const char byte : bytes.substr(0, hint.firstUndefined)) {
+        std::string character;
+        text::appendCharacter(character, text::windowsCharacter(byte));
+        decoded.firstUndecodable += character.size();
+    }
 }
 
 } // namespace
@@ -94,6 +111,8 @@ DecodedText decode(std::string bytes, const std::string& charset)
     decoded.text = std::move(converted->text);
     decoded.undecodable = converted->undecodable;
     decoded.firstUndecodable = converted->firstUndecodable;
+    if (charset.empty() && decoded.encoding == usual)
+        takeHint(decoded, bytes);
     return decoded;
 }
 

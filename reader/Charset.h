@@ -13,6 +13,7 @@ struct DecodedText {
     std::string encoding;             ///< what iconv calls the encoding of the bytes
     std::size_t undecodable = 0;      ///< number of bytes that are no character there; U+FFFD stands for them
     std::size_t firstUndecodable = 0; ///< offset in `text` of the first of those
+    std::string_view fitting;         ///< a charset in which the bytes are words where they are none in `encoding`
 };
 
 /// What iconv calls the encoding that a `charSet` number of Windows stands for.

@@ -133,6 +133,10 @@ private:
         const auto attributes = object.attributes();
         bool hasQuid = false;
         for (std::size_t i = 0; i < attributes.size(); ++i) {
+            if (const std::string_view end = endOf(attributes[i].key); !end.empty()) {
+                hasQuid = hasQuid || end == "supplier";
+                checkReference(object, attributes[i].value, end, object.text(end));
+            }
             if (attributes[i].key != "quidu")
                 continue;
             hasQuid = true;
@@ -143,6 +147,14 @@ private:
         const std::string supplier = object.viewNumber() ? nameOfView(object) : object.text("supplier");
         if (!hasQuid && supplier.find("::") != std::string::npos)
             checkReference(object, object.viewNumber() ? object.names().front() : object.get("supplier"), "", supplier);
+    }
+
+    // Petal version 50 has a quid for each end of a transition.
+    static std::string_view endOf(std::string_view key)
+    {
+        constexpr std::string_view behind = "_quidu";
+        return key == "supplier_quidu" || key == "client_quidu" ? key.substr(0, key.size() - behind.size())
+                                                                : std::string_view();
     }
 
     static std::string nameOfView(const Object& object)
@@ -202,11 +214,18 @@ private:
         return "quid " + std::string(at.raw()) + (name.empty() ? "" : " (\"" + name + "\")");
     }
 
+    // The names of states go through their state machines, which are no part of other full names.
+    static bool endsAtState(const Object& object, ElementKind target)
+    {
+        return target == ElementKind::behavior && object.has("supplier_quidu");
+    }
+
     // Readers that go by names find something else than those that go by quids.
     void checkName(const Object& object, const Value& at, const std::string& name, const Reference& reference)
     {
-        if (reference.isByName || name.find("::") == std::string::npos ||
-            elementKindOf(*reference.element) == ElementKind::none)
+        const ElementKind kind = elementKindOf(*reference.element);
+        if (reference.isByName || name.find("::") == std::string::npos || kind == ElementKind::none ||
+            endsAtState(object, kind))
             return;
         const std::string_view shortName = std::string_view(name).substr(0, name.rfind(" (")); // `Main (module body)`
         if (index.isCalled(*reference.element, name) ||

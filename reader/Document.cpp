@@ -79,6 +79,11 @@ void requireObject(std::string_view text)
         throw NotPetal("no petal file: it does not start with (object");
 }
 
+std::string hintAt(std::string_view charset)
+{
+    return std::string(", and --charset ").append(charset).append(" makes words of them");
+}
+
 } // namespace
 
 struct Document::Contents {
@@ -157,7 +162,7 @@ void Document::Contents::reportFile(const ParsedFile& parsed, const DecodedText&
     if (decoded.undecodable > 0)
         report(Severity::warning, "charset", source.text.data() + decoded.firstUndecodable,
                std::to_string(decoded.undecodable) + " bytes of the file are no characters in " + decoded.encoding +
-                   "; this is the first");
+                   "; this is the first" + (decoded.fitting.empty() ? "" : hintAt(decoded.fitting)));
     if (!parsed.header)
         report(Severity::warning, "header", source.text.data(),
                "expected (object Petal in front of everything else; charset and version are not known");

@@ -84,6 +84,12 @@ std::string nameIn(const Object& from)
 
 } // namespace
 
+std::string_view quidIn(const Object& from)
+{
+    const Value& quid = from.get("quidu");
+    return quid ? quid.raw() : from.get("supplier_quidu").raw();
+}
+
 Index::Index(const Document& document) : document(&document)
 {
     std::vector<Visit> open = {{&document.root(), hashOfNothing, 0}};
@@ -234,7 +240,7 @@ const Object* Index::view(const Object& from, std::string_view key) const
 
 Reference Index::element(const Object& from) const
 {
-    return lookUp(from.get("quidu").raw(), nameIn(from));
+    return lookUp(quidIn(from), nameIn(from));
 }
 
 Reference Index::lookUp(std::string_view quid, std::string_view name) const

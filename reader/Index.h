@@ -34,6 +34,10 @@ struct Diagram {
     const Object* owner = nullptr; ///< package, class, use case or state machine that it is listed in
 };
 
+/// The quid of what a view shows or a relationship leads to: `quidu`, or `supplier_quidu` where both ends have one, as
+/// those of transitions in petal version 50. Empty when there is none.
+[[nodiscard]] std::string_view quidIn(const Object& from);
+
 /// The document must stay where it is while the index is used.
 class Index {
 public:
@@ -56,8 +60,8 @@ public:
     /// What a key of a view (`client`, `supplier`, `Parent_View` ...) refers to in its diagram, or null.
     [[nodiscard]] const Object* view(const Object& from, std::string_view key) const;
 
-    /// The element that a view shows or a relationship leads to: by `quidu`, else by the names it has (`supplier`,
-    /// `class`, or those behind the kind of a view).
+    /// The element that a view shows or a relationship leads to: by `quidu`, or `supplier_quidu` as petal version 50
+    /// has it for transitions, else by the names it has (`supplier`, `class`, or those behind the kind of a view).
     [[nodiscard]] Reference element(const Object& from) const;
     /// What a quid, or else a name, leads to. Each may be empty.
     [[nodiscard]] Reference lookUp(std::string_view quid, std::string_view name) const;

@@ -220,9 +220,7 @@ bool recognizes(const Source& source)
         return true;
     if (uml2::hasModel(head) && head.find("xmlns:notation=") != std::string::npos)
         return true;
-    std::error_code error;
-    return uml2::hasModel(head) && source.path.has_filename() && source.path != "-" &&
-           std::filesystem::exists(source.path.parent_path() / fileWith(source.path, ".notation"), error);
+    return uml2::hasModel(head) && uml2::isBeside(source.path, fileWith(source.path, ".notation"));
 }
 
 // Either of the two files may be given. A fault in the other one is told with its name.

@@ -126,6 +126,12 @@ constexpr SheetRow sheetRows[] = {
     {"relation to nothing",
      R"(used_nodes (list uses_relationship_list (object Uses_Relationship quid "0000000000F4" supplier "Logical View::Gone" quidu "00000000DEAD")))",
      R"({"to":["Gone",-1,3])"},
+    {"transition whose ends have quids of their own",
+     R"(statemachine (object State_Machine "S" quid "0000000000E0" states (list States
+(object State "On" quid "0000000000E1" transitions (list transition_list
+(object State_Transition quid "0000000000E2" supplier "Off" supplier_quidu "0000000000E3" client "On" client_quidu "0000000000E1")))
+(object State "Off" quid "0000000000E3"))))",
+     R"("0000000000E2",{"to":["Off",6,0],)"},
     {"properties of tools",
      R"(attributes (list Attribute_Set (object Attribute tool "Java" name "Final" value FALSE) (object Attribute tool "cg" name "Kind" value ("KindSet" 17))))",
      R"([["Java",[["Final","FALSE"]]],["cg",[["Kind","KindSet, 17"]]]])"},

@@ -2,7 +2,9 @@
 #include "designs/Files.h"
 #include "support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -78,6 +80,27 @@ TEST(FormatFiles, NeedTheModelOfTheirDiagrams)
     folder.write("broken.notation", diagrams);
     folder.write("broken.uml", "<uml:Model>\n<a>");
     EXPECT_THAT(faultOf({diagrams, folder / "broken.notation"}), testing::StartsWith("broken.uml: 2:"));
+}
+
+// What is there and cannot be read is no diagram less, and nothing but a regular file is waited for.
+TEST(FormatFiles, TellWhatBesideThemCannotBeRead)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("loop.notation", folder.path() / "loop.notation");
+    std::filesystem::create_directory(folder.path() / "folder.notation");
+    ASSERT_EQ(mkfifo((folder / "pipe.notation").c_str(), 0600), 0);
+    const std::string model = bytesOf("shop.uml");
+    for (const auto& [name, reason] :
+         {std::pair{"loop", "Too many levels of symbolic links"}, std::pair{"folder", "Is a directory"},
+          std::pair{"pipe", "it is no regular file"}}) {
+        const std::string path = folder / (std::string(name) + ".uml");
+        EXPECT_EQ(faultOf({model, path}), std::string(name) + ".notation: " + reason);
+    }
+    const std::string longName(251, 'n'); // .notation makes a name of it that no file can have
+    design::Report report;
+    const design::Format* const format = design::formatOf({model, folder / (longName + ".uml")});
+    ASSERT_NE(format, nullptr);
+    EXPECT_TRUE(format->read({model, folder / (longName + ".uml")}, report).root.diagrams.empty());
 }
 
 // Names of elements in other files are read there; when such a file is broken, it is as if it were not there.

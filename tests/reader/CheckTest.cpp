@@ -19,11 +19,19 @@ std::vector<std::string> findingsIn(const std::string& text)
     return result;
 }
 
+// Two states with a transition whose lines begin with line 17.
+std::string states(const std::string& transition)
+{
+    return "(object State_Machine \"M\"\nquid \"0000000000E0\"\nstates (list States\n"
+           "(object State \"On\"\nquid \"0000000000E1\"\ntransitions (list transition_list (object State_Transition\n" +
+           transition + ")))\n(object State \"Off\"\nquid \"0000000000E2\")))";
+}
+
 // An element stands in line 10 and what follows.
 TEST(Check, FindsWhatIsWrongWithElements)
 {
     const struct {
-        const char* elements;
+        std::string elements;
         std::vector<std::string> findings;
     } rows[] = {
         {"(object Class \"A\"\nquid \"0000000000B1\")", {}},
@@ -40,6 +48,12 @@ TEST(Check, FindsWhatIsWrongWithElements)
          {"other-name 13"}},
         {"(object Link\nsupplier \"Logical View::Gone\")", {"dangling-reference 12"}},
         {"(object Message \"m\"\nOperation \"gone\"\nquidu \"0000000000FF\")", {"dangling-reference 13"}},
+        {states("supplier \"Logical View::M::On\"\nsupplier_quidu \"0000000000E1\"\n"
+                "client \"Logical View::M::Off\"\nclient_quidu \"0000000000E2\""),
+         {}},
+        {states("supplier \"On\"\nsupplier_quidu \"0000000000FE\"\nclient \"Off\"\nclient_quidu \"0000000000FF\""),
+         {"dangling-reference 18", "dangling-reference 20"}},
+        {states("supplier \"Logical View::M::Gone\""), {"dangling-reference 17"}},
         {"(object Mechanism @5)\n(object Mechanism @5)", {"duplicate-view 12"}},
         {"(object Message\nsubsystem \"Logical View\"\nquidu \"0000000000FF\")", {}},
         {"(object Association\nquid \"0000000000B1\"\nroles (list l\n(object Role\nquid \"0000000000B2\")))",

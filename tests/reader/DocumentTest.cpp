@@ -82,6 +82,31 @@ TEST(Document, SaysWhichBytesAreNoCharacters)
     EXPECT_EQ(document.root().name(), "\uFFFDa\uFFFD\uFFFD");
 }
 
+// Windows-1252 has characters for nearly all bytes, so files in other charsets are only told by those that it lacks.
+TEST(Document, SaysWhichCharsetWouldFit)
+{
+    const struct {
+        const char* bytes;
+        const char* charset;
+    } rows[] = {
+        {"\201\321\317\307\316\312 \215\307\201 \220\322\307\321\324", "CP1256"},
+        {"\271\372\217\322\360\214\363w\362\236\215\357\217K\217\210\321b", "CP936"},
+        {"\200\356\360\220\345 \217\340\352 \220\340\352", "CP1251"},
+        {"na\357ve caf\351 \201 \215 \220 gar\347on \374ber", ""}, // no script has all of these letters
+        {"\201\317\321 \230\335\312", ""},                         // a few say nothing
+    };
+    for (const auto& row : rows) {
+        const Document document = read(named("0", row.bytes));
+        const std::string hint = *row.charset ? std::string("--charset ").append(row.charset) : std::string();
+        EXPECT_EQ(document.findings().size(), *row.charset ? 1U : 0U) << row.bytes;
+        for (const reader::Finding& finding : document.findings()) {
+            EXPECT_EQ(finding.kind, "charset");
+            EXPECT_THAT(finding.text, testing::HasSubstr(hint)) << row.bytes;
+        }
+        EXPECT_TRUE(read(named("0", row.bytes), "CP1252").findings().empty()) << row.bytes;
+    }
+}
+
 TEST(Document, ReadsBothFormsOfTheHeaderAndBothLineEnds)
 {
     for (const char* const header :

@@ -42,26 +42,40 @@ std::string_view notedName(pugi::xml_node node)
     return {};
 }
 
+// No file can have a name that is too long.
+bool isAbsence(const std::error_code& error)
+{
+    return error == std::errc::no_such_file_or_directory || error == std::errc::filename_too_long;
+}
+
 } // namespace
 
+// A file that is there and cannot be read would take names or whole diagrams with it, so it is no file less.
 std::optional<std::string> readBeside(const std::filesystem::path& path, const std::string& name)
 {
-    const std::filesystem::path file = path.parent_path() / name;
-    std::error_code error;
-    if (path == "-" || !std::filesystem::is_regular_file(file, error))
+    if (path == "-")
         return std::nullopt;
     try {
-        return text::readFile(file);
-    } catch (const std::system_error&) { // as if it were not there
-        return std::nullopt;
+        return text::readNamedFile(path.parent_path() / name);
+    } catch (const text::FileUnreadable& error) {
+        if (isAbsence(error.code()))
+            return std::nullopt;
+        throw UnreadableDesign(name + ": " + error.code().message());
     }
+}
+
+bool isBeside(const std::filesystem::path& path, const std::string& name)
+{
+    std::error_code error;
+    const auto type = std::filesystem::status(path.parent_path() / name, error).type();
+    return path.has_filename() && path != "-" && type != std::filesystem::file_type::not_found && !isAbsence(error);
 }
 
 const TextsById& Outside::namesIn(const std::string& file)
 {
     const auto [entry, isNew] = files.try_emplace(file);
-    const bool isBeside = !file.empty() && file.find_first_of("/\\:") == std::string::npos && path.has_filename();
-    const auto bytes = isNew && isBeside ? readBeside(path, file) : std::nullopt;
+    const bool isNameOnly = !file.empty() && file.find_first_of("/\\:") == std::string::npos && path.has_filename();
+    const auto bytes = isNew && isNameOnly ? readBeside(path, file) : std::nullopt;
     if (!bytes)
         return entry->second;
     try {

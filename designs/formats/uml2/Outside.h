@@ -12,8 +12,12 @@
 
 namespace design::uml2 {
 
-/// The bytes of the file `name` in the folder of `path`, none if it cannot be read.
+/// The bytes of the file `name` in the folder of `path`, none if there is no such file or `path` is standard input.
+/// Throws UnreadableDesign, with the name, when it cannot be read or is no regular file.
 [[nodiscard]] std::optional<std::string> readBeside(const std::filesystem::path& path, const std::string& name);
+
+/// Whether something of that name is there, or whether there is cannot be told; `readBeside` then says why.
+[[nodiscard]] bool isBeside(const std::filesystem::path& path, const std::string& name);
 
 /// Models that references lead out to. Those that lie beside the file are read for their names.
 class Outside {
