@@ -46,6 +46,17 @@ CXXFLAGS=$flags "$cmake" -S "$source/tests/package/outside-host" -B "$work/outsi
 "$cmake" --build "$work/outside-host"
 "$work/outside-host/outside-host" "$work/by-cmake.mdl"
 
+echo "--- the example of a host"
+CXXFLAGS=$flags "$cmake" -S "$prefix/share/doc/petal-bridge/examples/host" -B "$work/shop" -G Ninja \
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log" 2>&1 ||
+    fail "$(cat "$work/configure.log")"
+"$cmake" --build "$work/shop"
+"$work/shop/shop" "$work/shop.mdl" 2>"$work/progress"
+"$prefix/$(cached CMAKE_INSTALL_BINDIR)/petal" check "$work/shop.mdl"
+if "$work/shop/shop" /dev/full 2>"$work/progress"; then
+    fail "the example of a host does not notice a full disk"
+fi
+
 echo "--- a model written down and read back"
 "$work/outside-host/dump-model" "$source/examples/orders.model.json" "$work/once.model.json"
 "$work/outside-host/dump-model" "$work/once.model.json" "$work/again.model.json"
