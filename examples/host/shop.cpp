@@ -6,7 +6,6 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 
 namespace {
@@ -103,9 +102,11 @@ public:
 // The plug-in does not learn that a disk was full, so its last line is looked for.
 bool isComplete(const char* path)
 {
+    const std::string lastLine = "\"38F75B630146\"))\r\n";
     std::ifstream file(path, std::ios::binary);
-    const std::string content(std::istreambuf_iterator<char>(file), {});
-    return content.ends_with("\"38F75B630146\"))\r\n");
+    file.seekg(-static_cast<std::streamoff>(lastLine.size()), std::ios::end);
+    std::string end(lastLine.size(), '\0');
+    return file.read(end.data(), static_cast<std::streamsize>(end.size())) && end == lastLine;
 }
 
 } // namespace
