@@ -101,9 +101,11 @@ void occupyStandardStreams()
 void watchForTheEnd()
 {
     stack_t stack = {};
-    stack.ss_sp = handlerStack.data();
-    stack.ss_size = handlerStack.size();
-    sigaltstack(&stack, nullptr);
+    sigaltstack(nullptr, &stack);
+    if ((static_cast<unsigned>(stack.ss_flags) & SS_DISABLE) != 0) { // nobody else watches for faults
+        stack = {handlerStack.data(), 0, handlerStack.size()};
+        sigaltstack(&stack, nullptr);
+    }
     for (const int signal : endingSignals)
         handle(signal, removeFilesAndEnd);
     for (const int signal : faultSignals)

@@ -16,7 +16,7 @@ void take(Taken& taken, const OutputTarget& target, const char* role)
         if (const auto found = taken.find(identity); found != taken.end())
             throw FileClash(target.descriptor() < 0
                                 ? target.name() + ": " + role + " would overwrite " + found->second
-                                : target.name() + " cannot take " + role + " besides " + found->second);
+                                : target.name() + ": " + role + " would be mixed with " + found->second);
     for (const std::string& identity : identities)
         taken.emplace(identity, role);
 }

@@ -150,6 +150,8 @@ void OutputFile::prepare()
 {
     if (const auto earlier = earlierFile())
         takeOverAttributes(temporary->descriptor(), target.path(), *earlier, target.name());
+    else
+        temporary->takeUsualMode();
     if (fsync(temporary->descriptor()) != 0)
         failWith(target.name());
 }

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int mostTries = 100;
+constexpr mode_t ofOwner = S_IRUSR | S_IWUSR;
 
 std::string randomName(const std::string& folder)
 {
@@ -70,11 +71,17 @@ bool renameToUnused(const std::string& from, const std::string& to)
 
 TemporaryFile::TemporaryFile(const std::string& theFolder, mode_t mode) : folder(theFolder)
 {
-    fd = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
-    if (fd >= 0 && access(linkOf(fd).c_str(), W_OK) != 0) // without it nothing can name the file
-        close(std::exchange(fd, -1));
+    openUnnamed(mode);
     if (fd < 0)
         openNamed(mode);
+}
+
+void TemporaryFile::openUnnamed(mode_t mode)
+{
+    fd = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
+    const bool isUsable = fd >= 0 && letOwnerWrite() && access(linkOf(fd).c_str(), W_OK) == 0;
+    if (fd >= 0 && !isUsable) // nothing could give the file a name
+        close(std::exchange(fd, -1));
 }
 
 void TemporaryFile::openNamed(mode_t mode)
@@ -87,6 +94,30 @@ void TemporaryFile::openNamed(mode_t mode)
     if (fd < 0)
         failWith(folder);
     removeAtEnd(name.c_str());
+    if (letOwnerWrite())
+        return;
+    const int error = errno;
+    unlink(name.c_str());
+    keepAtEnd(name.c_str());
+    close(fd);
+    errno = error;
+    failWith(folder);
+}
+
+// The one who makes a file may take from himself the right to open it once more.
+bool TemporaryFile::letOwnerWrite()
+{
+    struct stat status = {};
+    if (fstat(fd, &status) != 0)
+        return false;
+    usualMode = status.st_mode & 07777U;
+    return (usualMode & ofOwner) == ofOwner || fchmod(fd, usualMode | ofOwner) == 0;
+}
+
+void TemporaryFile::takeUsualMode()
+{
+    if ((usualMode & ofOwner) != ofOwner && fchmod(fd, usualMode) != 0)
+        failWith(folder);
 }
 
 TemporaryFile::~TemporaryFile()

@@ -18,6 +18,8 @@ public:
     [[nodiscard]] int descriptor() const { return fd; }
     /// A path under which the file can be opened; plain ASCII wherever the system offers one.
     [[nodiscard]] std::string openablePath() const;
+    /// The file has the mode that a new one has here; until then its owner may write it, whatever that is.
+    void takeUsualMode();
     /// Gives the file its final name, when nothing has that; returns whether it did. Throws `std::system_error`.
     [[nodiscard]] bool placeAt(const std::string& target);
     /// Gives the file its final name in the place of what has it, in one step, which is true then. Throws
@@ -25,9 +27,12 @@ public:
     bool replace(const std::string& target);
 
 private:
+    void openUnnamed(mode_t mode);
     void openNamed(mode_t mode);
+    bool letOwnerWrite();
 
     std::string folder;
     std::string name; ///< empty while it has none
     int fd = -1;
+    mode_t usualMode = 0;
 };

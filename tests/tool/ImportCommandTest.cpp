@@ -65,7 +65,9 @@ TEST_F(ImportCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)
          2,
          "petal: shop.mdj: the output would overwrite shop.mdj, which was"},
         {{"import", "shop.mdj", "-o", "x", "--report", "x"}, 2, "petal: x: the report would overwrite the output\n"},
-        {{"import", "shop.mdj", "-o", "-", "--report", "-"}, 2, "petal: standard output cannot take the report"},
+        {{"import", "shop.mdj", "-o", "-", "--report", "-"},
+         2,
+         "petal: standard output: the report would be mixed with the output"},
         {{"import", "shop.mdj", "--from", "starulm"}, 2, "did you mean staruml?"},
         {{"import"}, 2, "petal: DESIGN is required"},
     };

@@ -135,6 +135,14 @@ TEST_F(Permissions, OfAColleaguesFileStayWithTheTeam)
     EXPECT_EQ(statusOf(folder / "shared.mdl").st_uid, me);
     EXPECT_EQ(statusOf(folder / "shared.mdl").st_gid, team);
     EXPECT_EQ(statusOf(folder / "shared.mdl").st_mode & 07777U, 0660U);
+    EXPECT_EQ(exportTo("closed.mdl",
+                       [] {
+                           becomeMe();
+                           umask(0777);
+                       })
+                  .errors,
+              "");
+    EXPECT_EQ(statusOf(folder / "closed.mdl").st_mode & 07777U, 0U);
     giveAway("by-root.mdl", 0640);
     EXPECT_EQ(exportTo("by-root.mdl").errors, "");
     EXPECT_EQ(statusOf(folder / "by-root.mdl").st_uid, colleague) << "the administrator keeps the owner";
