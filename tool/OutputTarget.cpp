@@ -66,7 +66,7 @@ std::optional<int> descriptorBehind(const std::string& path, const std::string& 
     const std::string own = std::string("/proc/").append(std::to_string(getpid())).append("/");
     const std::string number = fs::path(path).filename().string();
     if (folder.starts_with(own) && number.find_first_not_of("0123456789") == std::string::npos)
-        return givenDescriptor(std::atoi(number.c_str()), name);
+        return givenDescriptor(static_cast<int>(std::strtol(number.c_str(), nullptr, 10)), name);
     if (fs::is_regular_file(path))
         throw std::system_error(EBADF, std::generic_category(),
                                 name + ": this is a file that another process has open");

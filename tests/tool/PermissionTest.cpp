@@ -12,7 +12,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr uid_t colleague = 60001;

@@ -189,12 +189,12 @@ def sweep(petal, case, pool, known):
 def cases(petal, source):
     model = text_of(os.path.join(source, "examples/orders.model.json"))
     designs = {name: text_of(os.path.join(source, "tests/designs/files", name))
-               for name in ("shop.mdj",)}
+               for name in ("shop.uml", "shop.notation", "common.uml")}
     rose = subprocess.run([petal, "export", "-q", "-", "-o", "-"], input=model, capture_output=True, check=True).stdout
     diagram = ["--diagram", "Customers and addresses"]
     yield Case("export, old", ["export", "-q", "m.json", "-o", "out"], {"m.json": model}, "out", b"old")
     yield Case("export, new", ["export", "-q", "m.json", "-o", "out"], {"m.json": model}, "out")
-    yield Case("import", ["import", "-q", "shop.mdj", "-o", "out"], designs, "out", b"old")
+    yield Case("import", ["import", "-q", "shop.uml", "-o", "out"], designs, "out", b"old")
     yield Case("draw svg", ["draw", "m.mdl", "-o", "out.svg"] + diagram, {"m.mdl": rose}, "out.svg", b"old")
     yield Case("draw png", ["draw", "m.mdl", "-o", "out.png"] + diagram, {"m.mdl": rose}, "out.png")
     yield Case("browse", ["browse", "m.mdl", "-o", "out"], {"m.mdl": rose}, "out", b"old")
