@@ -13,6 +13,7 @@
 #include <iterator>
 #include <limits>
 #include <memory_resource>
+#include <new>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -263,8 +264,9 @@ private:
 };
 
 Document::Document(const std::string& path, const ReadOptions& options)
-    : Document(readFile(path), text::fileName(path), options)
-{
+try : Document(readFile(path), text::fileName(path), options) {
+} catch (const std::bad_alloc&) {
+    throw NotPetal(notEnoughMemory);
 }
 
 Document::Document(std::string bytes, const std::string& name, const ReadOptions& options)

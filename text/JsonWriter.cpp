@@ -1,5 +1,7 @@
 #include "text/JsonWriter.h"
 
+#include "text/Utf8.h"
+
 #include <array>
 #include <charconv>
 #include <utility>
@@ -14,28 +16,53 @@ bool isPlain(char byte, bool isInPage)
     return code >= 0x20U && byte != '"' && byte != '\\' && code != 0x7FU && (byte != '<' || !isInPage);
 }
 
-void appendEscaped(std::string& out, char byte)
+void appendHexadecimal(std::string& out, unsigned unit)
 {
     constexpr const char* digits = "0123456789abcdef";
-    const auto code = static_cast<unsigned char>(byte);
-    if (byte == '"' || byte == '\\')
-        out.append(1, '\\').append(1, byte);
-    else if (byte == '\n')
+    out += "\\u";
+    for (const unsigned shift : {12U, 8U, 4U, 0U})
+        out += digits[unit >> shift & 0xFU];
+}
+
+void appendEscaped(std::string& out, char32_t character)
+{
+    constexpr char32_t firstBeyond = 0x10000; // from here on it takes two units
+    if (character == '"' || character == '\\')
+        out.append(1, '\\').append(1, static_cast<char>(character));
+    else if (character == '\n')
         out += "\\n";
-    else
-        out.append("\\u00").append(1, digits[code >> 4U]).append(1, digits[code & 0xFU]);
+    else if (character < firstBeyond)
+        appendHexadecimal(out, character);
+    else {
+        appendHexadecimal(out, 0xD800U + ((character - firstBeyond) >> 10U));
+        appendHexadecimal(out, 0xDC00U + ((character - firstBeyond) & 0x3FFU));
+    }
+}
+
+// The length of the character at the start of `text` if it needs an escape, else 0.
+std::size_t escapedLength(std::string_view text, const JsonLayout& layout)
+{
+    const char byte = text.front();
+    if (!isPlain(byte, layout.isInPage))
+        return 1;
+    if (!layout.isForTerminal || static_cast<unsigned char>(byte) < 0x80U || isContinuation(byte))
+        return 0;
+    const std::size_t length = characterLength(text);
+    return length > 0 && kindOf(codePoint(text.substr(0, length))) != CharacterKind::Shown ? length : 0;
 }
 
 // What needs no escape is copied in stretches.
-void appendEscaped(std::string& out, std::string_view text, bool isInPage)
+void appendEscaped(std::string& out, std::string_view text, const JsonLayout& layout)
 {
     std::size_t plain = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        if (isPlain(text[at], isInPage))
+        const std::size_t length = escapedLength(text.substr(at), layout);
+        if (length == 0)
             continue;
         out.append(text, plain, at - plain);
-        appendEscaped(out, text[at]);
-        plain = at + 1;
+        appendEscaped(out, codePoint(text.substr(at, length)));
+        plain = at + length;
+        at = plain - 1;
     }
     out.append(text, plain);
 }
@@ -147,7 +174,7 @@ void JsonWriter::beginLine()
 void JsonWriter::appendQuoted(std::string_view text)
 {
     out += '"';
-    appendEscaped(out, text, layout.isInPage);
+    appendEscaped(out, text, layout);
     out += '"';
 }
 

@@ -13,6 +13,7 @@ struct JsonLayout {
     int indentation = 1;   ///< blanks a level, in front of a line
     bool isDense = false;  ///< no blanks behind commas and colons
     bool isInPage = false; ///< no `<` comes out as itself, so that no text can end the element of a page it stands in
+    bool isForTerminal = false; ///< no character comes out as itself that steers a terminal or turns what is written
 };
 
 /// Appends JSON to a text, one value after the other, with commas, line ends and indentation where they belong. Texts

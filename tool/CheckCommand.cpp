@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <iostream>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -82,30 +84,52 @@ void writeJson(text::JsonWriter& json, const std::string& name, const std::strin
     json.member("error", text::mended(error)).endObject();
 }
 
-// Writes into `json` if there is one, else on standard output.
+// A file that has been read, and what was found in it.
+struct CheckedFile {
+    std::unique_ptr<const reader::Document> document;
+    reader::CheckResult result;
+    bool isClean = true;
+};
+
+CheckedFile checked(const CheckRequest& request, const std::string& name, const text::ReadRecord& read)
+{
+    CheckedFile file;
+    file.document = std::make_unique<const reader::Document>(name, readOptions(request.reading));
+    refuseClashes({{"-", role}}, read);
+    file.result = reader::check(*file.document, reader::Index(*file.document));
+    const auto isNote = [](const auto& finding) { return finding.severity == reader::Severity::note; };
+    file.isClean = std::all_of(file.result.findings.begin(), file.result.findings.end(), isNote);
+    if (!request.showsNotes)
+        std::erase_if(file.result.findings, isNote);
+    return file;
+}
+
+ExitCode sayUnreadable(const std::string& name, const char* reason, text::JsonWriter* json)
+{
+    report(text::fileName(name) + ": " + reason);
+    if (json)
+        writeJson(*json, name, reason);
+    return invalidModel;
+}
+
+// Writes into `json` if there is one, else on standard output. A file that is too large for the memory does not keep
+// the next ones from being checked.
 ExitCode checkFile(const CheckRequest& request, const std::string& name, const text::ReadRecord& read,
                    text::JsonWriter* json)
 {
+    CheckedFile file;
     try {
-        const reader::Document document(name, readOptions(request.reading));
-        refuseClashes({{"-", role}}, read);
-        const reader::Index index(document);
-        reader::CheckResult result = reader::check(document, index);
-        const auto isNote = [](const auto& finding) { return finding.severity == reader::Severity::note; };
-        const bool isClean = std::all_of(result.findings.begin(), result.findings.end(), isNote);
-        if (!request.showsNotes)
-            std::erase_if(result.findings, isNote);
-        if (json)
-            writeJson(*json, document, result);
-        else
-            writeFindings(result.findings);
-        return isClean ? done : foundFaults;
+        file = checked(request, name, read);
     } catch (const reader::NotPetal& error) {
-        report(text::fileName(name) + ": " + error.what());
-        if (json)
-            writeJson(*json, name, error.what());
-        return invalidModel;
+        return sayUnreadable(name, error.what(), json);
+    } catch (const std::bad_alloc&) {
+        return sayUnreadable(name, reader::notEnoughMemory, json);
     }
+    if (json)
+        writeJson(*json, *file.document, file.result);
+    else
+        writeFindings(file.result.findings);
+    return file.isClean ? done : foundFaults;
 }
 
 int checkFiles(const CheckRequest& request)
@@ -115,7 +139,7 @@ int checkFiles(const CheckRequest& request)
         read.expect(file);
     refuseClashes({{"-", role}}, read); // before findings of the first go where the second is
     std::string list;
-    text::JsonWriter json(list, {.deepestLine = 5, .indentation = 2}); // a finding a line
+    text::JsonWriter json(list, {.deepestLine = 5, .indentation = 2, .isForTerminal = true}); // a finding a line
     json.beginObject().beginList("models");
     int exitCode = done;
     for (const std::string& file : request.files)
@@ -130,5 +154,11 @@ int checkFiles(const CheckRequest& request)
 
 int runCheck(const CheckRequest& request)
 {
-    return reportFailures(request.files.front(), "standard output", [&] { return checkFiles(request); });
+    return reportFailures(request.files.front(), "standard output", [&] {
+        try {
+            return checkFiles(request);
+        } catch (const std::bad_alloc&) { // the findings of all files together are too many for JSON
+            throw reader::NotPetal(reader::notEnoughMemory);
+        }
+    });
 }

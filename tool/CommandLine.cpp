@@ -291,7 +291,7 @@ int runCommandLine(int argc, char** argv)
     } catch (const CLI::Success& success) { // help or version
         return endOfOutput(app.exit(success), exportFailed);
     } catch (const CLI::ParseError& error) {
-        report(error.what());
+        reportLines(error.what());
         std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";
         return wrongUsage;
     }

@@ -146,7 +146,7 @@ std::string reportAsJson(const std::optional<ImportedDesign>& imported)
     const design::Report& report = imported ? imported->report : nothing;
     constexpr int deepestLine = 2; // an entry a line
     std::string text;
-    text::JsonWriter json(text, {deepestLine});
+    text::JsonWriter json(text, {.deepestLine = deepestLine, .isForTerminal = true});
     json.beginObject();
     json.member("format", imported ? imported->format : std::string_view("model file"));
     json.beginObject("taken");

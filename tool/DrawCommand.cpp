@@ -60,7 +60,7 @@ std::string formatOfEnding(const std::string& path)
 std::string safeName(const std::string& text)
 {
     constexpr std::string_view unsafe = "/\\:*?\"<>|$`'&;!";
-    std::string name = render::cleanText(text);
+    std::string name = text::onOneLine(render::cleanText(text)); // what steers a terminal is a question mark in it
     std::replace_if(
         name.begin(), name.end(), [&](char c) { return unsafe.find(c) != std::string_view::npos; }, '_');
     name.resize(text::beginningOf(name, longestName).size());

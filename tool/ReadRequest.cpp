@@ -2,8 +2,6 @@
 
 #include "Commands.h"
 
-#include "text/Utf8.h"
-
 #include <filesystem>
 #include <system_error>
 
@@ -49,5 +47,5 @@ void reportFindings(const reader::Document& document)
         reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
     for (const reader::MissingUnit& unit : document.missingUnits())
         if (!unit.isUnwanted)
-            report(text::onOneLine(unit.fileName) + ": not loaded: " + text::onOneLine(unit.reason));
+            report(unit.fileName + ": not loaded: " + unit.reason);
 }

@@ -32,6 +32,11 @@ std::string messageOf(const std::system_error& error)
 
 void report(std::string_view message)
 {
+    std::cerr << "petal: " + text::onOneLine(message) + "\n";
+}
+
+void reportLines(std::string_view message)
+{
     std::string lines = "petal: ";
     while (!message.empty()) {
         const std::size_t end = std::min(message.find('\n'), message.size());
@@ -44,8 +49,7 @@ void report(std::string_view message)
 
 void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text)
 {
-    report(text::onOneLine(file) + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " +
-           text::onOneLine(text));
+    report(file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + std::string(text));
 }
 
 int endOfOutput(int exitCode, int failure)

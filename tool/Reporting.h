@@ -15,8 +15,11 @@ enum ExitCode : int {
     invalidModel = 3,
 };
 
-/// A message on standard error: `petal: ` and the text, whose lines steer no terminal.
+/// A message on standard error: `petal: ` and the text, as one line that steers no terminal whatever names are in it.
 void report(std::string_view message);
+
+/// A message whose line ends are meant, such as a list of what can be chosen.
+void reportLines(std::string_view message);
 
 /// A message about a place in a file: `FILE:LINE:COLUMN: TEXT`.
 void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <new>
 
 namespace {
 
@@ -111,18 +112,27 @@ private:
     std::size_t depth;
 };
 
+int printTree(const TreeRequest& request)
+{
+    const text::ReadRecord read;
+    const reader::Document document(request.file, readOptions(request.reading));
+    refuseClashes({{"-", "the outline"}}, read);
+    Outline(document, request.depth).print();
+    std::cout.flush();
+    for (const reader::Finding& finding : document.findings())
+        reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
+    return endOfOutput(done, invalidModel);
+}
+
 } // namespace
 
 int runTree(const TreeRequest& request)
 {
     return reportFailures(request.file, "standard output", [&] {
-        const text::ReadRecord read;
-        const reader::Document document(request.file, readOptions(request.reading));
-        refuseClashes({{"-", "the outline"}}, read);
-        Outline(document, request.depth).print();
-        std::cout.flush();
-        for (const reader::Finding& finding : document.findings())
-            reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
-        return endOfOutput(done, invalidModel);
+        try {
+            return printTree(request);
+        } catch (const std::bad_alloc&) {
+            throw reader::NotPetal(reader::notEnoughMemory);
+        }
     });
 }
