@@ -13,7 +13,6 @@
 #include <iterator>
 #include <limits>
 #include <memory_resource>
-#include <new>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -264,9 +263,8 @@ private:
 };
 
 Document::Document(const std::string& path, const ReadOptions& options)
-try : Document(readFile(path), text::fileName(path), options) {
-} catch (const std::bad_alloc&) {
-    throw NotPetal(notEnoughMemory);
+    : Document(readFile(path), text::fileName(path), options)
+{
 }
 
 Document::Document(std::string bytes, const std::string& name, const ReadOptions& options)

@@ -74,14 +74,11 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Why a file is not read that takes more memory than there is.
-inline constexpr const char* notEnoughMemory = "there is not enough memory for this file";
-
 /// A file and the controlled units that it names, as one tree: the root of a unit stands where the object that names
 /// its file stood. What is wrong with the text is in `findings`; the tree then holds what could be read.
 class Document {
 public:
-    /// Reads the file at `path` (`-` is standard input) and its units. Throws NotPetal, also where memory is missing.
+    /// Reads the file at `path` (`-` is standard input) and its units. Throws NotPetal.
     explicit Document(const std::string& path, const ReadOptions& options = {});
     /// Reads `bytes`, which came from a file called `name`; units are looked for beside it. Throws NotPetal.
     Document(std::string bytes, const std::string& name, const ReadOptions& options = {});

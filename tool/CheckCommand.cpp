@@ -123,7 +123,7 @@ ExitCode checkFile(const CheckRequest& request, const std::string& name, const t
     } catch (const reader::NotPetal& error) {
         return sayUnreadable(name, error.what(), json);
     } catch (const std::bad_alloc&) {
-        return sayUnreadable(name, reader::notEnoughMemory, json);
+        return sayUnreadable(name, notEnoughMemory, json);
     }
     if (json)
         writeJson(*json, *file.document, file.result);
@@ -158,7 +158,7 @@ int runCheck(const CheckRequest& request)
         try {
             return checkFiles(request);
         } catch (const std::bad_alloc&) { // the findings of all files together are too many for JSON
-            throw reader::NotPetal(reader::notEnoughMemory);
+            throw reader::NotPetal(notEnoughMemory);
         }
     });
 }

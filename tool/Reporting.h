@@ -15,6 +15,9 @@ enum ExitCode : int {
     invalidModel = 3,
 };
 
+/// Why a file is not read that takes more memory than there is.
+inline constexpr const char* notEnoughMemory = "there is not enough memory for this file";
+
 /// A message on standard error: `petal: ` and the text, as one line that steers no terminal whatever names are in it.
 void report(std::string_view message);
 

@@ -132,7 +132,7 @@ int runTree(const TreeRequest& request)
         try {
             return printTree(request);
         } catch (const std::bad_alloc&) {
-            throw reader::NotPetal(reader::notEnoughMemory);
+            throw reader::NotPetal(notEnoughMemory);
         }
     });
 }
