@@ -7,6 +7,7 @@ namespace render {
 namespace {
 
 constexpr double shadow = 14;
+constexpr std::size_t longestSignature = 1000; // of an operation, in bytes
 
 struct Visibility {
     std::string_view keyword;
@@ -61,6 +62,10 @@ std::string operationLine(const Object& view, const Object& operation)
     line += "(";
     std::string_view separator;
     for (const Object* const parameter : operation.objects("parameters")) {
+        if (line.size() > longestSignature) {
+            line += ", \u2026";
+            break;
+        }
         line.append(separator).append(cleanText(parameter->name())).append(typeAndValue(*parameter));
         separator = ", ";
     }
@@ -116,15 +121,8 @@ void addCompartment(const Context& context, Node& node, const FeatureKind& kind)
     if (!node.view->flag(kind.includeKey))
         block.lines = listedLines(*node.view, kind);
     else if (node.element)
-        for (const Object* const feature : node.element->objects(kind.listKey)) {
-            block.lines.push_back(kind.lineOf(*node.view, *feature));
-            if (block.lines.size() > context.mostLines)
-                break;
-        }
-    if (block.lines.size() > context.mostLines) {
-        block.lines.resize(context.mostLines);
-        block.lines.emplace_back("\u2026");
-    }
+        addLines(context, block, node.element->objects(kind.listKey),
+                 [&](const Object& feature) { return kind.lineOf(*node.view, feature); });
     node.blocks.push_back(std::move(block));
 }
 
@@ -143,13 +141,13 @@ bool isKind(const Node& node, std::string_view word)
 }
 
 // The formal parameters of a template.
-TextBlock parametersOf(const Node& node)
+TextBlock parametersOf(const Context& context, const Node& node)
 {
     TextBlock block;
     block.font = node.font;
     if (node.element && isKind(node, "Parameterized"))
-        for (const Object* const parameter : node.element->objects("parameters"))
-            block.lines.push_back(cleanText(parameter->name()) + typeAndValue(*parameter));
+        addLines(context, block, node.element->objects("parameters"),
+                 [](const Object& parameter) { return cleanText(parameter.name()) + typeAndValue(parameter); });
     return block;
 }
 
@@ -161,7 +159,7 @@ Stroke dashed(Stroke stroke)
 
 void drawParameters(const Context& context, const Node& node, Svg& svg)
 {
-    const TextBlock block = parametersOf(node);
+    const TextBlock block = parametersOf(context, node);
     if (!isKind(node, "Parameterized"))
         return;
     const Size size = block.size(context.measure);

@@ -10,9 +10,10 @@ namespace {
 constexpr std::uint32_t maroon = 3342489;
 constexpr std::uint32_t lightYellow = 13434879;
 constexpr std::uint32_t white = 0xFFFFFF;
-constexpr std::size_t linesOfAll = 200000; // in the compartments of a diagram
+constexpr std::size_t linesOfAll = 40000; // of lists in a diagram
 constexpr std::size_t linesOfOne = 2000;
-constexpr std::size_t fewestLines = 50;
+constexpr std::size_t fewestLines = 20;  // also when those of all are used up
+constexpr std::size_t mostPoints = 1000; // of a line
 constexpr double smallestFont = 4;
 constexpr double largestFont = 144;
 
@@ -38,15 +39,24 @@ std::string bracketed(const std::string& text)
 
 Context::Context(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
                  const TextMeasure& measure, std::function<void(const std::string&)> warn)
-    : document(document), index(index), diagram(diagram), measure(measure), warn(std::move(warn))
+    : document(document), index(index), diagram(diagram), measure(measure), warn(std::move(warn)), linesLeft(linesOfAll)
 {
     const Object* const defaults = document.root().object("defaults");
     if (const Object* const font = defaults ? defaults->object("defaultFont") : nullptr)
         defaultFont = fontOf(*font, defaultFont);
     defaultFont.isUnderlined = false;
-    const reader::List* const items = diagram.object->get("items").asList();
-    mostLines =
-        std::clamp(linesOfAll / std::max<std::size_t>(items ? items->values().size() : 0, 1), fewestLines, linesOfOne);
+}
+
+void addLines(const Context& context, TextBlock& block, const std::vector<const Object*>& objects,
+              const std::function<std::string(const Object&)>& lineOf)
+{
+    const std::size_t most = std::clamp(context.linesLeft, fewestLines, linesOfOne);
+    const std::size_t count = std::min(most, objects.size());
+    for (std::size_t i = 0; i < count; ++i)
+        block.lines.push_back(lineOf(*objects[i]));
+    context.linesLeft -= std::min(count, context.linesLeft);
+    if (count < objects.size())
+        block.lines.emplace_back("\u2026");
 }
 
 Font fontOf(const Object& view, const Font& otherwise)
@@ -91,12 +101,18 @@ Size sizeOf(const Object& view)
     return {boundedLength(view.number("width")), boundedLength(view.number("height"))};
 }
 
+bool hasTooManyPoints(const Object& view)
+{
+    const reader::List* const vertices = view.get("vertices").asList();
+    return vertices && vertices->values().size() > mostPoints + 1;
+}
+
 Path pointsOf(const Object& view)
 {
     Path path;
     if (const reader::List* const vertices = view.get("vertices").asList())
         for (const reader::Value& point : vertices->values())
-            if (point.asPoint())
+            if (point.asPoint() && (path.size() < mostPoints || &point == &vertices->values().back()))
                 path.push_back(boundedPoint(point));
     if (path.size() >= 2)
         return path;

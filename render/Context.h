@@ -23,8 +23,12 @@ struct Context {
     const TextMeasure& measure;
     std::function<void(const std::string&)> warn;
     Font defaultFont;
-    std::size_t mostLines; ///< of a compartment; fewer when there are many items, so that their product is bounded
+    mutable std::size_t linesLeft; ///< that lists of elements may bring, for views of one element can be many
 };
+
+/// Adds a line for each of `objects`, as many as the picture has room for. An ellipsis stands for the rest.
+void addLines(const Context& context, TextBlock& block, const std::vector<const Object*>& objects,
+              const std::function<std::string(const Object&)>& lineOf);
 
 /// The font of a view or label; what it leaves open is as in `otherwise`.
 [[nodiscard]] Font fontOf(const Object& view, const Font& otherwise);
@@ -38,7 +42,9 @@ struct Context {
 [[nodiscard]] bool isPlaced(const Object& view);
 /// `width` and `height`, 0 where they are not written.
 [[nodiscard]] Size sizeOf(const Object& view);
-/// `vertices`, else the attachments at both ends, else nothing.
+/// Whether a line has more points than are drawn. Drawing takes the square of their number, for they may cross.
+[[nodiscard]] bool hasTooManyPoints(const Object& view);
+/// `vertices`, the first thousand and the last, else the attachments at both ends, else nothing.
 [[nodiscard]] Path pointsOf(const Object& view);
 
 /// One line of text behind a key.

@@ -93,10 +93,14 @@ std::string svgOf(const reader::Document& document, const reader::Index& index, 
     const Context context(
         document, index, diagram, measure, options.warn ? options.warn : [](const std::string& /*text*/) {});
     const Scene scene(context);
-    Svg svg;
+    Svg svg(options.mostElements);
     draw(scene, svg);
     if (svg.isCut())
         context.warn("there is too much in it; the rest is left out");
+    if (svg.hasTooManyDashes())
+        context.warn("there are too many long dashed lines in it; the rest of them is not dashed");
+    if (svg.hasTooManyFonts())
+        context.warn("there are too many fonts in it; Arial stands for the rest of them");
     return svg.finished(options.idPrefix + "diagram", cleanText(diagram.name));
 }
 

@@ -34,14 +34,6 @@ bool isInside(const Rect& rect, Outline outline, Point point)
     return rect.contains(point);
 }
 
-double lengthOf(const Path& path)
-{
-    double length = 0;
-    for (std::size_t i = 1; i < path.size(); ++i)
-        length += distance(path[i - 1], path[i]);
-    return length;
-}
-
 // Whether a part of the line from a to b, cut at the sides of `rect` one after the other, remains.
 bool crosses(Point a, Point b, const Rect& rect)
 {
@@ -140,6 +132,14 @@ Point clipped(const Rect& rect, Outline outline, Point inside, Point outside)
         (isInside(rect, outline, between(inside, outside, middle)) ? low : high) = middle;
     }
     return between(inside, outside, low);
+}
+
+double lengthOf(const Path& path)
+{
+    double length = 0;
+    for (std::size_t i = 1; i < path.size(); ++i)
+        length += distance(path[i - 1], path[i]);
+    return length;
 }
 
 PathPlace placeOn(const Path& path, double part)

@@ -64,6 +64,7 @@ struct PathPlace {
     Point direction;
 };
 [[nodiscard]] PathPlace placeOn(const Path& path, double part);
+[[nodiscard]] double lengthOf(const Path& path);
 [[nodiscard]] double distance(const Path& path, Point point);
 /// Whether any of the path is in `rect`.
 [[nodiscard]] bool crosses(const Path& path, const Rect& rect);

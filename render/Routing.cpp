@@ -300,10 +300,10 @@ void Scene::addQualifiers(Line& line) const
     if (!node || !other || line.path.size() < 2)
         return;
     line.qualifiers.font = fontOf(*line.view, common.defaultFont);
-    for (const Object* const key : other->objects("keys")) {
-        const std::string type = lineOf(*key, "type");
-        line.qualifiers.lines.push_back(cleanText(key->name()) + (type.empty() ? type : " : " + type));
-    }
+    addLines(common, line.qualifiers, other->objects("keys"), [](const Object& key) {
+        const std::string type = lineOf(key, "type");
+        return cleanText(key.name()) + (type.empty() ? type : " : " + type);
+    });
     if (line.qualifiers.lines.empty())
         return;
     const Size text = line.qualifiers.size(common.measure);

@@ -29,12 +29,18 @@ Rect united(const Rect& a, const Rect& b)
 Scene::Scene(const Context& context) : common(context)
 {
     std::set<std::string_view> unknown;
+    std::size_t tooLong = 0;
     for (const Object* const view : context.diagram.object->objects("items")) {
         const bool isKnown = nodeKindOf(*view) || lineKindOf(*view) || isOther(*view);
         if (!isKnown && unknown.insert(view->kind()).second)
             context.warn("items of the kind " + cleanText(view->kind()) + " are not known; drawn plainly");
+        if (lineKindOf(*view) && hasTooManyPoints(*view))
+            ++tooLong;
         add(*view);
     }
+    if (tooLong > 0)
+        context.warn("lines of more than 1000 points: " + std::to_string(tooLong) +
+                     "; what is between the thousandth and the last of them is left out");
     arrangeNodes();
     for (const Object* const view : otherViews)
         if (view->is("AssociationViewNew"))

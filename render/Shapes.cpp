@@ -11,6 +11,7 @@ constexpr double depth = 36;         // of a node of the deployment view
 constexpr Size socket = {60, 32};    // of a component
 constexpr double widestNote = 600;   // of those whose size the file leaves open
 constexpr double widestLabel = 2400; // of texts that stand free
+constexpr double narrowestText = 1;  // a width of 0 would break no lines
 constexpr double tolerance = 1.08;   // fonts of other machines differ a little
 
 const reader::Value& labelOf(const Object& view)
@@ -95,8 +96,8 @@ void prepareNote(const Context& context, Node& node)
     const double width = widthOr(*node.view, std::max(labelWidth(*node.view), node.usual.width));
     TextBlock block;
     block.font = node.font;
-    block.lines =
-        wrapped(cleanText(labelOf(*node.view).asText(), true), node.font, width - 2 * padding, context.measure);
+    block.lines = wrapped(cleanText(labelOf(*node.view).asText(), true), node.font,
+                          std::max(width - 2 * padding, narrowestText), context.measure);
     const Size size = block.size(context.measure);
     node.least = {size.width + 2 * padding, size.height + 2 * padding};
     node.usual = {std::min(node.usual.width, size.width + 2 * padding + fold), size.height + 2 * padding};
@@ -176,8 +177,8 @@ void prepareDeployed(const Context& context, Node& node)
     if (node.element && node.element->has("processes")) {
         TextBlock processes;
         processes.font = node.font;
-        for (const Object* const process : node.element->objects("processes"))
-            processes.lines.push_back(cleanText(process->name()));
+        addLines(context, processes, node.element->objects("processes"),
+                 [](const Object& process) { return cleanText(process.name()); });
         node.blocks.push_back(std::move(processes));
     }
     const Size size = sizeOfBlocks(context, node);

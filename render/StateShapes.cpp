@@ -81,8 +81,7 @@ void prepareState(const Context& context, Node& node)
     TextBlock actions;
     actions.font = node.font;
     if (node.element)
-        for (const Object* const action : node.element->objects("actions"))
-            actions.lines.push_back(actionLine(*action));
+        addLines(context, actions, node.element->objects("actions"), actionLine);
     if (!actions.lines.empty())
         node.blocks.push_back(std::move(actions));
     const Size size = sizeOfBlocks(context, node);

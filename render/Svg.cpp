@@ -11,7 +11,12 @@ namespace render {
 namespace {
 
 constexpr double margin = 24;
-constexpr std::size_t longLine = 100; // a longer one takes as much room as several elements
+constexpr double dash = 14;
+constexpr double dashGap = 10;
+// What takes as long to draw as a small shape.
+constexpr double lettersOfElement = 20;
+constexpr double lengthOfElement = 10000;
+constexpr double areaOfElement = 1e5;
 constexpr double pixelsPerUnit = 96.0 / 300;
 constexpr std::uint32_t white = 0xFFFFFF;
 
@@ -70,7 +75,22 @@ std::string numberText(double value)
     return text;
 }
 
-Svg::Svg() : root(document.append_child("svg")), open(root) {}
+Svg::Svg(double mostElements) : root(document.append_child("svg")), open(root), most(mostElements) {}
+
+Stroke Svg::dashedWithin(Stroke stroke, double length)
+{
+    if (stroke.isDashed)
+        dashes += length / (dash + dashGap);
+    stroke.isDashed = stroke.isDashed && dashes <= mostDashes;
+    return stroke;
+}
+
+std::string Svg::faceOf(const Font& font)
+{
+    if (faces.size() <= mostFaces)
+        faces.insert(font.face);
+    return faces.size() <= mostFaces || faces.contains(font.face) ? font.face : std::string();
+}
 
 void Svg::beginGroup(const std::string& kind, const std::string& view, const std::string& quid,
                      const std::string& title)
@@ -103,19 +123,19 @@ void Svg::use(const Rect& rect)
 pugi::xml_node Svg::shape(const char* name, const Stroke& stroke, const Rect& bounds)
 {
     use(bounds.grownBy(stroke.width / 2));
-    ++count;
+    count += 1 + (stroke.fill ? bounds.width() * bounds.height() / areaOfElement : 0);
     pugi::xml_node node = open.append_child(name);
     set(node, "fill", stroke.fill ? colourText(*stroke.fill) : "none");
     set(node, "stroke", colourText(stroke.line));
     set(node, "stroke-width", numberText(stroke.width));
     if (stroke.isDashed)
-        set(node, "stroke-dasharray", "14 10");
+        set(node, "stroke-dasharray", numberText(dash) + " " + numberText(dashGap));
     return node;
 }
 
 void Svg::rectangle(const Rect& rect, const Stroke& stroke, double radius)
 {
-    const pugi::xml_node node = shape("rect", stroke, rect);
+    const pugi::xml_node node = shape("rect", dashedWithin(stroke, 2 * (rect.width() + rect.height())), rect);
     set(node, "x", numberText(rect.left));
     set(node, "y", numberText(rect.top));
     set(node, "width", numberText(rect.width()));
@@ -137,8 +157,11 @@ void Svg::line(const Path& path, const Stroke& stroke)
 {
     if (path.size() < 2)
         return;
+    const double length = lengthOf(path);
+    count += static_cast<double>(path.size() - 2) / 2 + length / lengthOfElement;
+    const Stroke drawn = dashedWithin(stroke, length);
     const pugi::xml_node node =
-        shape("polyline", {stroke.line, std::nullopt, stroke.isDashed, stroke.width}, roomOf(path));
+        shape("polyline", {drawn.line, std::nullopt, drawn.isDashed, drawn.width}, roomOf(path));
     set(node, "points", pointsText(path));
 }
 
@@ -161,11 +184,11 @@ void Svg::text(const std::string& line, Point place, Align align, const Font& fo
         return;
     const double left = align == Align::centre ? place.x - width / 2 : place.x;
     use({left, place.y - font.ascent(), left + width, place.y - font.ascent() + font.lineHeight()});
-    count += 1 + line.size() / longLine;
+    count += 1 + static_cast<double>(line.size()) / lettersOfElement;
     pugi::xml_node node = open.append_child("text");
     set(node, "x", numberText(place.x));
     set(node, "y", numberText(place.y));
-    set(node, "font-family", familyText(font.face));
+    set(node, "font-family", familyText(faceOf(font)));
     set(node, "font-size", numberText(font.em()));
     set(node, "fill", colourText(font.colour));
     if (align == Align::centre)

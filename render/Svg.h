@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,9 +25,8 @@ enum class Align : std::uint8_t { left, centre };
 /// Builds an `svg` element, and keeps how much room it takes.
 class Svg {
 public:
-    static constexpr std::size_t mostElements = 500000;
-
-    Svg();
+    /// `mostElements` are shapes and texts of ordinary size; larger ones count as several.
+    explicit Svg(double mostElements);
 
     /// What is drawn until `endGroup` is in a group of the class `item KIND`.
     void beginGroup(const std::string& kind, const std::string& view, const std::string& quid,
@@ -45,11 +45,20 @@ public:
     void text(const TextBlock& block, const Rect& rect, Align align, const TextMeasure& measure);
 
     /// Whether there was more than a picture can hold. What came later is left out.
-    [[nodiscard]] bool isCut() const { return count > mostElements; }
+    [[nodiscard]] bool isCut() const { return count > most; }
+    /// Whether there were so many dashed lines that some of them are not dashed.
+    [[nodiscard]] bool hasTooManyDashes() const { return dashes > mostDashes; }
+    /// Whether there were so many fonts that others stand for some of them.
+    [[nodiscard]] bool hasTooManyFonts() const { return faces.size() > mostFaces; }
     /// The whole picture.
     [[nodiscard]] std::string finished(const std::string& id, const std::string& title);
 
 private:
+    static constexpr double mostDashes = 500000;
+    static constexpr std::size_t mostFaces = 100;
+
+    [[nodiscard]] Stroke dashedWithin(Stroke stroke, double length);
+    [[nodiscard]] std::string faceOf(const Font& font);
     pugi::xml_node shape(const char* name, const Stroke& stroke, const Rect& bounds);
     void use(const Rect& rect);
 
@@ -57,7 +66,10 @@ private:
     pugi::xml_document leftOut;
     pugi::xml_node root;
     pugi::xml_node open;
-    std::size_t count = 0; ///< of shapes and texts
+    double most;
+    double count = 0; ///< of shapes and texts
+    double dashes = 0;
+    std::set<std::string> faces;
     Rect room;
     bool isEmpty = true;
 };

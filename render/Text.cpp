@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace render {
 
@@ -19,6 +20,13 @@ constexpr std::size_t longestText = 10000;
 // Of widths that are kept, and of lines whose widths are.
 constexpr std::size_t mostWidths = 20000;
 constexpr std::size_t longestKept = 200;
+
+// What is measured letter by letter: letters, fonts, and how many letters take as long as it takes to begin. The widths
+// of what comes later are estimated.
+constexpr std::size_t mostMeasured = 12000000;
+constexpr std::size_t beginning = 40;
+constexpr std::size_t mostFaces = 100;
+constexpr double usualLetter = 0.55; // of the height of the letters' square
 
 std::size_t nextCharacter(std::string_view text, std::size_t at)
 {
@@ -89,6 +97,18 @@ void wrapLine(std::string_view rest, const Font& font, double width, const TextM
 struct PangoMeasure::Widths {
     TextWidths measure;                             // from the first width on; most commands need none
     std::unordered_map<std::string, double> widths; // of what was asked for before: names stand in many places
+    std::unordered_set<std::string> faces;
+    std::size_t measured = 0;
+
+    double widthOf(const std::string& line, const Font& font)
+    {
+        if (faces.size() < mostFaces)
+            faces.insert(font.face);
+        measured += line.size() + beginning;
+        if (measured > mostMeasured || !faces.contains(font.face))
+            return static_cast<double>(text::countCharacters(line)) * font.em() * usualLetter;
+        return measure(line, font);
+    }
 };
 
 PangoMeasure::PangoMeasure() : known(std::make_unique<Widths>()) {}
@@ -100,7 +120,7 @@ double PangoMeasure::width(const std::string& line, const Font& font) const
     if (!known->measure)
         known->measure = pictureLibrary().newTextWidths();
     if (line.size() > longestKept)
-        return known->measure(line, font);
+        return known->widthOf(line, font);
     const std::string key = std::to_string(font.size)
                                 .append(font.isBold ? "b" : "")
                                 .append(font.isItalic ? "i" : "")
@@ -111,7 +131,7 @@ double PangoMeasure::width(const std::string& line, const Font& font) const
         known->widths.clear();
     const auto [entry, isNew] = known->widths.try_emplace(key, 0);
     if (isNew)
-        entry->second = known->measure(line, font);
+        entry->second = known->widthOf(line, font);
     return entry->second;
 }
 

@@ -227,7 +227,8 @@ private:
                                         const std::function<void(const std::string&)>& warn) const
     {
         try {
-            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure});
+            const double most = format == ImageFormat::svg ? render::mostInSvg : render::mostInImage;
+            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure, most});
             return render::imageOf(svg, format, warn);
         } catch (const render::ImageError& error) {
             throw render::ImageError(file + ": " + fullName(diagram) + ": " + error.what());

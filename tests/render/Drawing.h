@@ -41,6 +41,7 @@ public:
         render::DrawOptions options;
         options.idPrefix = prefix;
         options.measure = &measure;
+        options.mostElements = mostElements;
         options.warn = [this](const std::string& text) { warnings.push_back(text); };
         return render::svgOf(document, index, diagram, options);
     }
@@ -48,6 +49,7 @@ public:
     reader::Document document;
     reader::Index index;
     EqualLetters measure;
+    double mostElements = render::mostInSvg;
     std::vector<std::string> warnings;
 };
 

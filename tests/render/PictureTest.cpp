@@ -1,4 +1,5 @@
 #include "Drawing.h"
+#include "Parsed.h"
 
 #include <cstdlib>
 
@@ -14,47 +15,6 @@ std::string goldenFile(const reader::Diagram& diagram)
 {
     return std::string(folder).append("golden/").append(diagram.name).append(".svg");
 }
-
-double number(const pugi::xml_node& node, const char* name)
-{
-    return node.attribute(name).as_double();
-}
-
-render::Rect rectOf(const pugi::xml_node& node)
-{
-    const double x = number(node, "x");
-    const double y = number(node, "y");
-    return {x, y, x + number(node, "width"), y + number(node, "height")};
-}
-
-render::Path pointsOf(const pugi::xml_node& line)
-{
-    std::istringstream stream(line.attribute("points").value());
-    render::Path path;
-    char comma = 0;
-    for (render::Point point; stream >> point.x >> comma >> point.y;)
-        path.push_back(point);
-    return path;
-}
-
-pugi::xml_node itemOf(const pugi::xml_document& svg, int view)
-{
-    return svg.child("svg").find_child_by_attribute("data-view", std::to_string(view).c_str());
-}
-
-// A picture of items as a tree.
-struct Parsed {
-    explicit Parsed(const std::string& items, const std::string& classes = "") : drawn(modelOf(items, classes))
-    {
-        text = drawn.picture(drawn.index.diagrams().front());
-        isWellFormed = static_cast<bool>(svg.load_string(text.c_str()));
-    }
-
-    Drawn drawn;
-    std::string text;
-    pugi::xml_document svg;
-    bool isWellFormed = false;
-};
 
 // With PETAL_UPDATE_GOLDEN the kept pictures are written anew.
 TEST(Picture, IsTheOneThatWasLookedAt)
