@@ -12,6 +12,7 @@
 namespace browse {
 
 enum class FileField : std::uint8_t { name, version, encoding, writtenBy };
+enum class FaultField : std::uint8_t { place, text };
 enum class MissingField : std::uint8_t { file, reason, stub };
 enum class KindField : std::uint8_t { word, icon, group, forward, backward, isRelation };
 enum class ElementField : std::uint8_t { kind, parent, name, id, details };

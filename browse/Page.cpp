@@ -83,6 +83,7 @@ private:
         json.beginObject().key("title").value(options.title).key("objects").value(document.objectCount());
         writeFiles(json);
         writeMissing(json);
+        writeFaults(json);
         writeKinds(json);
         json.key("elements").beginList();
         Sheets sheets(document, index, elements);
@@ -142,6 +143,24 @@ private:
                 .add<file>(unit.fileName)
                 .add<reason>(unit.reason)
                 .add<stub>(numberOf(elements.placeOf(unit.stub)));
+            json.endList();
+        }
+        json.endList();
+    }
+
+    // Where the file is not in the notation, so that what is shown may not be all of it.
+    void writeFaults(text::JsonWriter& json) const
+    {
+        using enum FaultField;
+        json.key("faults").beginList();
+        for (const reader::Finding& finding : document.findings()) {
+            if (finding.severity != reader::Severity::error)
+                continue;
+            json.beginList();
+            FieldWriter<FaultField>(json)
+                .add<place>(std::filesystem::path(finding.place.file).filename().string() + ":" +
+                            std::to_string(finding.place.line) + ":" + std::to_string(finding.place.column))
+                .add<FaultField::text>(finding.text);
             json.endList();
         }
         json.endList();

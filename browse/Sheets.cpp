@@ -53,6 +53,12 @@ std::string lastPart(const std::string& path)
     return name.starts_with("$UNNAMED$") ? std::string() : name;
 }
 
+// A type as the file has it; the path of a class inside the model ends in what its reader calls it.
+std::string shownType(const std::string& type)
+{
+    return type.starts_with("Logical View::") ? lastPart(type) : type;
+}
+
 // A value as a reader of the sheet takes it; empty for what has parts that are objects.
 std::string shownValue(const Value& value)
 {
@@ -196,7 +202,7 @@ void Sheets::writeParameters(text::JsonWriter& json, const Object& object) const
         json.beginList();
         FieldWriter<ParameterField>(json)
             .add<name>(parameter->name())
-            .add<type>(lastPart(typeText))
+            .add<type>(shownType(typeText))
             .add<target>(placeOf(typeOf(*parameter, typeText)))
             .add<value>(parameter->text("initv"))
             .add<documentation>(parameter->text("documentation"));
@@ -212,7 +218,7 @@ void Sheets::writeFeature(text::JsonWriter& json, const Object& object) const
     if (!type.empty()) {
         json.key("type").beginList();
         FieldWriter<TypeField>(json)
-            .add<TypeField::name>(lastPart(type))
+            .add<TypeField::name>(shownType(type))
             .add<TypeField::target>(placeOf(typeOf(object, type)));
         json.endList();
     }

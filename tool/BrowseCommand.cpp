@@ -88,7 +88,12 @@ int browseFile(const BrowseRequest& request, const std::string& output)
         writePage(document, titleOf(request.file), output);
         if (!request.isQuiet)
             reportFindings(document);
-        return done;
+        // The page shows what could be read, and says so; a script must know it, too.
+        return std::ranges::any_of(
+                   document.findings(),
+                   [](const reader::Finding& finding) { return finding.severity == reader::Severity::error; })
+                   ? foundFaults
+                   : done;
     });
 }
 

@@ -17,10 +17,19 @@ function decoded(text) {
   }
 }
 
+// `#Customer`, as people type it: the element of that name, the classes first.
+function placeOfName(name) {
+  const wanted = name.toLowerCase();
+  const named = elements.flatMap((each, element) => (nameOf(element).toLowerCase() === wanted ? [element] : []));
+  const rankOf = (element) => (groupOf(element) === Group.classifier ? -1 : groupOf(element));
+  return [named.sort((a, b) => rankOf(a) - rankOf(b) || a - b)[0]];
+}
+
 // [element, element shown in it]; undefined for what is not in this model.
 function placeOfAddress() {
   const address = location.hash.slice(1);
   if (!address) return [0];
+  if (!address.includes("~")) return placeOfName(decoded(address));
   const [id, shown] = address.slice(address.lastIndexOf("~") + 1).split("@").map(decoded);
   return [elementById().get(id), shown === undefined ? undefined : elementById().get(shown)];
 }

@@ -26,6 +26,12 @@ function switchTree() {
   byId("toggle-tree").setAttribute("aria-pressed", String(!isHidden));
 }
 
+// In a narrow window the tree is a drawer, which lies over the page and is closed at first.
+const isNarrow = matchMedia("(max-width: 760px)");
+const closeDrawer = () => {
+  if (isNarrow.matches && !byId("columns").classList.contains("without-tree")) switchTree();
+};
+
 const divider = byId("divider");
 function setTreeWidth(width) {
   const bounded = Math.min(700, Math.max(160, Math.round(width)));
@@ -58,7 +64,12 @@ document.addEventListener("keydown", (event) => {
   else if (!picture || tree.hasFocus() || !picture.key(event.key)) return;
   event.preventDefault();
 });
-addEventListener("hashchange", show);
+addEventListener("hashchange", () => {
+  show();
+  closeDrawer();
+});
+isNarrow.addEventListener("change", closeDrawer);
+closeDrawer();
 // The pictures stand behind this script.
 document.addEventListener("DOMContentLoaded", () => {
   if (picture && !picture.svg) show();

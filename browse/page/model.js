@@ -10,7 +10,7 @@ const groupNames = Object.keys(Group);
 const collator = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
 
 const kindOf = (element) => kinds[elements[element][ElementField.kind]];
-const wordOf = (element) => kindOf(element)[KindField.word];
+const wordOf = (element) => (literals().has(element) ? "enumeration" : kindOf(element)[KindField.word]);
 const groupOf = (element) => kindOf(element)[KindField.group];
 const forwardOf = (element) => kindOf(element)[KindField.forward];
 const isRelation = (element) => kindOf(element)[KindField.isRelation] === 1;
@@ -28,6 +28,32 @@ function once(work) {
     return result;
   };
 }
+
+// "enum Colour {red=0, blue='B'}": [name, value] of each literal.
+function literalsInText(text) {
+  const [, list] = /^\s*enum\b[^{]*\{([\s\S]*)\}/.exec(text) || [];
+  if (list === undefined) return [];
+  return [...list.matchAll(/([^=,]+)(?:=\s*('[^']*'|"[^"]*"|[^,]*))?(?:,|$)/g)]
+    .map(([, name, value]) => [name.trim(), (value || "").trim()]).filter(([name]) => name);
+}
+
+// The literals of enumerations: classes say by their stereotype that their attributes are such, or have them as a
+// text among the properties of a tool.
+const literals = once(() => {
+  const result = new Map();
+  const lists = model.shared.map((list) => (list || []).flatMap(([, rows]) => (Array.isArray(rows) ? rows : [])
+    .flatMap(([name, text]) => (name === "ImplementationType" ? literalsInText(text) : []))));
+  elements.forEach((each, element) => {
+    if (groupOf(element) !== Group.classifier) return;
+    const { stereotype, tools } = detailsOf(element);
+    if (/^enum(eration)?$/i.test(stereotype || "")) {
+      const attributes = childrenOf(element).filter((child) => groupOf(child) === Group.feature);
+      const rowOf = (child) => [givenName(child), detailsOf(child).value || "", detailsOf(child).documentation || ""];
+      result.set(element, attributes.map(rowOf));
+    } else if (tools !== undefined && lists[tools].length > 0) result.set(element, lists[tools]);
+  });
+  return result;
+});
 
 // Children of all elements, one list behind the other.
 const childLists = (() => {

@@ -92,6 +92,12 @@ function signatureParts(element) {
 const operationsSection = (operations) =>
   section("Operations", ...table([signColumn, ["Signature", "", signatureParts], documentationColumn], operations));
 
+const literalsSection = (list) => section("Literals", ...table([
+  ["Name", "", ([name]) => [name]],
+  ["Value", "", ([, value]) => [value]],
+  ["Documentation", "words", ([, , words]) => [words]],
+], list));
+
 const parametersSection = (parameters) => section("Parameters", ...table([
   ["Name", "", (each) => [each[ParameterField.name]]],
   ["Type", "", (each) => [parameterType(each)]],

@@ -12,8 +12,26 @@ const search = (() => {
 
   const texts = once(() => ({
     names: elements.map((each) => each[ElementField.name].toLowerCase()),
-    words: elements.map((each) => (each[ElementField.details].documentation || "").toLowerCase()),
+    words: elements.map((each, element) => proseOf(element).toLowerCase()),
   }));
+
+  // What is searched beside the name.
+  const proseOf = (element) => [detailsOf(element).documentation || "",
+    ...(literals().get(element) || []).map(([name]) => name)].filter(Boolean).join("\n");
+
+  // `Package::Class` and `Class.member`: the parts in front of the last one must begin the names around the element.
+  function isWithin(element, owners) {
+    let each = element;
+    return [...owners].reverse().every((owner) => {
+      each = parentOf(each);
+      return each > 0 && texts().names[each].startsWith(owner);
+    });
+  }
+  function rankOfPath(element, parts) {
+    const last = parts[parts.length - 1];
+    const rank = rankOf(element, last, [last]);
+    return rank >= 0 && rank < 4 && isWithin(element, parts.slice(0, -1)) ? rank : -1;
+  }
 
   // 0 for the name itself, then beginnings, beginnings of words, parts, documentation; -1 for nothing of it.
   function rankOf(element, query, words) {
@@ -30,8 +48,11 @@ const search = (() => {
   function find(query, words) {
     const buckets = Array.from({ length: 10 }, () => []);
     let count = 0;
+    const parts = query.split(/::|\./).map((part) => part.trim());
+    const isPath = parts.length > 1 && parts.every(Boolean);
     for (let element = isUnit ? 0 : 1; query && element < elements.length; ++element) {
-      const rank = rankOf(element, query, words);
+      const plain = rankOf(element, query, words);
+      const rank = plain < 0 && isPath ? rankOfPath(element, parts) : plain;
       if (rank < 0) continue;
       ++count;
       const bucket = buckets[2 * rank + (groupOf(element) >= Group.feature ? 1 : 0)];
@@ -51,7 +72,7 @@ const search = (() => {
 
   // Where the element is, or the piece of its documentation that was found.
   function placeText(element, words) {
-    const text = detailsOf(element).documentation || "";
+    const text = proseOf(element);
     const lower = text.toLowerCase();
     const name = texts().names[element];
     const word = words.find((each) => lower.includes(each) && !name.includes(each));

@@ -2,11 +2,14 @@
 
 const columnsOf = (list, makeItem) => limited(make("ul", { class: "links in-columns" }), list, makeItem);
 
+const isEmpty = (diagram) => diagrams[diagramOf().get(diagram)]?.[DiagramField.items].length === 0;
+const emptyNote = (diagram) => (isEmpty(diagram) ? " (empty)" : "");
+
 function diagramsSection(title, list, shown) {
   if (!list || list.length === 0) return "";
   return section(title, ...columnsOf(list, (each) => {
     const item = linkItem(each, shown);
-    item.append(noteOf(wordOf(each)));
+    item.append(noteOf(wordOf(each) + emptyNote(each)));
     return item;
   }));
 }
@@ -17,23 +20,40 @@ function plural(word) {
   return text[0].toUpperCase() + text.slice(1);
 }
 
+// The first sentence of what is written about an element.
+function summaryOf(element) {
+  const text = (detailsOf(element).documentation || "").trim();
+  const [sentence] = /^[\s\S]*?(?:[.!?](?=\s)|\n|$)/.exec(text);
+  return sentence.length > 120 ? sentence.slice(0, 119).trim() + "\u2026" : sentence.trim();
+}
+
 function contentsSections(children) {
   const byWord = new Map();
   for (const child of children) addTo(byWord, wordOf(child), child);
-  return [...byWord].map(([word, list]) => section(plural(word), ...columnsOf(list, (each) => linkItem(each))));
+  const item = (each) => {
+    const link = linkItem(each);
+    if (summaryOf(each)) link.append(noteOf(summaryOf(each)));
+    return link;
+  };
+  const isTold = (list) => list.some(summaryOf);
+  const listOf = (list) =>
+    (isTold(list) ? limited(make("ul", { class: "links" }), list, item) : columnsOf(list, item));
+  return [...byWord].map(([word, list]) => section(plural(word), ...listOf(list)));
 }
 
 function sheetOf(element) {
   const { missing, parameters, ends, tools } = detailsOf(element);
   const children = sortedChildren(element);
   const features = (word) => children.filter((child) => wordOf(child) === word);
-  const [attributes, operations] = [features("attribute"), features("operation")];
+  const isEnumeration = literals().has(element);
+  const [attributes, operations] = [isEnumeration ? [] : features("attribute"), features("operation")];
   const isOwn = (child) => ![Group.diagram, Group.feature].includes(groupOf(child)) && !isRelation(child);
   const others = children.filter(isOwn);
   return make("article", { class: "sheet" },
     trail(element), heading(element), sortLine(element),
     missing ? make("p", { class: "warning", dir: "auto" }, "Not loaded: " + missing) : "",
     documentation(element),
+    isEnumeration ? literalsSection(literals().get(element)) : "",
     attributes.length ? attributesSection(attributes) : "",
     operations.length ? operationsSection(operations) : "",
     parameters ? parametersSection(parameters) : "",
@@ -46,7 +66,16 @@ function sheetOf(element) {
     tools === undefined ? "" : toolsSection(tools));
 }
 
-// Numbers of elements; some groups are counted as one.
+const figureOrder = ["package", "class", "enumeration", "use case", "association", "diagram"];
+const firstOf = (word) => elements.findIndex((each, element) => element > 0 && wordOf(element) === word);
+
+// Where a figure leads: to the section of this page, or to the first element of that kind.
+function figureLink(word, content) {
+  const target = word === "diagram" && diagramOf().size > 0 ? [...diagramOf().keys()][0] : firstOf(word);
+  return target > 0 ? make("a", { href: addressOf(target) }, ...content) : make("div", {}, ...content);
+}
+
+// Numbers of elements, in the order in which a model is read; some groups are counted as one.
 function figures() {
   const counts = new Map();
   const words = { [Group.diagram]: "diagram", [Group.behavior]: "behaviour item", [Group.relation]: "relation" };
@@ -55,8 +84,10 @@ function figures() {
     if (word !== "view") counts.set(word, (counts.get(word) || 0) + 1);
   }
   const named = (word, count) => (count === 1 ? word : plural(word).toLowerCase());
-  return make("ul", { class: "figures" }, ...[...counts].sort((a, b) => b[1] - a[1]).map(([word, count]) =>
-    make("li", {}, make("b", {}, count.toLocaleString("en")), make("span", {}, named(word, count)))));
+  const rankOf = (word) => (figureOrder.includes(word) ? figureOrder.indexOf(word) : figureOrder.length);
+  const sorted = [...counts].sort(([a, m], [b, n]) => rankOf(a) - rankOf(b) || n - m);
+  return make("ul", { class: "figures" }, ...sorted.map(([word, count]) => make("li", {}, figureLink(word,
+    [make("b", {}, count.toLocaleString("en")), make("span", {}, named(word, count))]))));
 }
 
 function allDiagrams() {
@@ -65,7 +96,7 @@ function allDiagrams() {
   if (byWord.size === 0) return "";
   const item = (element) => {
     const link = linkItem(element);
-    link.append(noteOf(nameOf(parentOf(element))));
+    link.append(noteOf(nameOf(parentOf(element)) + emptyNote(element)));
     return link;
   };
   return section("Diagrams", ...[...byWord].flatMap(([word, list]) =>
@@ -85,7 +116,12 @@ function overview() {
     ["Encoding", "", (each) => [each[FileField.encoding]]],
     ["Written by", "", (each) => [each[FileField.writtenBy]]],
   ], model.files);
-  return make("article", { class: "sheet" }, title, documentation(0), figures(),
+  const faults = table([
+    ["Where", "", (each) => [each[FaultField.place]]],
+    ["What", "", (each) => [each[FaultField.text]]],
+  ], model.faults);
+  return make("article", { class: "sheet" }, title, documentation(0),
+    model.faults.length ? section("Faults of the file", ...faults) : "", figures(),
     allDiagrams(),
     model.missing.length ? section("Units that are not loaded", ...missing) : "",
     section("Files", ...files),

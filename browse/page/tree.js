@@ -6,6 +6,12 @@ const tree = (() => {
   const box = byId("tree");
   const holder = byId("rows");
   const expanded = new Set([0]);
+  // Open to where there is more than one way to go on.
+  for (let each = elements.findIndex((_, element) => element > 0 && nameOf(element) === "Logical View"); each > 0;) {
+    expanded.add(each);
+    const packages = childrenOf(each).filter((child) => groupOf(child) === Group.package);
+    each = packages.length === 1 ? packages[0] : 0;
+  }
   let rows = [];
   let active = 0; // a row
   let selected = 0; // an element

@@ -29,7 +29,8 @@ def small_model():
         return [{"diagram": "d", "x": x, "y": y, "width": 500, "height": 420}]
 
     order = {"kind": "class", "id": "order", "name": "Order", "description": WORDS,
-             "attributes": [attribute("price", "money", description="What it costs.")],
+             "attributes": [attribute("price", "money", description="What it costs."),
+                            attribute("seal", "bytes"), attribute("progress", "progress")],
              "operations": [{"name": "pay", "returnType": "money", "arguments": [{"name": "amount", "type": "money"}]}],
              "projections": shown(500, 500)}
     item = {"kind": "class", "id": "item", "name": "Item", "attributes": [], "projections": shown(1500, 500)}
@@ -46,7 +47,10 @@ def small_model():
               "diagrams": [{"id": "d", "name": "Orders at a glance", "elements": [each["id"] for each in elements]}]}
     other = {"name": "Other", "modelElements": [{"kind": "class", "id": "x", "name": "Customer", "attributes": []}]}
     return {"format": "kiv-model", "version": 1, "name": "Shop", "childPackages": [orders, other],
-            "types": [{"id": "money", "name": "Money", "dataType": "NUMERIC", "length": 10}]}
+            "types": [{"id": "money", "name": "Money", "dataType": "NUMERIC", "length": 10},
+                      {"id": "bytes", "name": "Bytes", "dataType": "VARBINARY", "length": 9},
+                      {"id": "progress", "name": "Progress", "kind": "derivedType", "dataType": "CHAR",
+                       "typeValues": [{"name": "begun", "value": "'B'"}, {"name": "paused", "value": "','"}]}]}
 
 
 def large_model(class_count):
@@ -132,8 +136,8 @@ class Pages(unittest.TestCase):
     def test_opens_from_disk(self):
         rows = self.browser.script("return [...document.querySelectorAll('[role=treeitem]')].map((row) =>"
                                    " [row.textContent, row.getAttribute('aria-level')])")
-        self.assertEqual(rows, [["Use Case View", "1"], ["Logical View", "1"], ["Component View", "1"],
-                                ["Deployment View", "1"]])
+        self.assertEqual(rows, [["Use Case View", "1"], ["Logical View", "1"], ["Orders", "2"], ["Other", "2"],
+                                ["Component View", "1"], ["Deployment View", "1"]])
         self.assertEqual(self.browser.script("return document.title"), "shop.mdl")
         self.assertIn("Orders at a glance", self.text("main"))
         self.keep("overview")
@@ -147,9 +151,50 @@ class Pages(unittest.TestCase):
             with self.subTest(part):
                 self.assertIn(part, sheet)
 
+    def test_shows_whole_types_and_literals(self):
+        self.go_to("Order")
+        self.assertIn("std::vector<std::byte>", self.text("main"))
+        self.go_to("Progress")
+        self.assertIn("enumeration", self.text("main .sort"))
+        cells = self.browser.script("return [...document.querySelectorAll(\"[aria-label='Literals'] td\")]"
+                                    ".map((cell) => cell.textContent)")
+        self.assertEqual([cell for cell in cells if cell not in ("Name", "Value")], ["begun", "'B'", "paused", "','"])
+
+    def test_tells_the_faults_of_a_file(self):
+        broken = self.folder / "broken.mdl"
+        broken.write_text('(object Petal version 42)\n(object Design "Logical View"\n  is_unit = TRUE\n')
+        result = subprocess.run([PETAL, "browse", broken.name], cwd=self.folder, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(result.returncode, 1, result.stderr)
+        self.browser.open((self.folder / "broken.html").as_uri())
+        self.assertIn("Faults of the file", self.text("main"))
+        self.assertIn("broken.mdl:4:1", self.text("main"))
+
+    def test_has_the_tree_as_a_drawer_when_narrow(self):
+        def width():
+            return self.browser.script("return document.getElementById('navigation').getBoundingClientRect().width")
+        self.browser.devtools("Emulation.setDeviceMetricsOverride", width=400, height=800, deviceScaleFactor=1,
+                              mobile=False)
+        try:
+            self.browser.open("about:blank")
+            self.browser.open(self.page.as_uri())
+            self.assertEqual(width(), 0)
+            self.browser.click("#toggle-tree")
+            self.assertGreater(width(), 200)
+            self.browser.click("#row-1")
+            self.browser.wait_for("location.hash !== ''")
+            self.assertEqual(width(), 0)
+            self.go_to("Order")
+            wide = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
+            self.assertEqual(self.browser.script(wide), 0)
+            self.keep("narrow")
+        finally:
+            self.browser.devtools("Emulation.clearDeviceMetricsOverride")
+
     def test_searches_as_you_type(self):
         for words, first, count in (("ord", "Order", None), ("ITEM", "Item", None), ("rush ord", "Rush order", None),
-                                    ("placed customer", "Order", 1), ("what it costs", "price", 1), ("zzz", None, 0)):
+                                    ("placed customer", "Order", 1), ("what it costs", "price", 1), ("zzz", None, 0),
+                                    ("orders::order", "Order", None), ("order.price", "price", 1),
+                                    ("other::order", None, 0), ("paused", "Progress", 1)):
             with self.subTest(words):
                 self.search(words)
                 names = self.found_names()
@@ -197,13 +242,16 @@ class Pages(unittest.TestCase):
             self.browser.open("about:blank")
             self.browser.open(where)
             self.assertEqual(self.text("main h1"), title, where)
+        self.browser.open("about:blank")
+        self.browser.open(self.page.as_uri() + "#rush%20order")
+        self.assertEqual(self.text("main h1"), "Rush order")
         for wrong in ("#Order~000000000BAD", "#%E0%A4%A", "#~"):
             self.browser.open(self.page.as_uri() + wrong)
             self.browser.wait_for("document.querySelector('main .message')")
 
     def test_moves_in_the_tree_by_keys(self):
         self.browser.script("document.getElementById('tree').focus()")
-        for keys, row in ((["Down"], "package Logical View"), (["Right"], "package Logical View"),
+        for keys, row in ((["Down"], "package Logical View"), (["Left", "Right"], "package Logical View"),
                           (["Right", "Down"], "package Other"), (["Left"], "package Logical View"),
                           (["Left", "Down"], "component package Component View"), (["End"], "view Deployment View"),
                           (["Home"], "package Use Case View"), (["l"], "package Logical View"),
