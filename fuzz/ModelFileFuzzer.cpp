@@ -2,10 +2,11 @@
 #include "Target.h"
 
 #include <algorithm>
-#include <cctype>
 #include <simdjson.h>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace {
 
@@ -22,16 +23,29 @@ bool isJson(std::string_view text)
     return parser.parse(text.data(), text.size()).error() == simdjson::SUCCESS;
 }
 
-void checkMessage(const std::string& message, std::string_view text)
+void checkFault(const ModelFileFault& fault, std::string_view text)
 {
-    require(message.starts_with("fuzzed:"), "the file's name at the start of the message, not " + message);
-    require(message.find(": expected ") != std::string::npos, "a whole message, not " + message);
+    const std::string message = fault.message();
+    require(fault.line >= 1 && fault.column >= 1, "a place for " + message);
+    require(fault.text.starts_with("expected "), "a whole message, not " + message);
     require(simdjson::validate_utf8(message), "UTF-8 in the message, not " + message);
     require(std::none_of(message.begin(), message.end(), [](char byte) { return byte >= 0 && byte < ' '; }),
             "a message of one line, not " + message);
-    const bool namesLine = std::isdigit(static_cast<unsigned char>(message[std::string_view("fuzzed:").size()])) != 0;
-    if (namesLine) // other faults have a place in the JSON
+    if (fault.pointer.empty() && !fault.text.starts_with("expected an object with the design"))
         require(!isJson(text), "another message for well-formed JSON, not " + message);
+}
+
+void checkFaults(const ModelFileError& error, std::string_view text)
+{
+    const std::vector<ModelFileFault>& faults = error.getFaults();
+    require(!faults.empty() && faults.size() <= error.getCount(), "a reason");
+    require(std::string_view(error.what()).starts_with("fuzzed:"), "the file's name at the start");
+    for (const ModelFileFault& fault : faults)
+        checkFault(fault, text);
+    const auto isBehind = [](const ModelFileFault& a, const ModelFileFault& b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    };
+    require(std::is_sorted(faults.begin(), faults.end(), isBehind), "the order of the file");
 }
 
 std::string written(KivModel& model)
@@ -55,7 +69,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         const std::string once = written(*loaded.model);
         require(written(*parseModel(once, "written").model) == once, "the same file for what was read from it");
     } catch (const ModelFileError& error) {
-        checkMessage(error.what(), text);
+        checkFaults(error, text);
     }
     return 0;
 }

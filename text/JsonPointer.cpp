@@ -3,30 +3,14 @@
 #include "text/JsonFault.h"
 #include "text/JsonWriter.h"
 
+#include <algorithm>
 #include <simdjson.h>
-#include <vector>
 
 namespace text {
 
 namespace {
 
-// An open object or list on the way to a value.
-struct Level {
-    bool isObject = false;
-    bool keyIsNext = false;
-    std::string key;
-    std::size_t index = 0;
-};
-
-// A text without its quotes and escapes; as it stands when it cannot be read.
-std::string unescaped(std::string_view quoted)
-{
-    simdjson::dom::parser parser;
-    std::string_view text;
-    if (parser.parse(quoted.data(), quoted.size()).get(text) == simdjson::SUCCESS)
-        return std::string(text);
-    return std::string(quoted.substr(1, quoted.size() - 2));
-}
+constexpr std::string_view blanks = " \t\r\n";
 
 std::string escapedKey(const std::string& key)
 {
@@ -45,47 +29,110 @@ std::string escapedKey(const std::string& key)
     return result;
 }
 
-std::string pointerOf(const std::vector<Level>& levels)
+std::size_t behindBlanks(std::string_view json, std::size_t at)
 {
-    std::string pointer;
-    for (const Level& level : levels) {
-        if (level.isObject && level.keyIsNext)
-            break;
-        pointer += '/';
-        pointer += level.isObject ? escapedKey(level.key) : std::to_string(level.index);
-    }
-    return pointer;
+    return std::min(json.find_first_not_of(blanks, at), json.size());
 }
 
 } // namespace
 
-std::string jsonPointerAt(std::string_view json, std::size_t offset)
+std::string unescaped(std::string_view quoted)
 {
-    std::vector<Level> levels;
-    for (std::size_t at = 0; at < json.size(); ++at) {
-        const char byte = json[at];
-        if (byte == '"') {
+    simdjson::dom::parser parser;
+    std::string_view text;
+    if (parser.parse(quoted.data(), quoted.size()).get(text) == simdjson::SUCCESS)
+        return std::string(text);
+    return std::string(quoted.substr(1, quoted.size() - 2));
+}
+
+void JsonWalk::goTo(std::size_t offset)
+{
+    while (at < json.size()) {
+        if (json[at] == '"') {
             const std::size_t end = endOfJsonString(json, at);
-            if (!levels.empty() && levels.back().keyIsNext) {
-                levels.back().key = unescaped(json.substr(at, end + 1 - at));
-                levels.back().keyIsNext = false;
+            if (!around.empty() && around.back().keyIsNext) {
+                around.back().key = json.substr(at, end + 1 - at);
+                around.back().keyIsNext = false;
             }
             if (end >= offset)
-                break;
+                return;
             at = end;
         } else if (at >= offset) {
-            break;
-        } else if (byte == '{' || byte == '[') {
-            levels.push_back({byte == '{', byte == '{', {}, 0});
-        } else if (byte == '}' || byte == ']') {
-            if (!levels.empty())
-                levels.pop_back();
-        } else if (byte == ',' && !levels.empty()) {
-            levels.back().keyIsNext = levels.back().isObject;
-            ++levels.back().index;
+            return;
+        } else {
+            step();
         }
+        ++at;
     }
-    return pointerOf(levels);
+}
+
+// Over a byte outside of texts.
+void JsonWalk::step()
+{
+    const char byte = json[at];
+    if (byte == '{' || byte == '[') {
+        around.push_back({at, byte == '{', byte == '{'});
+    } else if (byte == '}' || byte == ']') {
+        if (!around.empty())
+            around.pop_back();
+    } else if (byte == ',' && !around.empty()) {
+        around.back().keyIsNext = around.back().isObject;
+        ++around.back().index;
+    }
+}
+
+std::string JsonWalk::pointer() const
+{
+    std::string pointer;
+    for (const Level& level : around) {
+        if (level.isObject && level.keyIsNext)
+            break;
+        pointer += '/';
+        pointer += level.isObject ? escapedKey(unescaped(level.key)) : std::to_string(level.index);
+    }
+    return pointer;
+}
+
+std::string jsonPointerAt(std::string_view json, std::size_t offset)
+{
+    JsonWalk walk(json);
+    walk.goTo(offset);
+    return walk.pointer();
+}
+
+std::size_t endOfJsonValue(std::string_view json, std::size_t offset)
+{
+    std::size_t depth = 0;
+    for (std::size_t at = offset; at < json.size(); ++at) {
+        const char byte = json[at];
+        if (byte == '"') {
+            at = endOfJsonString(json, at);
+        } else if (byte == '{' || byte == '[') {
+            ++depth;
+        } else if (byte == '}' || byte == ']') {
+            depth -= depth > 0 ? 1U : 0U;
+        } else if (depth == 0) {
+            return std::min(json.find_first_of(" \t\r\n,:]}", at), json.size());
+        }
+        if (depth == 0)
+            return std::min(at + 1, json.size());
+    }
+    return json.size();
+}
+
+std::optional<JsonMember> findJsonMember(std::string_view json, std::size_t object, std::string_view key)
+{
+    std::size_t at = behindBlanks(json, object + 1);
+    while (at < json.size() && json[at] == '"') {
+        const std::size_t end = endOfJsonString(json, at);
+        const std::size_t colon = behindBlanks(json, end + 1);
+        const std::size_t value = behindBlanks(json, colon + 1);
+        if (json.substr(at + 1, end - at - 1) == key && value < json.size())
+            return JsonMember{at, value};
+        const std::size_t comma = behindBlanks(json, endOfJsonValue(json, value));
+        at = behindBlanks(json, comma + 1);
+    }
+    return std::nullopt;
 }
 
 } // namespace text

@@ -37,7 +37,7 @@ std::optional<std::string_view> nearestName(std::string_view name, std::span<con
 {
     const std::string wanted = lowerCase(name);
     std::optional<std::string_view> nearest;
-    std::size_t limit = std::max<std::size_t>(wanted.size() / 3, 1);
+    std::size_t limit = wanted.size() / 3;
     for (const std::string_view candidate : known) {
         const std::size_t longer = std::max(wanted.size(), candidate.size());
         if (longer - std::min(wanted.size(), candidate.size()) > limit)

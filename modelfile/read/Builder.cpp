@@ -24,12 +24,14 @@ std::size_t Builder::readKind(Object& object, std::span<const std::string_view> 
     return kind;
 }
 
+void Builder::failRepeatedKey(std::string_view key, const char* at)
+{
+    fail(at, "each key once in an object", "the key " + text::jsonQuoted(key) + " again");
+}
+
 void Builder::failUnknownKey(std::string_view key, const char* at, std::span<const std::string_view> known)
 {
-    std::string expected = "a known key";
-    if (const std::optional<std::string_view> nearest = text::nearestName(key, known))
-        expected += " (perhaps " + text::jsonQuoted(*nearest) + ")";
-    fail(at, std::move(expected), "the unknown key " + text::jsonQuoted(shownPart(key)));
+    fail(at, "a known key", "the unknown key " + text::jsonQuoted(shownPart(key)), "", nearestOf(key, known));
 }
 
 } // namespace modelfile

@@ -3,7 +3,6 @@
 #include "modelfile/read/Fields.h"
 #include "modelfile/read/JsonReader.h"
 #include "modelfile/read/References.h"
-#include "text/NearestName.h"
 
 #include "kiv/KivPackage.h"
 
@@ -20,11 +19,18 @@ struct PendingKeyMapping {
     KivKeyMapping mapping;
 };
 
+/// Where the objects of a model file begin, in the order in which they are made.
+struct ObjectPlaces {
+    std::size_t current = 0; ///< offset of the object that is being read
+    std::vector<std::pair<const KivObject*, std::size_t>> made;
+};
+
 /// Makes the objects of a model while its file is read.
 class Builder : public JsonReader {
 public:
-    Builder(KivModel& theModel, std::string_view theText, const simdjson::ondemand::parser& theParser)
-        : JsonReader(theText, theParser), references(*this), model(theModel)
+    Builder(KivModel& theModel, std::string_view theText, const simdjson::ondemand::parser& theParser,
+            Faults& theFaults)
+        : JsonReader(theText, theParser, theFaults), references(*this), model(theModel)
     {
     }
 
@@ -33,7 +39,16 @@ public:
     {
         if constexpr (std::is_base_of_v<KivModelObject, Element>)
             ++objectCount;
-        return model.create<Element>();
+        Element* const element = model.create<Element>();
+        if (places)
+            places->made.emplace_back(element, places->current);
+        return element;
+    }
+    [[nodiscard]] Object readObject(Value& value)
+    {
+        if (places)
+            places->current = static_cast<std::size_t>(value.raw_json_token().data() - start());
+        return JsonReader::readObject(value);
     }
     [[nodiscard]] std::size_t getObjectCount() const { return objectCount; }
 
@@ -48,13 +63,16 @@ public:
         for (auto result : object) {
             simdjson::ondemand::field field = fieldOf(std::move(result));
             const char* at = field.key().raw() - 1;
-            if (!fields[next].key.isAt(at))
-                next = findKey(readKey(field, at), at, fields, next);
-            if ((seen >> next & 1U) != 0)
-                fail(at, "each key once in an object",
-                     "the key " + text::jsonQuoted(fields[next].key.view()) + " again");
-            seen |= std::uint64_t{1} << next;
-            fields[next].read(*this, target, field.value());
+            try {
+                if (!fields[next].key.isAt(at))
+                    next = findKey(readKey(field, at), at, fields, next);
+                if ((seen >> next & 1U) != 0)
+                    failRepeatedKey(fields[next].key.view(), at);
+                seen |= std::uint64_t{1} << next;
+                fields[next].read(*this, target, field.value());
+            } catch (ContentError& error) {
+                passOver(error, at);
+            }
             next = next + 1 == Count ? 0 : next + 1;
         }
     }
@@ -84,6 +102,7 @@ public:
     std::size_t readKind(Object& object, std::span<const std::string_view> kinds, std::size_t missing);
 
     References references;
+    ObjectPlaces* places = nullptr; ///< to be filled, or null
     std::size_t packageLevel = 0;
     std::vector<KivObject*> unfinished; ///< objects of the lists that are being read (see MadeObjects)
     std::deque<PendingKeyMapping> keyMappings;
@@ -104,6 +123,7 @@ private:
             known.push_back(field.key.view());
         failUnknownKey(key, at, known);
     }
+    [[noreturn]] static void failRepeatedKey(std::string_view key, const char* at);
     [[noreturn]] static void failUnknownKey(std::string_view key, const char* at,
                                             std::span<const std::string_view> known);
 

@@ -41,11 +41,14 @@ public:
         return slot.number == 0 ? nullptr : named[slot.number - 1].object;
     }
 
-private:
     struct Named {
         std::string_view id;
         KivObject* object;
     };
+    /// All, in the order in which they were added.
+    [[nodiscard]] const std::vector<Named>& all() const { return named; }
+
+private:
     struct Slot {
         std::uint32_t hash = 0;
         std::uint32_t number = 0; // of the id, counted from 1; 0 is free

@@ -1,6 +1,7 @@
 #include "modelfile/read/JsonReader.h"
 
 #include "text/JsonFault.h"
+#include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
 
@@ -49,6 +50,12 @@ std::vector<std::string_view> namesOf(std::span<const CodeName> rows)
 
 } // namespace
 
+std::string nearestOf(std::string_view name, std::span<const std::string_view> known)
+{
+    const std::optional<std::string_view> nearest = text::nearestName(name, known);
+    return nearest ? text::jsonQuoted(*nearest) : "";
+}
+
 std::string_view shownPart(std::string_view text)
 {
     return text::beginningOf(text, longestQuotation);
@@ -65,9 +72,9 @@ std::string alternatives(std::span<const std::string_view> choices)
     return result;
 }
 
-void JsonReader::fail(const char* at, std::string expected, std::string found, std::string missing)
+void JsonReader::fail(const char* at, std::string expected, std::string found, std::string missing, std::string nearest)
 {
-    throw ContentError{at, std::move(expected), std::move(found), std::move(missing)};
+    throw ContentError{at, std::move(expected), std::move(found), std::move(missing), std::move(nearest)};
 }
 
 void JsonReader::failValue(Value& value, std::string expected)
@@ -127,9 +134,11 @@ int JsonReader::readCode(Value& value, std::span<const CodeName> names)
     const std::string_view token = tokenOf(value);
     if (token.empty() || token.front() != '"')
         return readInteger<int>(value);
-    const std::optional<int> code = codeNamed(names, readText(value));
+    const std::string_view name = readText(value);
+    const std::optional<int> code = codeNamed(names, name);
     if (!code)
-        fail(token.data(), alternatives(namesOf(names)) + ", or a number", describe(token));
+        fail(token.data(), alternatives(namesOf(names)) + ", or a number", describe(token), "",
+             nearestOf(name, namesOf(names)));
     return *code;
 }
 
@@ -146,9 +155,10 @@ std::size_t JsonReader::readChoice(Value& value, std::span<const std::string_vie
     const std::string_view token = tokenOf(value);
     if (token.empty() || token.front() != '"')
         failValue(value, alternatives(choices));
-    const auto found = std::find(choices.begin(), choices.end(), readText(value));
+    const std::string_view text = readText(value);
+    const auto found = std::find(choices.begin(), choices.end(), text);
     if (found == choices.end())
-        fail(token.data(), alternatives(choices), describe(token));
+        fail(token.data(), alternatives(choices), describe(token), "", nearestOf(text, choices));
     return static_cast<std::size_t>(found - choices.begin());
 }
 

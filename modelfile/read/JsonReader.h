@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modelfile/CodeNames.h"
+#include "modelfile/read/Faults.h"
 #include "text/JsonWriter.h"
 
 #include <array>
@@ -25,24 +26,12 @@ using Value = simdjson::ondemand::value;
 inline constexpr std::size_t deepestPackageLevel = 512;
 inline constexpr std::size_t deepestJsonLevel = 4 * deepestPackageLevel;
 
-/// The content is wrong: `at` points at the value or key, into the text. `missing` is a key that should follow there.
-struct ContentError {
-    const char* at;
-    std::string expected;
-    std::string found;
-    std::string missing;
-};
-
-/// The JSON is broken at `at`; null when the parser does not know where.
-struct SyntaxError {
-    const char* at;
-    std::string reason;
-};
-
-/// The values of a JSON text, checked. Whatever is not as expected is thrown as `ContentError` or `SyntaxError`.
+/// The values of a JSON text, checked. Whatever is not as expected is thrown as `ContentError` or `SyntaxError`. What
+/// lists and objects hold is read on behind a ContentError, which goes to the faults.
 class JsonReader {
 public:
-    JsonReader(std::string_view theText, const simdjson::ondemand::parser& theParser) : text(theText), parser(theParser)
+    JsonReader(std::string_view theText, const simdjson::ondemand::parser& theParser, Faults& theFaults)
+        : faults(theFaults), text(theText), parser(theParser)
     {
     }
 
@@ -56,7 +45,8 @@ public:
     }
     [[nodiscard]] static bool isNull(Value& value) { return tokenOf(value) == "null"; }
 
-    [[noreturn]] static void fail(const char* at, std::string expected, std::string found, std::string missing = {});
+    [[noreturn]] static void fail(const char* at, std::string expected, std::string found, std::string missing = {},
+                                  std::string nearest = {});
     /// The value is not what is expected: either it is something else, or nothing that JSON knows.
     [[noreturn]] static void failValue(Value& value, std::string expected);
 
@@ -92,7 +82,11 @@ public:
             Value element;
             if (const auto error = item.get(element); error != simdjson::SUCCESS)
                 throwSyntaxError(error, token.data());
-            read(element, index++);
+            try {
+                read(element, index++);
+            } catch (ContentError& error) {
+                passOver(error, element.raw_json_token().data());
+            }
         }
     }
 
@@ -118,6 +112,15 @@ public:
     /// Where the text begins.
     [[nodiscard]] const char* start() const { return text.data(); }
 
+    /// Notes a mistake, for which the value or key is passed over.
+    void passOver(ContentError& error, const char* valueOrKey)
+    {
+        faults.add(std::move(error));
+        faults.skipped(valueOrKey);
+    }
+
+    Faults& faults;
+
 private:
     [[nodiscard]] static bool takeInteger(Value& value);
     [[nodiscard]] static Array arrayOf(Value& value);
@@ -135,6 +138,9 @@ private:
 
 /// `"class", "note" or "association"`
 [[nodiscard]] std::string alternatives(std::span<const std::string_view> choices);
+
+/// The name that was surely meant, quoted, or the empty text.
+[[nodiscard]] std::string nearestOf(std::string_view name, std::span<const std::string_view> known);
 
 /// The beginning of a text as messages show it.
 [[nodiscard]] std::string_view shownPart(std::string_view text);

@@ -105,10 +105,13 @@ KivPackage* readPackage(Builder& builder, Value& value, std::size_t level)
     if (level > deepestPackageLevel)
         failTooDeep(builder, value);
     Object object = builder.readObject(value);
+    const std::size_t place = builder.places ? builder.places->current : 0;
     PackageParts parts;
     builder.packageLevel = level;
     builder.readFields(object, parts, packageFields);
     builder.packageLevel = level - 1;
+    if (builder.places)
+        builder.places->current = place;
     return packageOf(builder, parts);
 }
 

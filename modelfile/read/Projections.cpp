@@ -38,10 +38,10 @@ std::string pointOf(Builder& builder, Value& pair)
     std::size_t count = 0;
     const char* const at = Builder::tokenOf(pair).data();
     builder.readList(pair, [&](Value& number, std::size_t index) {
+        count = index + 1;
         const int coordinate = Builder::readInteger<int>(number);
         if (index < coordinates.size())
             coordinates[index] = coordinate;
-        ++count;
     });
     if (count != coordinates.size())
         Builder::fail(at, "a point [x, y]", "a list of " + std::to_string(count));

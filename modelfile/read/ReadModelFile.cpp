@@ -2,9 +2,6 @@
 
 #include "modelfile/read/Tables.h"
 #include "text/Files.h"
-#include "text/JsonFault.h"
-#include "text/JsonPointer.h"
-#include "text/Places.h"
 #include "text/Utf8.h"
 
 #include "kiv/KivConnecting.h"
@@ -46,14 +43,15 @@ constexpr auto modelFields = fieldTable(
                        [](Builder& builder, ModelTarget& /*target*/, Value& value) { (void)builder.readText(value); }},
     Field<ModelTarget>{"format",
                        [](Builder& builder, ModelTarget& target, Value& value) {
-                           (void)builder.readChoice(value, std::array<std::string_view, 1>{"kiv-model"});
                            target.hasFormat = true;
+                           (void)builder.readChoice(value, std::array<std::string_view, 1>{"kiv-model"});
                        }},
     Field<ModelTarget>{"version",
                        [](Builder& /*builder*/, ModelTarget& target, Value& value) {
+                           target.hasVersion = true;
                            if (Builder::tokenOf(value) != "1")
                                Builder::failValue(value, "the version 1");
-                           target.hasVersion = Builder::readInteger<int>(value) == 1;
+                           (void)Builder::readInteger<int>(value);
                        }},
     Field<ModelTarget>{"name", [](Builder& builder, ModelTarget& target,
                                   Value& value) { target.model->setName(KivString(builder.readText(value))); }},
@@ -71,35 +69,14 @@ void readModel(Builder& builder, KivModel& model, simdjson::ondemand::document& 
     ModelTarget target{&model};
     builder.readFields(object, target, modelFields);
     if (!target.hasFormat)
-        Builder::fail(builder.start(), "\"kiv-model\"", "none", "format");
+        builder.faults.add({builder.start(), "\"kiv-model\"", "none", "format"});
     if (!target.hasVersion)
-        Builder::fail(builder.start(), "the version 1", "none", "version");
+        builder.faults.add({builder.start(), "the version 1", "none", "version"});
     builder.requireEnd();
     setDiagramPackages(model);
 }
 
-[[noreturn]] void throwContentError(const std::string& name, std::string_view text, const ContentError& error)
-{
-    const auto offset = static_cast<std::size_t>(error.at - text.data());
-    const std::string missing = error.missing.empty() ? "" : "/" + error.missing;
-    throw ModelFileError(name + ":" + text::jsonPointerAt(text, offset) + missing + ": expected " + error.expected +
-                         ", found " + error.found);
-}
-
-// The parser says that there is a fault; what it is, and where, is looked for here.
-[[noreturn]] void throwSyntaxError(const std::string& name, std::string_view text, const SyntaxError& error)
-{
-    std::size_t offset = error.at ? static_cast<std::size_t>(error.at - text.data()) : text.size();
-    std::string message = "expected well-formed JSON, found " + error.reason;
-    if (const auto fault = text::findJsonFault(text, deepestJsonLevel)) {
-        offset = fault->offset;
-        message = fault->message(text);
-    }
-    throw ModelFileError(name + ":" + text::lineAndColumnAt(text, std::min(offset, text.size())).asText() + ": " +
-                         message);
-}
-
-LoadedModel parsePadded(std::string_view text, std::size_t capacity, const std::string& name)
+LoadedModel parsePadded(std::string_view text, std::size_t capacity, const std::string& name, const AlsoWanted& wanted)
 {
     LoadedModel result;
     result.bytes = text.size();
@@ -108,26 +85,34 @@ LoadedModel parsePadded(std::string_view text, std::size_t capacity, const std::
         capacity -= text::byteOrderMark.size();
     }
     result.model = std::make_unique<KivModel>();
+    simdjson::ondemand::parser parser;
+    if (parser.allocate(text.size(), deepestJsonLevel) == simdjson::MEMALLOC)
+        throw std::bad_alloc();
+    Faults faults(text);
+    Builder builder(*result.model, text, parser, faults);
+    builder.places = wanted.places;
     try {
-        simdjson::ondemand::parser parser;
         simdjson::ondemand::document document;
-        if (parser.allocate(text.size(), deepestJsonLevel) == simdjson::MEMALLOC)
-            throw std::bad_alloc();
         const auto error =
             parser.iterate(simdjson::padded_string_view(text.data(), text.size(), capacity)).get(document);
         if (error == simdjson::CAPACITY)
-            throw ModelFileError(name + ": a model file of at most 4 GiB was expected, found a larger one");
+            throw ModelFileError(name, {{1, 1, "", "expected a model file of at most 4 GiB, found a larger one"}}, 1);
         if (error != simdjson::SUCCESS)
             throw SyntaxError{nullptr, simdjson::error_message(error)};
-        Builder builder(*result.model, text, parser);
         readModel(builder, *result.model, document);
         builder.references.follow();
-        result.objects = builder.getObjectCount();
-    } catch (const ContentError& error) {
-        throwContentError(name, text, error);
+    } catch (ContentError& error) {
+        faults.add(std::move(error));
     } catch (const SyntaxError& error) {
-        throwSyntaxError(name, text, error);
+        faults.add(error);
     }
+    if (!faults.isEmpty())
+        throw faults.error(
+            name, [&](std::string_view id, KivElementType kind) { return builder.references.nearestId(id, kind); });
+    result.objects = builder.getObjectCount();
+    if (wanted.ids)
+        for (const IdTable::Named& each : builder.references.all())
+            wanted.ids->emplace(each.object, each.id);
     connect(*result.model);
     return result;
 }
@@ -143,17 +128,27 @@ std::vector<ObjectKeys> modelFileKeys()
     return result;
 }
 
+LoadedModel parse(const std::string& text, const std::string& name, const AlsoWanted& wanted)
+{
+    static_assert(text::roomBehind >= simdjson::SIMDJSON_PADDING);
+    if (text.capacity() - text.size() >= simdjson::SIMDJSON_PADDING)
+        return parsePadded(text, text.capacity(), name, wanted);
+    std::string copy;
+    copy.reserve(text.size() + text::roomBehind);
+    copy = text;
+    return parsePadded(copy, copy.capacity(), name, wanted);
+}
+
 } // namespace modelfile
 
 LoadedModel parseModel(const std::string& text, const std::string& name)
 {
-    static_assert(text::roomBehind >= simdjson::SIMDJSON_PADDING);
-    if (text.capacity() - text.size() >= simdjson::SIMDJSON_PADDING)
-        return modelfile::parsePadded(text, text.capacity(), name);
-    std::string copy;
-    copy.reserve(text.size() + text::roomBehind);
-    copy = text;
-    return modelfile::parsePadded(copy, copy.capacity(), name);
+    return modelfile::parse(text, name, {});
+}
+
+LoadedModel parseModel(const std::string& text, const std::string& name, KivIds& ids)
+{
+    return modelfile::parse(text, name, {nullptr, &ids});
 }
 
 LoadedModel loadModel(const std::string& path)

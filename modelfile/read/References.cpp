@@ -4,34 +4,40 @@
 
 #include "kiv/KivObject.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace modelfile {
 
 namespace {
 
+constexpr std::size_t mostComparedIds = 100'000; // for a hint; more would take too long
+
 std::string_view nameOf(KivElementType code)
 {
-    switch (code) {
-    case KivElementType::Type:
-        return "a type";
-    case KivElementType::Class:
-        return "a class";
-    case KivElementType::Key:
-        return "a key";
-    case KivElementType::Attribute:
-        return "an attribute";
-    case KivElementType::ClassDiagram:
-        return "a class diagram";
-    case KivElementType::ModelElement:
-        return "an element of a package";
-    default:
-        return "a model object";
-    }
-}
-
-std::string idOf(KivElementType code)
-{
-    const bool mayBeNull = code != KivElementType::ClassDiagram; // of a projection
-    return "the id of " + std::string(nameOf(code)) + (mayBeNull ? " or null" : "");
+    constexpr std::array<std::pair<KivElementType, std::string_view>, 17> names = {{
+        {KivElementType::Note, "a note"},
+        {KivElementType::Type, "a type"},
+        {KivElementType::TypeValue, "a literal"},
+        {KivElementType::Package, "a package"},
+        {KivElementType::Class, "a class"},
+        {KivElementType::Association, "an association"},
+        {KivElementType::Generalization, "a generalization"},
+        {KivElementType::Dependency, "a dependency"},
+        {KivElementType::Realization, "a realization"},
+        {KivElementType::ModelElement, "an element of a package"},
+        {KivElementType::Key, "a key"},
+        {KivElementType::Attribute, "an attribute"},
+        {KivElementType::Operation, "an operation"},
+        {KivElementType::Argument, "an argument"},
+        {KivElementType::AssociationRole, "a role"},
+        {KivElementType::ClassDiagram, "a class diagram"},
+        {KivElementType::Diagram, "a diagram"},
+    }};
+    const auto* const found =
+        std::find_if(names.begin(), names.end(), [&](const auto& row) { return isInstance(code, row.first); });
+    return found == names.end() ? "a model object" : found->second;
 }
 
 } // namespace
@@ -79,13 +85,38 @@ void References::follow()
         KivObject* target = nullptr;
         if (reference.id.data()) {
             target = objects.find(reference.id);
-            if (!target || !target->isInstanceOf(reference.expected))
-                JsonReader::fail(reference.at, idOf(reference.expected),
-                                 text::jsonQuoted(reference.id) +
-                                     (target ? ", the id of something else" : ", which is no id in the file"));
+            if (!target || !target->isInstanceOf(reference.expected)) {
+                addFault(reference, target);
+                continue;
+            }
         }
         reference.assign(reference.owner, target);
     }
+}
+
+void References::addFault(const Reference& reference, const KivObject* target)
+{
+    if (!target && reader.faults.isInSkipped(reference.id))
+        return;
+    const std::string found = target ? ", the id of " + std::string(nameOf(target->elementType))
+                                     : std::string(", which is no id in the file");
+    reader.faults.add({reference.at, "the id of " + std::string(nameOf(reference.expected)),
+                       text::jsonQuoted(reference.id) + found, "", "", reference.id, reference.expected});
+}
+
+std::string References::nearestId(std::string_view id, KivElementType expected) const
+{
+    if (objects.all().size() > mostComparedIds)
+        return "";
+    std::vector<std::string_view> candidates;
+    for (const IdTable::Named& each : objects.all()) {
+        if (!each.object || !each.object->isInstanceOf(expected))
+            continue;
+        if (each.object->getName().view() == id)
+            return "the id " + text::jsonQuoted(each.id);
+        candidates.push_back(each.id);
+    }
+    return nearestOf(id, candidates);
 }
 
 } // namespace modelfile

@@ -37,8 +37,13 @@ public:
         references.push_back({{}, nullptr, KivElementType::Object, finish, owner});
     }
 
-    /// Throws ContentError for the first that leads to nothing or to something else.
+    /// Those that lead to nothing or to something else go to the reader's faults.
     void follow();
+    /// All ids and their objects.
+    [[nodiscard]] const std::vector<IdTable::Named>& all() const { return objects.all(); }
+    /// What a reference to `id` was surely meant to say: an id that is much the same, or that of an object of this
+    /// name.
+    [[nodiscard]] std::string nearestId(std::string_view id, KivElementType expected) const;
 
 private:
     struct Reference {
@@ -48,6 +53,8 @@ private:
         Assign assign;
         void* owner;
     };
+
+    void addFault(const Reference& reference, const KivObject* target);
 
     JsonReader& reader;
     IdTable objects;

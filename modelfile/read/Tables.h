@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kiv/KivModelFile.h"
 #include "modelfile/read/ObjectFields.h"
 
 // What the tables of keys, one file for each kind of object, give each other.
@@ -25,6 +26,13 @@ void setDiagramPackages(KivPackage& package);
 [[nodiscard]] std::vector<ObjectKeys> relationshipKeys();
 [[nodiscard]] std::vector<ObjectKeys> diagramKeys();
 [[nodiscard]] std::vector<ObjectKeys> packageKeys();
+/// What is noted besides while a model file is read, unless it is null.
+struct AlsoWanted {
+    ObjectPlaces* places = nullptr; ///< behind a byte order mark
+    KivIds* ids = nullptr;
+};
+[[nodiscard]] LoadedModel parse(const std::string& text, const std::string& name, const AlsoWanted& wanted);
+
 /// All of them, and those of the model.
 [[nodiscard]] std::vector<ObjectKeys> modelFileKeys();
 

@@ -27,10 +27,16 @@ std::string complaintAbout(const std::string& text)
     }
 }
 
+// The place is a pointer, or line and column where the JSON itself is broken.
 void expectComplaint(const std::string& text, const std::string& place, const std::string& part)
 {
-    EXPECT_THAT(complaintAbout(text),
-                testing::AllOf(StartsWith("m.json:" + place + ": expected "), HasSubstr(json(part))))
+    const bool isPointer = place.empty() || place.front() == '/';
+    const std::string pointer = place.empty() ? "" : place + ": ";
+    const std::string complaint = complaintAbout(text);
+    const std::string line = complaint.substr(0, complaint.find('\n'));
+    const std::string behind =
+        isPointer ? ": error: " + pointer + "expected " : "m.json:" + place + ": error: expected ";
+    EXPECT_THAT(line, testing::AllOf(StartsWith("m.json:"), HasSubstr(behind), HasSubstr(json(part))))
         << text.substr(0, 300);
 }
 
@@ -340,8 +346,8 @@ TEST(ModelFileErrors, SaysWhatIsWrongAndWhere)
         {modelOfClass("'notes':['a',null]"), "/modelElements/0/notes/1", "a text, found null"},
         {modelOfClass("'keys':[{'attributes':[1]}]"), "/modelElements/0/keys/0/attributes/0", "id"},
         // keys
-        {model("'naem':''"), "/naem", "perhaps 'name'"},
-        {modelOfClass("'isabstract':true"), "/modelElements/0/isabstract", "perhaps 'isAbstract'"},
+        {model("'naem':''"), "/naem", "the unknown key 'naem'; did you mean 'name'?"},
+        {modelOfClass("'isabstract':true"), "/modelElements/0/isabstract", "did you mean 'isAbstract'?"},
         {modelOfClass("'a/b~c':1"), "/modelElements/0/a~1b~0c", "unknown key"},
         {model("'n\\u0061me':5"), "/name", "a text, found the number 5"},
         {model("'name':'a','n\\u0061me':'b'"), "/name", "again"},

@@ -145,6 +145,23 @@ TEST(Json, PointsToValuesAndKeys)
         EXPECT_EQ(text::jsonPointerAt(json, json.find(row.at)), row.pointer) << row.at;
 }
 
+TEST(Json, FindsMembersOfAnObject)
+{
+    const std::string_view json = R"(x{ "a" : [1, {"b": 2}], "b" : "}" ,"c": {"d": []} })";
+    const struct {
+        std::string_view key;
+        std::string_view value;
+    } rows[] = {{"a", "[1, {\"b\": 2}]"}, {"b", "\"}\""}, {"c", "{\"d\": []}"}};
+    for (const auto& row : rows) {
+        const auto member = text::findJsonMember(json, 1, row.key);
+        ASSERT_TRUE(member) << row.key;
+        EXPECT_EQ(json.substr(member->key + 1, 1), row.key);
+        EXPECT_EQ(json.substr(member->value, text::endOfJsonValue(json, member->value) - member->value), row.value);
+    }
+    EXPECT_FALSE(text::findJsonMember(json, 1, "d"));
+    EXPECT_FALSE(text::findJsonMember("{}", 0, "a"));
+}
+
 TEST(NearestName, IsTheOneThatWasMeant)
 {
     constexpr std::string_view known[] = {"name", "notes", "modelLevel", "stereotype", "ea"};
@@ -158,6 +175,8 @@ TEST(NearestName, IsTheOneThatWasMeant)
                 {"private", ""},
                 {"zzz", ""},
                 {"x", ""},
+                {"eb", ""},
+                {"EA", "ea"},
                 {"modellevel", "modelLevel"},
                 {"mdolLevel", "modelLevel"},
                 {"sterotype", "stereotype"},
