@@ -8,9 +8,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace design {
 
@@ -41,6 +43,11 @@ enum class Kind : std::uint8_t {
 class ModelBuilder {
 public:
     explicit ModelBuilder(Report& theReport) : report(theReport) {}
+    /// Goes on with a model that is there.
+    ModelBuilder(Report& theReport, std::unique_ptr<KivModel> model) : report(theReport)
+    {
+        result.model = std::move(model);
+    }
 
     [[nodiscard]] KivModel& model() const { return *result.model; }
 
@@ -72,6 +79,8 @@ public:
 
     /// The model, when all is in it.
     [[nodiscard]] Converted finish();
+    /// The model as it is.
+    [[nodiscard]] std::unique_ptr<KivModel> release() { return std::move(result.model); }
 
 private:
     Report& report;

@@ -12,12 +12,6 @@ namespace {
 
 // 300 units to the inch, 96 pixels to the inch.
 constexpr double unitsInPixel = 300.0 / 96.0;
-constexpr double farthest = 1e8; // a fair distance from where the host's numbers end
-
-int inUnits(double pixels)
-{
-    return static_cast<int>(std::lround(std::clamp(pixels * unitsInPixel, -farthest, farthest)));
-}
 
 // Red in the lowest byte, as Rose has it.
 int roseColour(std::uint32_t colour)
@@ -67,6 +61,17 @@ Points wayOf(const Line& line, const Rectangle& from, const Rectangle& to)
 }
 
 } // namespace
+
+int inUnits(double pixels)
+{
+    constexpr double farthest = 1e8; // a fair distance from where the host's numbers end
+    return static_cast<int>(std::lround(std::clamp(pixels * unitsInPixel, -farthest, farthest)));
+}
+
+double inPixels(int units)
+{
+    return units / unitsInPixel;
+}
 
 void Projections::add(const Diagram& diagram, KivClassDiagram& target)
 {

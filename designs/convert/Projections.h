@@ -10,6 +10,10 @@
 
 namespace design {
 
+/// Pixels of a tool as the host's units of a 300th of an inch, and back.
+[[nodiscard]] int inUnits(double pixels);
+[[nodiscard]] double inPixels(int units);
+
 /// Where each element is drawn, as the host has it: centres and sizes in units of a 300th of an inch.
 class Projections {
 public:
