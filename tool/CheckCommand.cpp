@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "DesignImport.h"
+
 #include "FileRoles.h"
 
 #include "text/Files.h"
@@ -121,7 +123,8 @@ ExitCode checkFile(const CheckRequest& request, const std::string& name, const t
     try {
         file = checked(request, name, read);
     } catch (const reader::NotPetal& error) {
-        return sayUnreadable(name, error.what(), json);
+        const std::string other = whyNotARoseFile(name);
+        return sayUnreadable(name, other.empty() ? error.what() : other.c_str(), json);
     } catch (const std::bad_alloc&) {
         return sayUnreadable(name, notEnoughMemory, json);
     }

@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "DesignImport.h"
 #include "ExportOptions.h"
+#include "text/NearestName.h"
 #include "Version.h"
 
 #include <algorithm>
@@ -98,10 +99,16 @@ void addDesignOptions(CLI::App& command, DesignRequest& request)
         ->check(CLI::Validator(checkFormat, ""));
     command
         .add_flag_callback(
+            "--layout", [&request] { request.hasLayout = true; },
+            "Place boxes without places, in a model file too (default: in designs alone)")
+        ->disable_flag_override();
+    command
+        .add_flag_callback(
             "--no-layout", [&request] { request.hasLayout = false; },
             "Leave boxes without places and designs without diagrams as they are")
         ->disable_flag_override();
-    command.add_option("--report", request.reportFile, "Write what was left out or made up as JSON")->type_name("FILE");
+    command.add_option("--report", request.reportFile, "Write what was left out or made up, and the warnings, as JSON")
+        ->type_name("FILE");
 }
 
 // The options of all commands that read Rose files.
@@ -152,6 +159,7 @@ Command addExportCommand(CLI::App& app)
                      "Write what the export cost as JSON; - is standard output")
         ->type_name("FILE");
     addDesignOptions(*command, request->design);
+    command->add_flag("--strict", request->isStrict, "Write nothing when there are warnings");
     return {command, [request, options] {
                 request->options = options->values();
                 return runExport(*request);
@@ -260,11 +268,22 @@ const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
     return nullptr;
 }
 
+// "; did you mean 'export'?", or the empty text.
+std::string nearestCommand(std::string_view name, const std::vector<Command>& commands)
+{
+    std::vector<std::string> names;
+    for (const Command& command : commands)
+        names.push_back(command.app->get_name());
+    const auto nearest = text::nearestName(name, std::vector<std::string_view>(names.begin(), names.end()));
+    return nearest ? "; did you mean '" + std::string(*nearest) + "'?" : "";
+}
+
 // Why the command line cannot be meant, or the empty text.
 std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& commands, int argc, char** argv)
 {
     if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1]))
-        return "there is no command '" + std::string(argv[1]) + "'; see petal --help";
+        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], commands) +
+               "; see petal --help";
     for (const Command& command : commands)
         if (const char* const flag = flagWithEmptyValue(*command.app, argc, argv))
             return std::string(flag) + ": this option takes no value";

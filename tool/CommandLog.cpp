@@ -3,25 +3,16 @@
 #include "OutputTarget.h"
 #include "Writing.h"
 
+#include "Terminal.h"
 #include "text/Utf8.h"
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/ioctl.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace {
 
 constexpr auto progressInterval = std::chrono::milliseconds(40);
-constexpr std::size_t usualWidth = 80;
-
-std::size_t terminalWidth()
-{
-    struct winsize size = {};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usualWidth;
-}
-
 // A file begins anew; what is open already, as behind /dev/stderr, goes on where it is.
 std::FILE* openLog(const std::string& path)
 {

@@ -6,6 +6,7 @@
 #include "kiv/KivOptions.h"
 
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,9 +21,9 @@ struct OptionValue {
 
 /// How a design of another tool is taken.
 struct DesignRequest {
-    std::string format;     ///< name of a format, or empty to tell it by the content
-    std::string reportFile; ///< path, `-` for standard output, or empty
-    bool hasLayout = true;  ///< lay out what has no places
+    std::string format;            ///< name of a format, or empty to tell it by the content
+    std::string reportFile;        ///< path, `-` for standard output, or empty
+    std::optional<bool> hasLayout; ///< lay out what has no places; left open: in designs, not in model files
 };
 
 struct ExportRequest {
@@ -33,6 +34,7 @@ struct ExportRequest {
     std::vector<OptionValue> options; ///< in the order given; the last one for a name holds
     DesignRequest design;
     bool isQuiet = false;
+    bool isStrict = false; ///< warnings are errors
     bool showsStatistics = false;
 };
 

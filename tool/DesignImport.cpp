@@ -1,5 +1,6 @@
 #include "DesignImport.h"
 
+#include "designs/convert/ModelLayout.h"
 #include "text/Files.h"
 #include "text/JsonWriter.h"
 #include "text/NearestName.h"
@@ -7,6 +8,7 @@
 #include "text/Words.h"
 
 #include <cctype>
+#include <iostream>
 #include <map>
 #include <utility>
 #include <vector>
@@ -14,19 +16,15 @@
 namespace {
 
 constexpr std::size_t headLength = 4096;
+constexpr std::string_view whatTakesRoseFiles =
+    "this is a Rose file already; petal check, tree, draw and browse take it";
 
-// The beginning of a text, in which model files say what they are.
+// The beginning of a text, in which files say what they are.
 std::string_view headOf(std::string_view text)
 {
     if (text.starts_with(text::byteOrderMark))
         text.remove_prefix(text::byteOrderMark.size());
     return text::trimmed(text.substr(0, headLength));
-}
-
-bool isModelFile(std::string_view text)
-{
-    const std::string_view head = headOf(text);
-    return head.starts_with('{') && head.find("\"kiv-model\"") != std::string_view::npos;
 }
 
 std::string placed(const std::string& file, const std::string& reason)
@@ -70,7 +68,54 @@ void writeEntries(text::JsonWriter& json, const char* key, const std::vector<des
     json.endList();
 }
 
+void writeWarnings(text::JsonWriter& json, const std::vector<ModelWarning>& warnings)
+{
+    json.beginList("warnings");
+    for (const ModelWarning& warning : warnings) {
+        json.beginObject().member("kind", std::string_view(nameOf(warning.kind)));
+        if (warning.hasPlace())
+            json.member("line", std::uint64_t{warning.place.line})
+                .member("column", std::uint64_t{warning.place.column})
+                .member("pointer", std::string_view(text::mended(warning.place.pointer)));
+        json.member("text", std::string_view(text::mended(warning.text))).endObject();
+    }
+    json.endList();
+}
+
+// Why neither an import nor an export takes it.
+[[noreturn]] void throwRoseFile(const std::string& path)
+{
+    throw DesignError(text::fileName(path) + ": " + std::string(whatTakesRoseFiles));
+}
+
 } // namespace
+
+bool isModelFile(std::string_view text)
+{
+    const std::string_view head = headOf(text);
+    return head.starts_with('{') && head.find("\"kiv-model\"") != std::string_view::npos;
+}
+
+bool isRoseFile(std::string_view text)
+{
+    return headOf(text).starts_with("(object");
+}
+
+std::string whyNotARoseFile(const std::string& path)
+{
+    if (path == "-")
+        return "";
+    try {
+        const std::string text = text::readFile(path);
+        if (isModelFile(text))
+            return "this is a model file; petal export makes a Rose file of it";
+        if (const design::Format* const format = design::formatOf({text, path}))
+            return "this is a design (" + std::string(format->name) + "); petal export makes a Rose file of it";
+    } catch (const std::exception&) {
+        return ""; // what can be said of it was said before
+    }
+    return "";
+}
 
 std::string whyNotAFormat(const std::string& name)
 {
@@ -93,7 +138,11 @@ const design::Format& formatOfImport(std::string_view text, const std::string& p
     if (const design::Format* const format = design::formatNamed(name))
         return *format;
     if (isModelFile(text))
-        throw DesignError(text::fileName(path) + ": this is a model file already");
+        throw DesignError(
+            text::fileName(path) +
+            ": this is a model file already; petal export takes it, and --layout places what has no place");
+    if (isRoseFile(text))
+        throwRoseFile(path);
     const design::Format* const format = design::formatOf({text, path});
     if (!format)
         throwUnknownFormat(path);
@@ -106,6 +155,8 @@ const design::Format* formatOfExport(std::string_view text, const std::string& p
         return format;
     if (isModelFile(text))
         return nullptr;
+    if (isRoseFile(text))
+        throwRoseFile(path);
     const design::Format* const format = design::formatOf({text, path});
     if (!format && headOf(text).starts_with('<'))
         throwUnknownFormat(path);
@@ -126,6 +177,17 @@ ImportedDesign importDesign(const design::Format& format, std::string_view text,
     return imported;
 }
 
+std::unique_ptr<KivModel> placeBoxes(std::unique_ptr<KivModel> model, const std::string& name, bool isQuiet)
+{
+    design::Report report;
+    model = design::placeBoxes(std::move(model), report);
+    std::string rough;
+    addEntries(rough, "made up: ", report.madeEntries());
+    if (!isQuiet && !rough.empty())
+        std::cerr << text::onOneLine(name) << ":\n" << rough;
+    return model;
+}
+
 std::string summaryOf(const ImportedDesign& imported)
 {
     std::string text = text::onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
@@ -140,7 +202,7 @@ std::string summaryOf(const ImportedDesign& imported)
     return text;
 }
 
-std::string reportAsJson(const std::optional<ImportedDesign>& imported)
+std::string reportAsJson(const std::optional<ImportedDesign>& imported, const std::vector<ModelWarning>& warnings)
 {
     static const design::Report nothing;
     const design::Report& report = imported ? imported->report : nothing;
@@ -156,6 +218,7 @@ std::string reportAsJson(const std::optional<ImportedDesign>& imported)
     json.endObject();
     writeEntries(json, "left", report.leftEntries());
     writeEntries(json, "made", report.madeEntries());
+    writeWarnings(json, warnings);
     json.endObject();
     text += '\n';
     return text;

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "ModelInput.h"
+
 #include "designs/Import.h"
 
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -22,6 +25,13 @@ struct ImportedDesign {
     design::Report report;
 };
 
+[[nodiscard]] bool isModelFile(std::string_view text);
+[[nodiscard]] bool isRoseFile(std::string_view text);
+
+/// What a file is that was taken for a Rose file and is none, and which command takes it; empty when it is of nothing
+/// known. The file is read for that.
+[[nodiscard]] std::string whyNotARoseFile(const std::string& path);
+
 /// The format named, or the one that the content is of. Throws `DesignError` when it is of none.
 [[nodiscard]] const design::Format& formatOfImport(std::string_view text, const std::string& path,
                                                    const std::string& name);
@@ -34,11 +44,17 @@ struct ImportedDesign {
 [[nodiscard]] ImportedDesign importDesign(const design::Format& format, std::string_view text, const std::string& path,
                                           bool hasLayout);
 
+/// Places what has no place in the model of a model file; what could only be done roughly is told on standard error,
+/// unless `isQuiet`.
+[[nodiscard]] std::unique_ptr<KivModel> placeBoxes(std::unique_ptr<KivModel> model, const std::string& name,
+                                                   bool isQuiet);
+
 /// What was taken, left and made up, by kinds, for a terminal.
 [[nodiscard]] std::string summaryOf(const ImportedDesign& imported);
 
-/// The same one by one, as JSON; of a model file, which leaves nothing to report, without a design.
-[[nodiscard]] std::string reportAsJson(const std::optional<ImportedDesign>& imported);
+/// The same one by one, as JSON, and the warnings; of a model file, which leaves nothing out, without a design.
+[[nodiscard]] std::string reportAsJson(const std::optional<ImportedDesign>& imported,
+                                       const std::vector<ModelWarning>& warnings = {});
 
 /// Why no format has this name, or the empty text when one has.
 [[nodiscard]] std::string whyNotAFormat(const std::string& name);

@@ -55,16 +55,46 @@ void proveComplete(OutputFile& output, const std::string& name)
     throw std::runtime_error(name + ": the file could not be written completely");
 }
 
-// The model in a model file, or in a design of another tool, which is then imported.
-LoadedModel loadAnyModel(const ExportRequest& request, std::optional<ImportedDesign>& imported)
+// What is to be exported, and what there is to say of it.
+struct Input {
+    LoadedModel loaded;
+    std::optional<ImportedDesign> imported;
+    std::vector<ModelWarning> warnings;
+};
+
+// Without geometry no box has a place, which is what the user asked for then.
+bool needsPlaces(const ExportRequest& request)
+{
+    KivOptionList options = defaultOptions();
+    for (const OptionValue& option : request.options)
+        options.setValue(KivString(option.name), KivString(option.value));
+    return options.getValue(BP_USE_GRAPHICAL_INFORMATION.getName()) == BOOLEAN_ENUM_VALUE_TRUE.getText();
+}
+
+// The model in a model file, or in a design of another tool, which is then imported; none after its mistakes were told.
+std::optional<Input> loadAnyModel(const ExportRequest& request)
 {
     const std::string content = text::readFile(request.model);
     const std::string name = text::fileName(request.model);
-    const design::Format* const format = formatOfExport(content, request.model, request.design.format);
-    if (!format)
-        return parseModel(content, name);
-    imported = importDesign(*format, content, request.model, request.design.hasLayout);
-    return {std::move(imported->converted.model), content.size(), imported->converted.objects};
+    Input input;
+    if (const design::Format* const format = formatOfExport(content, request.model, request.design.format)) {
+        input.imported = importDesign(*format, content, request.model, request.design.hasLayout.value_or(true));
+        input.loaded = {std::move(input.imported->converted.model), content.size(), input.imported->converted.objects};
+    } else if (std::optional<LoadedModel> loaded = takeModelFile(content, name)) {
+        input.loaded = std::move(*loaded);
+    } else {
+        return std::nullopt;
+    }
+    const bool isPlaced = !input.imported && request.design.hasLayout.value_or(false);
+    const bool tells = !request.isQuiet || request.isStrict;
+    if (tells || !request.design.reportFile.empty())
+        input.warnings =
+            findWarnings(*input.loaded.model, input.imported ? nullptr : &content, !isPlaced && needsPlaces(request));
+    if (tells)
+        tellWarnings(input.warnings, name, content);
+    if (isPlaced)
+        input.loaded.model = placeBoxes(std::move(input.loaded.model), name, request.isQuiet);
+    return input;
 }
 
 // What the plug-in says about its file is about the output: the user does not know the path that it was given.
@@ -81,13 +111,19 @@ void runPlugin(const std::string& outputName, KivModel& model, KivOptionList& op
 }
 
 // Loads the model, exports it into a temporary file and puts that in place.
-void exportModel(const ExportRequest& request, const std::string& outputName)
+int exportModel(const ExportRequest& request, const std::string& outputName)
 {
     Statistics statistics;
     const auto start = Clock::now();
     const text::ReadRecord read;
-    std::optional<ImportedDesign> imported;
-    LoadedModel loaded = loadAnyModel(request, imported);
+    std::optional<Input> input = loadAnyModel(request);
+    if (!input)
+        return invalidModel;
+    if (request.isStrict && !input->warnings.empty()) {
+        report(text::fileName(request.model) + ": nothing is written, since there are warnings (--strict)");
+        return exportFailed;
+    }
+    auto& [loaded, imported, warnings] = *input;
     const auto loadedAt = Clock::now();
     refuseClashes(outputsOf(request, outputName), read);
 
@@ -116,7 +152,7 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
         statisticsFile.emplace(request.statisticsFile).write(statistics.asJson());
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
-        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported, warnings));
     std::vector<OutputFile*> files = {&output};
     for (auto* const file : {&statisticsFile, &reportFile})
         if (*file)
@@ -128,6 +164,7 @@ void exportModel(const ExportRequest& request, const std::string& outputName)
         std::cerr << statistics.asText();
     // The process ends next; to take the model apart object by object would only cost time.
     [[maybe_unused]] static const KivModel* const left = loaded.model.release();
+    return done;
 }
 
 } // namespace
@@ -172,8 +209,5 @@ std::string defaultOutput(const std::string& model)
 int runExport(const ExportRequest& request)
 {
     const std::string output = request.output.empty() ? defaultOutput(request.model) : request.output;
-    return reportFailures(request.model, output, [&] {
-        exportModel(request, output);
-        return done;
-    });
+    return reportFailures(request.model, output, [&] { return exportModel(request, output); });
 }

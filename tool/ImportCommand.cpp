@@ -15,38 +15,70 @@
 
 namespace {
 
-std::string modelFileOf(const design::Converted& converted)
+std::string modelFileOf(KivModel& model, const KivIds& ids)
 {
     std::ostringstream stream;
-    writeModelFile(*converted.model, stream, [&](const KivObject& object) { return converted.idOf(object); });
+    writeModelFile(model, stream, [&](const KivObject& object) {
+        const auto found = ids.find(&object);
+        return found == ids.end() ? std::string() : found->second;
+    });
     return std::move(stream).str();
 }
 
-void importFile(const ImportRequest& request, const std::string& outputName)
+// What is to be written, and what there is to say of the design that it comes from.
+struct Input {
+    std::string modelFile;
+    std::optional<ImportedDesign> imported;
+};
+
+// A design, or a model file whose boxes are to be placed; none after its mistakes were told.
+std::optional<Input> readInput(const ImportRequest& request)
+{
+    const std::string content = text::readFile(request.input);
+    const std::optional<bool> hasLayout = request.design.hasLayout;
+    if (request.design.format.empty() && hasLayout.value_or(false) && isModelFile(content)) {
+        KivIds ids;
+        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input), &ids);
+        if (!loaded)
+            return std::nullopt;
+        loaded->model = placeBoxes(std::move(loaded->model), text::fileName(request.input), request.isQuiet);
+        return Input{modelFileOf(*loaded->model, ids), std::nullopt};
+    }
+    const design::Format& format = formatOfImport(content, request.input, request.design.format);
+    Input input;
+    input.imported = importDesign(format, content, request.input, hasLayout.value_or(true));
+    input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
+    return input;
+}
+
+int importFile(const ImportRequest& request, const std::string& outputName)
 {
     const text::ReadRecord read;
-    const std::string content = text::readFile(request.input);
-    const design::Format& format = formatOfImport(content, request.input, request.design.format);
-    const std::optional<ImportedDesign> imported =
-        importDesign(format, content, request.input, request.design.hasLayout);
+    const std::optional<Input> input = readInput(request);
+    if (!input)
+        return invalidModel;
     refuseClashes({{outputName, "the output"}, {request.design.reportFile, "the report"}}, read);
     OutputFile output(outputName);
-    output.write(modelFileOf(imported->converted));
+    output.write(input->modelFile);
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
-        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported));
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(input->imported));
     std::vector<OutputFile*> files = {&output};
     if (reportFile)
         files.push_back(&*reportFile);
     OutputFile::commitAll(files);
-    if (!request.isQuiet)
-        std::cerr << summaryOf(*imported);
+    if (input->imported && !request.isQuiet)
+        std::cerr << summaryOf(*input->imported);
+    return done;
 }
 
 // The name of the design without its folder and ending, with that of a model file.
 std::string defaultModelName(const std::string& design)
 {
-    return design == "-" ? "-" : std::filesystem::path(design).stem().string() + ".model.json";
+    if (design == "-")
+        return "-";
+    const std::filesystem::path stem = std::filesystem::path(design).stem();
+    return (stem.extension() == ".model" ? stem.stem() : stem).string() + ".model.json";
 }
 
 int listFormats()
@@ -70,8 +102,5 @@ int runImport(const ImportRequest& request)
         return wrongUsage;
     }
     const std::string output = request.output.empty() ? defaultModelName(request.input) : request.output;
-    return reportFailures(request.input, output, [&] {
-        importFile(request, output);
-        return done;
-    });
+    return reportFailures(request.input, output, [&] { return importFile(request, output); });
 }

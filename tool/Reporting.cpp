@@ -76,7 +76,8 @@ int reportFailures(const std::string& input, const std::string& output, const st
         report(error.what());
         return invalidModel;
     } catch (const reader::NotPetal& error) {
-        report(text::fileName(input) + ": " + error.what());
+        const std::string other = whyNotARoseFile(input);
+        report(text::fileName(input) + ": " + (other.empty() ? error.what() : other));
         return invalidModel;
     } catch (const text::FileUnreadable& error) {
         report(messageOf(error));

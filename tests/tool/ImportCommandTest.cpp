@@ -54,7 +54,10 @@ TEST_F(ImportCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)
          "petal: empty.mdj: nothing to import was found; looked for UML"},
         {{"import", "some.xml", "-o", "kept.json"}, 3, "petal: some.xml: this is of no format that can be imported"},
         {{"export", "some.xml", "-o", "kept.json"}, 3, "petal: some.xml: this is of no format that can be imported"},
-        {{"import", "m.json", "-o", "kept.json"}, 3, "petal: m.json: this is a model file already\n"},
+        {{"import", "m.json", "-o", "kept.json"},
+         3,
+         "petal: m.json: this is a model file already; petal export takes it, and --layout places what has no "
+         "place\n"},
         {{"import", "none.mdj", "-o", "kept.json"}, 3, "petal: none.mdj: No such file or directory\n"},
         {{"import", "some.xml", "--from", "staruml", "-o", "kept.json"},
          3,

@@ -1,0 +1,82 @@
+#include "ModelInput.h"
+
+#include "Terminal.h"
+#include "text/Utf8.h"
+
+#include <algorithm>
+#include <iostream>
+#include <tuple>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t mostWarnings = 20;
+
+// `FILE:LINE:COLUMN: MESSAGE`, and on a terminal the line itself.
+void tellPlace(const std::string& file, std::size_t line, std::size_t column, const std::string& message,
+               const std::string& text)
+{
+    std::cerr << text::onOneLine(file) << ':' << line << ':' << column << ": " << text::onOneLine(message) << '\n';
+    if (isErrorTerminal())
+        std::cerr << excerptAt(text, line, column, terminalWidth());
+}
+
+std::string messageOf(const ModelWarning& warning)
+{
+    const std::string& pointer = warning.place.pointer;
+    return "warning: " + pointer + (pointer.empty() ? "" : ": ") + warning.text;
+}
+
+} // namespace
+
+std::optional<LoadedModel> takeModelFile(const std::string& text, const std::string& name, KivIds* ids)
+{
+    try {
+        return ids ? parseModel(text, name, *ids) : parseModel(text, name);
+    } catch (const ModelFileError& error) {
+        for (const ModelFileFault& fault : error.getFaults())
+            tellPlace(name, fault.line, fault.column, fault.message(), text);
+        if (const std::string rest = restOfFaults(error.getCount() - error.getFaults().size()); !rest.empty())
+            std::cerr << text::onOneLine(name) << ": " << rest << '\n';
+        return std::nullopt;
+    }
+}
+
+std::vector<ModelWarning> findWarnings(KivModel& model, const std::string* text, bool needsPlaces)
+{
+    std::vector<KivFault> faults = findFaults(model);
+    if (!needsPlaces)
+        std::erase_if(faults, [](const KivFault& fault) { return fault.kind == KivFaultKind::NoPlace; });
+    std::vector<ModelWarning> warnings;
+    std::vector<ModelFilePart> parts;
+    for (KivFault& fault : faults) {
+        warnings.push_back({fault.kind, std::move(fault.text)});
+        if (fault.kind == KivFaultKind::NoPlace)
+            warnings.back().text +=
+                warnings.back().text.starts_with("1 ") ? "; --layout places it" : "; --layout places them";
+        parts.push_back({fault.object, fault.field});
+    }
+    if (!text || warnings.empty())
+        return warnings;
+    const std::vector<ModelFilePlace> places = findPlaces(*text, model, parts);
+    for (std::size_t i = 0; i < warnings.size(); ++i)
+        warnings[i].place = places[i];
+    std::stable_sort(warnings.begin(), warnings.end(), [](const ModelWarning& a, const ModelWarning& b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
+    return warnings;
+}
+
+void tellWarnings(const std::vector<ModelWarning>& warnings, const std::string& name, const std::string& text)
+{
+    const std::size_t told = std::min(warnings.size(), mostWarnings);
+    for (std::size_t i = 0; i < told; ++i) {
+        if (warnings[i].hasPlace())
+            tellPlace(name, warnings[i].place.line, warnings[i].place.column, messageOf(warnings[i]), text);
+        else
+            std::cerr << text::onOneLine(name) << ": " << text::onOneLine(messageOf(warnings[i])) << '\n';
+    }
+    if (const std::size_t more = warnings.size() - told; more > 0)
+        std::cerr << text::onOneLine(name) << ": " << more
+                  << (more == 1 ? " more warning is not shown\n" : " more warnings are not shown\n");
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Whether messages go to a terminal.
+[[nodiscard]] bool isErrorTerminal();
+
+/// Its width in columns; 80 where it does not tell.
+[[nodiscard]] std::size_t terminalWidth();
+
+/// A line of a text (from 1) with its number, and below it a caret at one of its characters (from 1). Of a line that is
+/// wider than `width` the part around that character is shown; nothing in it steers a terminal.
+[[nodiscard]] std::string excerptAt(std::string_view text, std::size_t line, std::size_t column, std::size_t width);
