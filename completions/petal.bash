@@ -101,13 +101,14 @@ _petal_command_with_file() {
 
 _petal_export() {
     local options=(-h --help -o --output --option --types --foreign-keys --qualifiers --constraints --no-geometry
-        --scale --x-scale --y-scale --log -q --quiet --stats --stats-json --from --no-layout --report)
+        --scale --x-scale --y-scale --log -q --quiet --stats --stats-json --from --layout --no-layout --report
+        --strict)
     _petal_command_with_file "$1" '!*.@(json|mdj|xml|xmi|uml|ecore)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_import() {
-    local options=(-h --help -o --output --from --no-layout --report -q --quiet --list-formats)
-    _petal_command_with_file "$1" '!*.@(mdj|xml|xmi|uml|ecore)' "${#options[@]}" "${options[@]}" "${@:2}"
+    local options=(-h --help -o --output --from --layout --no-layout --report -q --quiet --list-formats)
+    _petal_command_with_file "$1" '!*.@(json|mdj|xml|xmi|uml|ecore)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_check() {

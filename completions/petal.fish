@@ -50,16 +50,19 @@ complete -c petal -n $export -l stats -d 'Print what the export cost'
 complete -c petal -n $export -l stats-json -r -F -d 'Write what the export cost as JSON'
 
 complete -c petal -n $export -l from -x -a '(__petal_formats)' -d 'Format of the design'
+complete -c petal -n $export -l layout -d 'Place what has no place, in a model file too'
+complete -c petal -n $export -l strict -d 'Write nothing when there are warnings'
 complete -c petal -n $export -l no-layout -d 'Place nothing that has no place'
-complete -c petal -n $export -l report -r -F -d 'Write what was left out or made up as JSON'
+complete -c petal -n $export -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
 
 set -l import '__fish_seen_subcommand_from import'
 complete -c petal -n $import -F
 complete -c petal -n $import -s h -l help -d 'Print help'
 complete -c petal -n $import -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $import -l from -x -a '(__petal_formats)' -d 'Format of the design'
+complete -c petal -n $import -l layout -d 'Place what has no place, in a model file too'
 complete -c petal -n $import -l no-layout -d 'Place nothing that has no place'
-complete -c petal -n $import -l report -r -F -d 'Write what was left out or made up as JSON'
+complete -c petal -n $import -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
 complete -c petal -n $import -s q -l quiet -d 'Print nothing but errors'
 complete -c petal -n $import -l list-formats -d 'List the formats of designs'
 
