@@ -168,7 +168,7 @@ void JsonWriter::beforeValue()
 
 void JsonWriter::beginLine()
 {
-    out.append(1, '\n').append(static_cast<std::size_t>(depth * layout.indentation), ' ');
+    out.append(1, '\n').append(static_cast<std::size_t>(depth) * static_cast<std::size_t>(layout.indentation), ' ');
 }
 
 void JsonWriter::appendQuoted(std::string_view text)

@@ -84,9 +84,9 @@ void KivObject::_depthTraversal(KivTraversalOperation& /*operation*/, void* /*co
 
 const char* KivObject::getMetaClass() const
 {
-    const auto* const found = std::find_if(kivElementClasses.begin(), kivElementClasses.end(),
+    const auto* const found = std::find_if(KivElementTree::classes.begin(), KivElementTree::classes.end(),
                                            [&](const KivElementClass& row) { return row.code == elementType; });
-    return found == kivElementClasses.end() ? "KivObject" : found->name;
+    return found == KivElementTree::classes.end() ? "KivObject" : found->name;
 }
 
 KivNote::KivNote() : KivObject(KivElementType::Note) {}

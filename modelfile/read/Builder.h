@@ -119,6 +119,7 @@ private:
                 return place;
         }
         std::vector<std::string_view> known;
+        known.reserve(Count);
         for (const auto& field : fields)
             known.push_back(field.key.view());
         failUnknownKey(key, at, known);

@@ -2,59 +2,59 @@
 
 #include "kiv/KivPackage.h"
 
+#include <array>
 #include <typeinfo>
 
 namespace modelfile {
 
+namespace {
+
+struct KnownClass {
+    KivElementType code;
+    const std::type_info& type;
+};
+
+const KnownClass knownClasses[] = {
+    {KivElementType::Note, typeid(KivNote)},
+    {KivElementType::BaseType, typeid(KivBaseType)},
+    {KivElementType::DerivedType, typeid(KivDerivedType)},
+    {KivElementType::TypeValue, typeid(KivTypeValue)},
+    {KivElementType::Package, typeid(KivPackage)},
+    {KivElementType::DesignPackage, typeid(KivDesignPackage)},
+    {KivElementType::Diagram, typeid(KivDiagram)},
+    {KivElementType::ClassDiagram, typeid(KivClassDiagram)},
+    {KivElementType::Class, typeid(KivClass)},
+    {KivElementType::Attribute, typeid(KivAttribute)},
+    {KivElementType::Operation, typeid(KivOperation)},
+    {KivElementType::Argument, typeid(KivArgument)},
+    {KivElementType::CandidateKey, typeid(KivCandidateKey)},
+    {KivElementType::ForeignKey, typeid(KivForeignKey)},
+    {KivElementType::Association, typeid(KivAssociation)},
+    {KivElementType::AssociationRole, typeid(KivAssociationRole)},
+    {KivElementType::Generalization, typeid(KivGeneralization)},
+    {KivElementType::Dependency, typeid(KivDependency)},
+    {KivElementType::Realization, typeid(KivRealization)},
+    {KivElementType::Projection, typeid(KivProjection)},
+    {KivElementType::RelationshipProjection, typeid(KivRelationshipProjection)},
+};
+
+using TypesByCode = std::array<const std::type_info*, static_cast<std::size_t>(KivElementType::Package) + 1>;
+
+TypesByCode typesByCode()
+{
+    TypesByCode types = {};
+    for (const KnownClass& known : knownClasses)
+        types[static_cast<std::size_t>(known.code)] = &known.type;
+    return types;
+}
+
+} // namespace
+
 bool isKnownClass(const KivObject& object)
 {
-    const std::type_info& type = typeid(object);
-    switch (object.elementType) {
-    case KivElementType::Note:
-        return type == typeid(KivNote);
-    case KivElementType::BaseType:
-        return type == typeid(KivBaseType);
-    case KivElementType::DerivedType:
-        return type == typeid(KivDerivedType);
-    case KivElementType::TypeValue:
-        return type == typeid(KivTypeValue);
-    case KivElementType::Package:
-        return type == typeid(KivPackage);
-    case KivElementType::DesignPackage:
-        return type == typeid(KivDesignPackage);
-    case KivElementType::Diagram:
-        return type == typeid(KivDiagram);
-    case KivElementType::ClassDiagram:
-        return type == typeid(KivClassDiagram);
-    case KivElementType::Class:
-        return type == typeid(KivClass);
-    case KivElementType::Attribute:
-        return type == typeid(KivAttribute);
-    case KivElementType::Operation:
-        return type == typeid(KivOperation);
-    case KivElementType::Argument:
-        return type == typeid(KivArgument);
-    case KivElementType::CandidateKey:
-        return type == typeid(KivCandidateKey);
-    case KivElementType::ForeignKey:
-        return type == typeid(KivForeignKey);
-    case KivElementType::Association:
-        return type == typeid(KivAssociation);
-    case KivElementType::AssociationRole:
-        return type == typeid(KivAssociationRole);
-    case KivElementType::Generalization:
-        return type == typeid(KivGeneralization);
-    case KivElementType::Dependency:
-        return type == typeid(KivDependency);
-    case KivElementType::Realization:
-        return type == typeid(KivRealization);
-    case KivElementType::Projection:
-        return type == typeid(KivProjection);
-    case KivElementType::RelationshipProjection:
-        return type == typeid(KivRelationshipProjection);
-    default:
-        return false;
-    }
+    static const TypesByCode types = typesByCode();
+    const auto code = static_cast<std::size_t>(object.elementType);
+    return code < types.size() && types[code] && *types[code] == typeid(object);
 }
 
 } // namespace modelfile

@@ -37,7 +37,7 @@ public:
         for (std::size_t i = 0; i < elements.count(); ++i) {
             auto* const element = elements.at(i);
             const char* const kind = element ? kindOf(element) : nullptr;
-            if (!begins(element, kind, holder))
+            if (!begins(element, kind, holder) || !element)
                 continue;
             if (!std::exchange(isOpen, true))
                 json.beginList(key);

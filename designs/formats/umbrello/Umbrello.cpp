@@ -46,21 +46,21 @@ double coordinate(pugi::xml_node node, const char* name)
 }
 
 // "none" stands for what the diagram has.
-std::optional<std::uint32_t> colour(pugi::xml_node node, pugi::xml_node diagram, const char* name)
+std::optional<std::uint32_t> colour(pugi::xml_node widget, pugi::xml_node diagramNode, const char* name)
 {
-    const std::string_view own = node.attribute(name).value();
-    return parseColour(own == "none" ? std::string_view(diagram.attribute(name).value()) : own);
+    const std::string_view own = widget.attribute(name).value();
+    return parseColour(own == "none" ? std::string_view(diagramNode.attribute(name).value()) : own);
 }
 
 // fillcolor="#ffff00" linecolor="none" font="Sans Serif,9,-1,0,50,0,0,0,0,0"
-Appearance appearance(pugi::xml_node node, pugi::xml_node diagram)
+Appearance appearance(pugi::xml_node widget, pugi::xml_node diagramNode)
 {
     Appearance result;
-    if (std::string_view(node.attribute("usefillcolor").value()) != "0")
-        result.fillColor = colour(node, diagram, "fillcolor");
-    result.lineColor = colour(node, diagram, "linecolor");
-    result.fontColor = colour(node, diagram, "textcolor");
-    const std::string_view font = node.attribute("font").value();
+    if (std::string_view(widget.attribute("usefillcolor").value()) != "0")
+        result.fillColor = colour(widget, diagramNode, "fillcolor");
+    result.lineColor = colour(widget, diagramNode, "linecolor");
+    result.fontColor = colour(widget, diagramNode, "textcolor");
+    const std::string_view font = widget.attribute("font").value();
     result.fontName = font.substr(0, font.find(','));
     result.fontSize = std::max(xml::number(xml::between(font, ",", ','), 0), 0.0);
     return result;

@@ -53,9 +53,10 @@ struct KivElementClass {
     const char* name;
 };
 
-inline constexpr auto kivElementClasses = [] {
+/// The class tree, every class behind the one it derives from.
+struct KivElementTree {
     using enum KivElementType;
-    return std::to_array<KivElementClass>({
+    static constexpr auto classes = std::to_array<KivElementClass>({
         {Object, Object, "KivObject"},
         {Note, Object, "KivNote"},
         {ModelObject, Object, "KivModelObject"},
@@ -96,12 +97,12 @@ inline constexpr auto kivElementClasses = [] {
         {ClassifierMap, MappingObject, "KivClassifierMap"},
         {Transformation, MappingObject, "KivTransformation"},
     });
-}();
+};
 
 inline constexpr auto kivElementBases = [] {
     std::array<KivElementType, static_cast<std::size_t>(KivElementType::Package) + 1> result = {};
     result.fill(KivElementType::Object);
-    for (const KivElementClass& row : kivElementClasses)
+    for (const KivElementClass& row : KivElementTree::classes)
         result[static_cast<std::size_t>(row.code)] = row.base;
     return result;
 }();
