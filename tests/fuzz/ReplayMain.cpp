@@ -16,7 +16,8 @@ std::vector<std::filesystem::path> filesIn(const std::filesystem::path& folder)
     std::vector<std::filesystem::path> files;
     if (std::filesystem::exists(folder))
         for (const auto& entry : std::filesystem::directory_iterator(folder))
-            files.push_back(entry.path());
+            if (entry.is_regular_file())
+                files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     return files;
 }
