@@ -268,22 +268,21 @@ const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
     return nullptr;
 }
 
-// "; did you mean 'export'?", or the empty text.
+// "; did you mean 'export'?", or where to find the commands.
 std::string nearestCommand(std::string_view name, const std::vector<Command>& commands)
 {
     std::vector<std::string> names;
     for (const Command& command : commands)
         names.push_back(command.app->get_name());
     const auto nearest = text::nearestName(name, std::vector<std::string_view>(names.begin(), names.end()));
-    return nearest ? "; did you mean '" + std::string(*nearest) + "'?" : "";
+    return nearest ? "; did you mean '" + std::string(*nearest) + "'?" : "; see petal --help";
 }
 
 // Why the command line cannot be meant, or the empty text.
 std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& commands, int argc, char** argv)
 {
     if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1]))
-        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], commands) +
-               "; see petal --help";
+        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], commands);
     for (const Command& command : commands)
         if (const char* const flag = flagWithEmptyValue(*command.app, argc, argv))
             return std::string(flag) + ": this option takes no value";
