@@ -52,6 +52,13 @@ Examples:
   petal tree orders.mdl --depth 2
 )";
 
+constexpr const char* diffHelp = R"(Tell what is different in two Rose files.
+
+Examples:
+  petal diff orders.old.mdl orders.mdl
+  petal diff orders.old.mdl orders.mdl --model-only --only added
+)";
+
 constexpr const char* browseHelp = R"(Make one page for a browser of a Rose file, with all its elements and diagrams.
 
 Examples:
@@ -189,6 +196,29 @@ Command addTreeCommand(CLI::App& app)
     return {command, [request] { return runTree(*request); }};
 }
 
+Command addDiffCommand(CLI::App& app)
+{
+    auto request = std::make_shared<DiffRequest>();
+    CLI::App* const command = app.add_subcommand("diff", diffHelp);
+    command->add_option("OLD", request->oldFile, "The Rose file as it was; - reads standard input")
+        ->required()
+        ->type_name("");
+    command->add_option("NEW", request->newFile, "The Rose file as it is; - reads standard input")
+        ->required()
+        ->type_name("");
+    CLI::Option* const ofModelOnly = command->add_flag("--model-only", request->ofModelOnly, "Nothing of diagrams");
+    command->add_flag("--diagrams-only", request->ofDiagramsOnly, "Nothing but diagrams")->excludes(ofModelOnly);
+    command->add_option("--only", request->only, "Only what was added, removed, changed or moved")
+        ->type_name("SORT")
+        ->check(CLI::IsMember({"added", "removed", "changed", "moved"}).description(""));
+    command->add_flag("--all", request->withAll, "Also what tools change by themselves: numbers, units, sizes");
+    CLI::Option* const asJson = command->add_flag("--json", request->asJson, "As JSON");
+    command->add_flag("--stat", request->asCounts, "Numbers of changes alone")->excludes(asJson);
+    addReadOptions(*command, request->reading);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors; the exit code tells");
+    return {command, [request] { return runDiff(*request); }};
+}
+
 Command addBrowseCommand(CLI::App& app)
 {
     auto request = std::make_shared<BrowseRequest>();
@@ -298,8 +328,8 @@ int runCommandLine(int argc, char** argv)
     app.set_version_flag("--version", std::string("petal ") + petalVersion);
     app.require_subcommand(1);
     const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app), addCheckCommand(app),
-                                           addTreeCommand(app),   addDrawCommand(app),   addBrowseCommand(app),
-                                           addOptionsCommand(app)};
+                                           addTreeCommand(app),   addDiffCommand(app),   addDrawCommand(app),
+                                           addBrowseCommand(app), addOptionsCommand(app)};
     if (const std::string fault = faultBeforeParsing(app, commands, argc, argv); !fault.empty()) {
         report(fault);
         return wrongUsage;

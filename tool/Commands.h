@@ -69,6 +69,23 @@ struct TreeRequest {
 /// Prints the outline of a petal file.
 int runTree(const TreeRequest& request);
 
+/// What of two models is compared, and how it is told.
+struct DiffRequest {
+    std::string oldFile; ///< path, or `-` for standard input
+    std::string newFile;
+    ReadRequest reading;
+    std::string only;            ///< `added`, `removed`, `changed`, `moved`, or empty for all of them
+    bool ofModelOnly = false;    ///< without diagrams
+    bool ofDiagramsOnly = false; ///< without anything else
+    bool withAll = false;        ///< also what nobody has meant, as numbers and units
+    bool asJson = false;
+    bool asCounts = false;
+    bool isQuiet = false; ///< the exit code alone
+};
+
+/// Tells what is different in two petal files.
+int runDiff(const DiffRequest& request);
+
 struct BrowseRequest {
     std::string file;   ///< path, or `-` for standard input
     std::string output; ///< path, `-` for standard output, or empty for the file's name

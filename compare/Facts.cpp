@@ -1,0 +1,105 @@
+#include "compare/Facts.h"
+
+#include "compare/Values.h"
+#include "reader/Kinds.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace compare {
+
+using reader::Object;
+
+namespace {
+
+// What a tool counts, and what follows from other things. Sorted.
+constexpr std::string_view ownKeys[] = {
+    "client_quidu",
+    "defaults",
+    "file_name",
+    "is_loaded",
+    "is_unit",
+    "items",
+    "max_height",
+    "max_width",
+    "mechanism_ref",
+    "ordinal",
+    "origin_x",
+    "origin_y",
+    "quid",
+    "quidu",
+    "sequence",
+    "supplier_is_device",
+    "supplier_is_spec",
+    "supplier_is_subsystem",
+    "supplier_quidu",
+    "title",
+    "uid",
+    "zoom",
+};
+static_assert(std::is_sorted(std::begin(ownKeys), std::end(ownKeys)));
+
+constexpr std::string_view referenceKeys[] = {"AssociationClass", "category",  "class",    "module",
+                                              "result",           "subsystem", "supplier", "type"};
+static_assert(std::is_sorted(std::begin(referenceKeys), std::end(referenceKeys)));
+
+// Versions of Rose differ in whether they write what goes without saying.
+constexpr std::pair<std::string_view, std::string_view> unsaid[] = {
+    {"Containment", "Unspecified"},
+    {"concurrency", "Sequential"},
+    {"persistence", "Transient"},
+};
+
+bool goesWithoutSaying(const Object& object, std::string_view key, std::string_view value)
+{
+    if (value.empty() || value == "FALSE")
+        return true;
+    if (key == "exportControl" && value == "Public" && !object.is("ClassAttribute", "Operation", "Role"))
+        return true;
+    return std::any_of(std::begin(unsaid), std::end(unsaid),
+                       [&](const auto& each) { return each.first == key && each.second == value; });
+}
+
+} // namespace
+
+bool isReference(std::string_view key)
+{
+    return std::binary_search(std::begin(referenceKeys), std::end(referenceKeys), key);
+}
+
+bool FactReader::take(const Object& object, const reader::Attribute& attribute)
+{
+    if (attribute.key == "items" ||
+        (depth == Depth::meaning && std::binary_search(std::begin(ownKeys), std::end(ownKeys), attribute.key)))
+        return false;
+    value.clear();
+    appendValue(value, attribute.value);
+    // The end of an association has its name twice.
+    if (attribute.key == "label" && object.is("Role") && value == object.name())
+        return false;
+    return depth == Depth::all ? !value.empty() : !goesWithoutSaying(object, attribute.key, value);
+}
+
+bool FactReader::takeProperty(const Object& property)
+{
+    if (!property.is("Attribute"))
+        return false;
+    key = property.text("tool");
+    key.append(".").append(property.text("name"));
+    value.clear();
+    appendValue(value, property.get("value"));
+    return true;
+}
+
+std::vector<Fact> FactReader::all(const Object& object)
+{
+    std::vector<Fact> facts;
+    forEach(object, [&](std::string_view factKey, std::string_view factValue) {
+        facts.push_back({std::string(factKey), std::string(factValue)});
+    });
+    std::stable_sort(facts.begin(), facts.end(), [](const Fact& a, const Fact& b) { return a.key < b.key; });
+    return facts;
+}
+
+} // namespace compare
