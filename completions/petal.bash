@@ -57,6 +57,7 @@ _petal_argument() {
         --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
         --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
         --units-within) _petal_files "$2" '*' ;;
+        --only) _petal_words "$2" added removed changed moved ;;
         --format) _petal_words "$2" svg png pdf ;;
         -o | --output | --log | --stats-json | --report) _petal_files "$2" '' ;;
     esac
@@ -65,12 +66,12 @@ _petal_argument() {
 _petal_takes_argument() {
     case $1 in
         -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
-            --from | --report | --charset | --path | --units-within | --depth | --diagram | --format) return 0 ;;
+            --from | --report | --charset | --path | --units-within | --depth | --diagram | --format | --only) return 0 ;;
         *) return 1 ;;
     esac
 }
 
-# Completes a command that takes options and one file: current word, pattern of files not to offer, number of options,
+# Completes a command that takes options and one file, or `most_files` of them: current word, pattern of files not to offer, number of options,
 # options, words before the current one.
 _petal_command_with_file() {
     local current=$1 others=$2 option='' models=0 all_models='' word
@@ -94,7 +95,7 @@ _petal_command_with_file() {
         _petal_argument "${current%%=*}" "${current#*=}"
     elif [[ ! $all_models && $current == -* ]]; then
         _petal_words "$current" "${options[@]}"
-    elif [[ $models == 0 ]]; then
+    elif [[ $models -lt ${most_files:-1} ]]; then
         _petal_files "$current" "$others"
     fi
 }
@@ -118,6 +119,13 @@ _petal_check() {
 
 _petal_tree() {
     local options=(-h --help --depth --charset --path --units-within --no-units)
+    _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_diff() {
+    local options=(-h --help --model-only --diagrams-only --only --all --json --stat --charset --path --units-within
+        --no-units -q --quiet)
+    local most_files=2
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
@@ -151,13 +159,14 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help --version
             else
-                _petal_words "$current" export import check tree draw browse options
+                _petal_words "$current" export import check tree diff draw browse options
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
         import) _petal_import "$current" "${before[@]:1}" ;;
         check) _petal_check "$current" "${before[@]:1}" ;;
         tree) _petal_tree "$current" "${before[@]:1}" ;;
+        diff) _petal_diff "$current" "${before[@]:1}" ;;
         draw) _petal_draw "$current" "${before[@]:1}" ;;
         browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;

@@ -1,0 +1,120 @@
+#include "reader/PetalTexts.h"
+#include "support/Process.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <simdjson.h>
+
+using testing::HasSubstr;
+using Words = std::vector<std::string>;
+
+namespace {
+
+std::string orders(const std::string& attribute, const std::string& place)
+{
+    return logicalView("(object Class \"Order\" quid \"B1\" class_attributes (list class_attribute_list " + attribute +
+                           "))\n",
+                       "(object ClassView \"Class\" \"Logical View::Order\" @1 location " + place + " quidu \"B1\")");
+}
+
+class DiffCommand : public testing::Test {
+protected:
+    DiffCommand()
+    {
+        folder.write("old.mdl", orders("", "(1, 1)"));
+        folder.write("new.mdl", orders("(object ClassAttribute \"total\" quid \"C1\" type \"Money\")", "(2, 1)"));
+        folder.write("text.mdl", "no petal file");
+    }
+
+    [[nodiscard]] ProcessResult run(Words arguments, const std::string& input = "") const
+    {
+        arguments.insert(arguments.begin(), "diff");
+        return runProcess({PETAL_COMMAND, arguments, folder.path(), input, {}});
+    }
+
+    TemporaryFolder folder;
+};
+
+constexpr const char* modelPart = "package Logical View\n  class Order\n    + attribute total : Money\n";
+constexpr const char* diagramPart = "diagram Logical View::Main: Order moved\n";
+
+} // namespace
+
+TEST_F(DiffCommand, SaysWhatWasAskedForAndWhetherThereIsAny)
+{
+    const struct {
+        Words arguments;
+        int exitCode;
+        std::string output;
+    } rows[] = {
+        {{"old.mdl", "new.mdl"}, 1, std::string(modelPart) + diagramPart},
+        {{"old.mdl", "old.mdl"}, 0, ""},
+        {{"old.mdl", "new.mdl", "--model-only"}, 1, modelPart},
+        {{"old.mdl", "new.mdl", "--diagrams-only"}, 1, diagramPart},
+        {{"old.mdl", "new.mdl", "--only", "moved"}, 1, diagramPart},
+        {{"old.mdl", "new.mdl", "--only", "removed"}, 0, ""},
+        {{"old.mdl", "new.mdl", "-q"}, 1, ""},
+        {{"old.mdl", "new.mdl", "--stat"}, 1, "attribute: 1 added\nview: 1 moved\n"},
+    };
+    for (const auto& row : rows) {
+        const ProcessResult result = run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(result.output, row.output) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(result.errors, "") << testing::PrintToString(row.arguments);
+    }
+}
+
+TEST_F(DiffCommand, TroubleIsNoDifference)
+{
+    const std::pair<Words, std::string> rows[] = {
+        {{"old.mdl", "gone.mdl"}, "petal: gone.mdl: No such file or directory\n"},
+        {{"text.mdl", "new.mdl"}, "petal: text.mdl: no petal file"},
+        {{"-", "-"}, "petal: only one of the two files can be standard input\n"},
+        {{"old.mdl", "new.mdl", "--only", "everything"}, "--only"},
+        {{"old.mdl", "new.mdl", "--model-only", "--diagrams-only"}, "excludes"},
+    };
+    for (const auto& [arguments, message] : rows) {
+        const ProcessResult result = run(arguments);
+        EXPECT_GT(result.exitCode, 1) << testing::PrintToString(arguments);
+        EXPECT_THAT(result.errors, HasSubstr(message)) << testing::PrintToString(arguments);
+        EXPECT_EQ(result.output, "") << testing::PrintToString(arguments);
+    }
+    EXPECT_EQ(run({"-", "old.mdl"}, orders("", "(1, 1)")).exitCode, 0);
+}
+
+TEST_F(DiffCommand, Json)
+{
+    simdjson::dom::parser parser;
+    const simdjson::padded_string text(run({"old.mdl", "new.mdl", "--json"}).output);
+    const simdjson::dom::element root = parser.parse(text);
+    const simdjson::dom::element added = root["changes"].at(0);
+    EXPECT_EQ(std::string_view(added["change"]), "added");
+    EXPECT_EQ(std::string_view(added["of"]), "model");
+    EXPECT_EQ(std::string_view(added["text"]), "attribute total : Money");
+    EXPECT_EQ(std::string_view(added["new"]["path"]), "Logical View::Order::total");
+    EXPECT_EQ(std::string_view(added["new"]["file"]), "new.mdl");
+    const simdjson::dom::element moved = root["changes"].at(1);
+    EXPECT_EQ(std::string_view(moved["view"]), "Order");
+    EXPECT_EQ(std::string_view(moved["before"]), "(1, 1)");
+    EXPECT_EQ(std::string_view(moved["after"]), "(2, 1)");
+    EXPECT_EQ(std::int64_t(root["counts"]["attribute"]["added"]), 1);
+    EXPECT_EQ(root["changes"].get_array().size(), 2U);
+}
+
+TEST_F(DiffCommand, UnitsAreComparedAsOneModel)
+{
+    const std::string members = "(object Class \"Order\" quid \"B1\")\n";
+    const std::string names = "(object Class_Category \"Sales\" is_unit TRUE is_loaded FALSE file_name \"sales.cat\" "
+                              "quid \"A5\")\n";
+    folder.write("whole.mdl", logicalView("(object Class_Category \"Sales\" quid \"A5\" logical_models (list "
+                                          "unit_reference_list " +
+                                          members + "))\n"));
+    folder.write("parts.mdl", logicalView(names));
+    folder.write("sales.cat", std::string(petalHeader) +
+                                  "(object Class_Category \"Sales\" is_unit TRUE is_loaded TRUE quid \"A5\" "
+                                  "logical_models (list unit_reference_list " +
+                                  members + "))\n");
+    const ProcessResult result = run({"whole.mdl", "parts.mdl"});
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+}
