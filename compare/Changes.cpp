@@ -144,8 +144,6 @@ private:
         return result;
     }
 
-    static bool isOrdered(const Object& object) { return object.is("ClassAttribute", "Operation", "Parameter"); }
-
     // Finds which of the features that stayed in their owner stand elsewhere in it.
     void noteOrder(std::uint32_t old, std::uint32_t fresh)
     {

@@ -33,6 +33,29 @@ struct Comparison {
     Depth depth;
 };
 
+[[nodiscard]] inline bool isView(const Change& change)
+{
+    return !change.view.empty();
+}
+
+/// Whether an element or a diagram is new.
+[[nodiscard]] inline bool isComing(const Change& change)
+{
+    return change.old == nobody;
+}
+
+/// Whether it is gone.
+[[nodiscard]] inline bool isGoing(const Change& change)
+{
+    return change.fresh == nobody;
+}
+
+/// The object in the new state, or in the old one if it is gone.
+[[nodiscard]] inline const reader::Object& objectOf(const Comparison& states, const Change& change)
+{
+    return *(isGoing(change) ? states.before[change.old] : states.after[change.fresh]).object;
+}
+
 /// All changes in the order of the new state; what is gone stands behind what is said of its owner itself. The elements
 /// must be paired. What follows from another change is left out: all that belongs to what is added or removed, the
 /// views of what is removed, the ends of lines at boxes that have moved.

@@ -81,15 +81,40 @@ bool FactReader::take(const Object& object, const reader::Attribute& attribute)
     return depth == Depth::all ? !value.empty() : !goesWithoutSaying(object, attribute.key, value);
 }
 
-bool FactReader::takeProperty(const Object& property)
+// An element has them in a list, a model in an object around that.
+const reader::List* FactReader::propertiesIn(const reader::Attribute& attribute)
 {
-    if (!property.is("Attribute"))
-        return false;
-    key = property.text("tool");
-    key.append(".").append(property.text("name"));
-    value.clear();
-    appendValue(value, property.get("value"));
-    return true;
+    const Object* const around = attribute.value.asObject();
+    if (around && around->is("Properties"))
+        return around->get("attributes").asList();
+    return attribute.key == "attributes" ? attribute.value.asList() : nullptr;
+}
+
+const std::vector<Fact>& FactReader::properties(const reader::List& list)
+{
+    found.clear();
+    addProperties(list, {}, 0);
+    return found;
+}
+
+// The value of a property may be a list of others.
+void FactReader::addProperties(const reader::List& list, const std::string& around, int level)
+{
+    constexpr int deepestLevel = 8;
+    for (const reader::Value& member : list.values()) {
+        const Object* const property = member.asObject();
+        if (!property || !property->is("Attribute"))
+            continue;
+        const std::string name = (level == 0 ? property->text("tool") : around) + '.' + property->text("name");
+        const reader::Value& content = property->get("value");
+        if (content.kind() == reader::ValueKind::list && level < deepestLevel) {
+            addProperties(*content.asList(), name, level + 1);
+            continue;
+        }
+        value.clear();
+        appendValue(value, content);
+        found.push_back({name, value});
+    }
 }
 
 std::vector<Fact> FactReader::all(const Object& object)

@@ -34,10 +34,9 @@ public:
     void forEach(const reader::Object& object, const Visit& visit)
     {
         for (const reader::Attribute& attribute : object.attributes()) {
-            if (attribute.key == "attributes" && attribute.value.asList()) {
-                for (const reader::Value& member : attribute.value.asList()->values())
-                    if (const reader::Object* const property = member.asObject(); property && takeProperty(*property))
-                        visit(std::string_view(key), std::string_view(value));
+            if (const reader::List* const list = propertiesIn(attribute)) {
+                for (const Fact& property : properties(*list))
+                    visit(std::string_view(property.key), std::string_view(property.value));
             } else if (take(object, attribute)) {
                 visit(attribute.key, std::string_view(value));
             }
@@ -49,11 +48,13 @@ public:
 
 private:
     bool take(const reader::Object& object, const reader::Attribute& attribute);
-    bool takeProperty(const reader::Object& property);
+    static const reader::List* propertiesIn(const reader::Attribute& attribute);
+    const std::vector<Fact>& properties(const reader::List& list);
+    void addProperties(const reader::List& list, const std::string& around, int level);
 
     Depth depth;
-    std::string key;
     std::string value;
+    std::vector<Fact> found; // properties of one list
 };
 
 } // namespace compare

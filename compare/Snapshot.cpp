@@ -85,7 +85,8 @@ std::uint32_t Snapshot::find(const Object* object) const
 std::string Snapshot::path(std::uint32_t place) const
 {
     std::vector<std::string> parts;
-    for (; place != nobody; place = nodes[place].parent)
+    constexpr std::size_t mostParts = 64; // no model is as deep as what is left out
+    for (; place != nobody && parts.size() < mostParts; place = nodes[place].parent)
         if (std::string name = nameOf(*nodes[place].object); !name.empty())
             parts.push_back(std::move(name));
     std::string result;

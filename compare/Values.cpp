@@ -100,6 +100,11 @@ bool isNode(const Object& object)
     return kind->diagram || kind->element != reader::ElementKind::none || object.is("Design", "Processes");
 }
 
+bool isOrdered(const Object& object)
+{
+    return object.is("ClassAttribute", "Operation", "Parameter");
+}
+
 void appendValue(std::string& text, const Value& value)
 {
     append(text, value, 0);

@@ -12,6 +12,9 @@ namespace compare {
 /// Whether an object takes part in a comparison by itself: an element or a diagram, no part of one.
 [[nodiscard]] bool isNode(const reader::Object& object);
 
+/// Whether elements of its kind have an order that somebody has chosen: attributes, operations, parameters.
+[[nodiscard]] bool isOrdered(const reader::Object& object);
+
 /// Appends a value: texts without quotes, blocks as texts, typed values as what is in them, objects with their keys in
 /// order. Elements in it are left out, and so are references to views: their numbers mean nothing.
 void appendValue(std::string& text, const reader::Value& value);

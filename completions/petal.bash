@@ -118,7 +118,7 @@ _petal_check() {
 }
 
 _petal_tree() {
-    local options=(-h --help --depth --charset --path --units-within --no-units)
+    local options=(-h --help --depth --full --charset --path --units-within --no-units)
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
@@ -127,6 +127,10 @@ _petal_diff() {
         --no-units -q --quiet)
     local most_files=2
     _petal_command_with_file "$1" '!*.@(mdl|cat|sub|prc)' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_git() {
+    _petal_command_with_file "$1" '*' 6 -h --help --enable --disable --diff --text "${@:2}"
 }
 
 _petal_draw() {
@@ -159,7 +163,7 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help --version
             else
-                _petal_words "$current" export import check tree diff draw browse options
+                _petal_words "$current" export import check tree diff git draw browse options
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
@@ -167,6 +171,7 @@ _petal() {
         check) _petal_check "$current" "${before[@]:1}" ;;
         tree) _petal_tree "$current" "${before[@]:1}" ;;
         diff) _petal_diff "$current" "${before[@]:1}" ;;
+        git) _petal_git "$current" "${before[@]:1}" ;;
         draw) _petal_draw "$current" "${before[@]:1}" ;;
         browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;

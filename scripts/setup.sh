@@ -80,6 +80,7 @@ build() {
 fuzz_seeds() {
     case $1 in
     ModelFile | Export) echo fuzz/seeds/Models examples ;;
+    Compare) echo fuzz/seeds/Compare fuzz/seeds/PetalReader ;;
     Draw) echo tests/render/models ;;
     *)
         [ -d "fuzz/seeds/$1" ] || fail "there is no fuzz target '$1'; there are ModelFile, Export, Draw and" \

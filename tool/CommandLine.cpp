@@ -59,6 +59,13 @@ Examples:
   petal diff orders.old.mdl orders.mdl --model-only --only added
 )";
 
+constexpr const char* gitHelp = R"(Let git compare Rose files in the words of the model, in the repository here.
+
+Examples:
+  petal git --enable
+  petal git --disable
+)";
+
 constexpr const char* browseHelp = R"(Make one page for a browser of a Rose file, with all its elements and diagrams.
 
 Examples:
@@ -192,6 +199,7 @@ Command addTreeCommand(CLI::App& app)
     command->add_option("--depth", request->depth, "Number of levels (default: all)")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{1}, std::numeric_limits<std::size_t>::max()).description(""));
+    command->add_flag("--full", request->isFull, "One fact a line, in a stable order, of the file without its units");
     addReadOptions(*command, request->reading);
     return {command, [request] { return runTree(*request); }};
 }
@@ -217,6 +225,22 @@ Command addDiffCommand(CLI::App& app)
     addReadOptions(*command, request->reading);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors; the exit code tells");
     return {command, [request] { return runDiff(*request); }};
+}
+
+Command addGitCommand(CLI::App& app)
+{
+    auto request = std::make_shared<GitRequest>();
+    CLI::App* const command = app.add_subcommand("git", gitHelp);
+    CLI::Option* const enables =
+        command->add_flag("--enable", request->enables, "Let git compare Rose files with petal");
+    CLI::Option* const disables = command->add_flag("--disable", request->disables, "Undo that");
+    CLI::Option* const compares = command->add_flag("--diff", request->comparesFiles, "For git: compare two files");
+    CLI::Option* const writes = command->add_flag("--text", request->writesText, "For git: write a file as text");
+    command->add_option("WORDS", request->words, "What git hands over to --diff and --text")->type_name("");
+    enables->excludes(disables)->excludes(compares)->excludes(writes);
+    disables->excludes(compares)->excludes(writes);
+    compares->excludes(writes);
+    return {command, [request] { return runGitCommand(*request); }};
 }
 
 Command addBrowseCommand(CLI::App& app)
@@ -328,8 +352,8 @@ int runCommandLine(int argc, char** argv)
     app.set_version_flag("--version", std::string("petal ") + petalVersion);
     app.require_subcommand(1);
     const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app), addCheckCommand(app),
-                                           addTreeCommand(app),   addDiffCommand(app),   addDrawCommand(app),
-                                           addBrowseCommand(app), addOptionsCommand(app)};
+                                           addTreeCommand(app),   addDiffCommand(app),   addGitCommand(app),
+                                           addDrawCommand(app),   addBrowseCommand(app), addOptionsCommand(app)};
     if (const std::string fault = faultBeforeParsing(app, commands, argc, argv); !fault.empty()) {
         report(fault);
         return wrongUsage;

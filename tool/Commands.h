@@ -64,10 +64,14 @@ struct TreeRequest {
     std::string file; ///< path, or `-` for standard input
     ReadRequest reading;
     std::size_t depth = std::numeric_limits<std::size_t>::max(); ///< number of levels shown
+    bool isFull = false;                                         ///< everything that is said in the file alone
 };
 
 /// Prints the outline of a petal file.
 int runTree(const TreeRequest& request);
+
+/// Prints everything that is said in a petal file, without its units, one fact a line. Throws `reader::NotPetal`.
+int writeFullTree(const std::string& file, const ReadRequest& reading);
 
 /// What of two models is compared, and how it is told.
 struct DiffRequest {
@@ -80,11 +84,24 @@ struct DiffRequest {
     bool withAll = false;        ///< also what nobody has meant, as numbers and units
     bool asJson = false;
     bool asCounts = false;
-    bool isQuiet = false; ///< the exit code alone
+    bool isQuiet = false;    ///< the exit code alone
+    bool isForPager = false; ///< what shows standard output takes colours
 };
 
 /// Tells what is different in two petal files.
 int runDiff(const DiffRequest& request);
+
+struct GitRequest {
+    bool enables = false;
+    bool disables = false;
+    bool comparesFiles = false;     ///< git calls to compare two states of a file
+    bool writesText = false;        ///< git calls for a text to compare
+    std::vector<std::string> words; ///< what git hands over then
+};
+
+/// Sets up the repository around the current folder so that git compares Rose files with this command, and does what
+/// git calls it for.
+int runGitCommand(const GitRequest& request);
 
 struct BrowseRequest {
     std::string file;   ///< path, or `-` for standard input

@@ -36,7 +36,7 @@ bool isWanted(const DiffRequest& request, const compare::Change& change)
 void print(const DiffRequest& request, const compare::Comparison& states, const std::vector<compare::Change>& changes)
 {
     const compare::Sink sink = [](std::string_view piece) { std::cout << piece; };
-    const bool inColours = isatty(STDOUT_FILENO) == 1 && std::getenv("NO_COLOR") == nullptr;
+    const bool inColours = (request.isForPager || isatty(STDOUT_FILENO) == 1) && std::getenv("NO_COLOR") == nullptr;
     if (request.isQuiet)
         return;
     if (request.asJson)
@@ -56,6 +56,13 @@ std::optional<reader::Document> documentOf(const std::string& file, const ReadRe
         report(text::fileName(file) + ": " + error.what());
         return std::nullopt;
     }
+}
+
+bool isDamaged(const reader::Document& document)
+{
+    return std::ranges::any_of(document.findings(), [](const reader::Finding& finding) {
+        return finding.severity == reader::Severity::error;
+    });
 }
 
 int compareFiles(const DiffRequest& request)
@@ -80,7 +87,11 @@ int compareFiles(const DiffRequest& request)
     std::vector<compare::Change> changes = compare::changesOf(states);
     std::erase_if(changes, [&](const compare::Change& change) { return !isWanted(request, change); });
     print(request, states, changes);
-    return endOfOutput(changes.empty() ? done : differ, invalidModel);
+    // What could be read of a damaged file was compared, and that says little.
+    const int result = isDamaged(*oldDocument) || isDamaged(*newDocument) ? invalidModel
+                       : changes.empty()                                  ? done
+                                                                          : differ;
+    return endOfOutput(result, invalidModel);
 }
 
 } // namespace

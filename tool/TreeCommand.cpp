@@ -4,6 +4,8 @@
 
 #include "text/Utf8.h"
 
+#include "compare/FullText.h"
+
 #include "reader/Index.h"
 
 #include <algorithm>
@@ -112,25 +114,42 @@ private:
     std::size_t depth;
 };
 
-int printTree(const TreeRequest& request)
+int endOfReading(const reader::Document& document)
 {
-    const text::ReadRecord read;
-    const reader::Document document(request.file, readOptions(request.reading));
-    refuseClashes({{"-", "the outline"}}, read);
-    Outline(document, request.depth).print();
     std::cout.flush();
     for (const reader::Finding& finding : document.findings())
         reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
     return endOfOutput(done, invalidModel);
 }
 
+int printTree(const TreeRequest& request)
+{
+    const text::ReadRecord read;
+    const reader::Document document(request.file, readOptions(request.reading));
+    refuseClashes({{"-", "the outline"}}, read);
+    Outline(document, request.depth).print();
+    return endOfReading(document);
+}
+
 } // namespace
+
+int writeFullTree(const std::string& file, const ReadRequest& reading)
+{
+    reader::ReadOptions options = readOptions(reading);
+    options.readsUnits = false;
+    const text::ReadRecord read;
+    const reader::Document document(file, options);
+    refuseClashes({{"-", "the outline"}}, read);
+    compare::writeFullText(compare::Snapshot(document, compare::Depth::meaning),
+                           [](std::string_view piece) { std::cout << piece; });
+    return endOfReading(document);
+}
 
 int runTree(const TreeRequest& request)
 {
     return reportFailures(request.file, "standard output", [&] {
         try {
-            return printTree(request);
+            return request.isFull ? writeFullTree(request.file, request.reading) : printTree(request);
         } catch (const std::bad_alloc&) {
             throw reader::NotPetal(notEnoughMemory);
         }
