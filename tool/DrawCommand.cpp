@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "FileRoles.h"
+#include "MadeAhead.h"
 #include "OutputFile.h"
 #include "text/NearestName.h"
 #include "text/Utf8.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -177,7 +179,7 @@ private:
         }
         const std::string format = request.format.empty() ? formatOfEnding(file) : request.format;
         refuseClashes({{file, role}}, read);
-        return draw(*selected.front(), file, formatCalled(format));
+        return write(made(*selected.front(), file, formatCalled(format)), *selected.front(), file);
     }
 
     int drawAll()
@@ -193,8 +195,10 @@ private:
         if (selected.empty())
             report(request.file + ": there are no diagrams in it");
         int exitCode = done;
+        MadeAhead<Picture> ahead(
+            selected.size(), [&](std::size_t i) { return made(*selected[i], pictures[i].path, formatCalled(format)); });
         for (std::size_t i = 0; i < selected.size(); ++i)
-            exitCode = std::max(exitCode, draw(*selected[i], pictures[i].path, formatCalled(format)));
+            exitCode = std::max(exitCode, write(ahead.next(), *selected[i], pictures[i].path));
         return exitCode;
     }
 
@@ -208,16 +212,35 @@ private:
             throw std::system_error(error, folder.string());
     }
 
-    int draw(const Diagram& diagram, const std::string& file, ImageFormat format)
+    // Pictures are made by several threads, written and told of by one.
+    struct Picture {
+        std::string bytes;
+        std::vector<std::string> warnings;
+        std::exception_ptr failure;
+    };
+
+    [[nodiscard]] Picture made(const Diagram& diagram, const std::string& file, ImageFormat format) const
+    {
+        Picture picture;
+        try {
+            picture.bytes =
+                pictureOf(diagram, file, format, [&](const std::string& text) { picture.warnings.push_back(text); });
+        } catch (...) {
+            picture.failure = std::current_exception();
+        }
+        return picture;
+    }
+
+    [[nodiscard]] int write(const Picture& picture, const Diagram& diagram, const std::string& file) const
     {
         return reportFailures(request.file, file, [&] {
-            const auto warn = [&](const std::string& text) {
+            for (const std::string& warning : picture.warnings)
                 if (!request.isQuiet)
-                    report(text::onOneLine(fullName(diagram)) + ": " + text);
-            };
-            const std::string picture = pictureOf(diagram, file, format, warn);
+                    report(text::onOneLine(fullName(diagram)) + ": " + warning);
+            if (picture.failure)
+                std::rethrow_exception(picture.failure);
             OutputFile output(file);
-            output.write(picture);
+            output.write(picture.bytes);
             output.commit();
             return done;
         });
@@ -228,7 +251,7 @@ private:
     {
         try {
             const double most = format == ImageFormat::svg ? render::mostInSvg : render::mostInImage;
-            const std::string svg = render::svgOf(document, index, diagram, {"", warn, &measure, most});
+            const std::string svg = render::svgOf(document, index, diagram, {"", warn, nullptr, most});
             return render::imageOf(svg, format, warn);
         } catch (const render::ImageError& error) {
             throw render::ImageError(file + ": " + fullName(diagram) + ": " + error.what());
@@ -241,7 +264,6 @@ private:
     const reader::Document& document;
     const text::ReadRecord& read;
     reader::Index index;
-    render::PangoMeasure measure;
     std::vector<const Diagram*> selected;
 };
 

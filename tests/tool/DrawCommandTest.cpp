@@ -111,4 +111,29 @@ TEST_F(DrawCommand, DrawsWhatTheExportWrites)
     EXPECT_EQ(namesIn("pictures").size(), 9U);
 }
 
+// Pictures are made by several threads, and come out as if there were one.
+TEST_F(DrawCommand, DrawsManyInTheirOrder)
+{
+    constexpr std::size_t count = 40;
+    std::string text =
+        "\n(object Petal\n version 42\n charSet 0)\n(object Design \"Logical View\"\nroot_category (object "
+        "Class_Category \"Logical View\" logical_presentations (list l\n";
+    std::string warnings;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string number = std::to_string(i);
+        text += "(object ClassDiagram \"D" + number + "\" items (list l (object Odd" + number +
+                "View @1 location (9, 9))))";
+        warnings += "petal: Logical View::D" + number + ": items of the kind Odd" + number +
+                    "View are not known; drawn plainly\n";
+    }
+    folder.write("many.mdl", text + ")))");
+    const ProcessResult drawn = run({"many.mdl", "-o", "all"});
+    EXPECT_EQ(drawn.exitCode, 0);
+    EXPECT_EQ(drawn.errors, warnings);
+    EXPECT_EQ(namesIn("all").size(), count);
+    const ProcessResult alone = run({"many.mdl", "--diagram", "D7", "-o", "-"});
+    EXPECT_EQ(folder.read("all/D7.svg"), alone.output);
+    EXPECT_THAT(alone.output, HasSubstr("odd7view"));
+}
+
 } // namespace
