@@ -32,16 +32,72 @@ std::optional<std::uint32_t> colourAt(const Object& view, std::string_view key)
 // In old files the pieces of a stereotype label's text have no brackets.
 std::string bracketed(const std::string& text)
 {
-    return text.empty() ? text : withGuillemets(text.starts_with("<<") ? text : "<<" + text + ">>");
+    return text.empty() || text.starts_with("<<") ? text : "<<" + text + ">>";
+}
+
+// What the exporter writes in front of each model, but for the ends of the lines.
+constexpr std::string_view exportHeader = R"(
+(object Petal
+    version    	42
+    _written   	"Rose 4.5.8054a"
+    charSet    	0)
+
+(object Design "Logical View"
+    is_unit    	TRUE
+    is_loaded  	TRUE
+    quid       	"38F75B63013A"
+)";
+
+bool startsLikeAnExport(std::string_view text)
+{
+    std::size_t at = 0;
+    for (const char wanted : exportHeader) {
+        if (at < text.size() && text[at] == '\r')
+            ++at;
+        if (at == text.size() || text[at++] != wanted)
+            return false;
+    }
+    return true;
+}
+
+const Object* packageAround(const Object* object)
+{
+    while (object && !object->is("Class_Category", "SubSystem"))
+        object = object->parent();
+    return object;
+}
+
+// The package that an element is in, by its full name if the element is not in the document.
+std::string ownerName(const Context& context, const Object& view, const Object* element)
+{
+    const Object* const shownIn = packageAround(context.diagram.owner);
+    if (!shownIn)
+        return {};
+    if (element) {
+        const Object* const owner = element->parent();
+        return owner && owner != shownIn ? cleanText(owner->name()) : std::string();
+    }
+    const std::string path = view.names().empty() ? std::string() : view.lastName();
+    const std::size_t end = path.rfind("::");
+    if (end == std::string::npos || end == 0)
+        return {};
+    const std::size_t before = path.rfind("::", end - 1);
+    const std::string owner =
+        path.substr(before == std::string::npos ? 0 : before + 2, end - (before == std::string::npos ? 0 : before + 2));
+    return owner == shownIn->name() ? std::string() : cleanText(owner);
 }
 
 } // namespace
 
 Context::Context(const reader::Document& document, const reader::Index& index, const reader::Diagram& diagram,
                  const TextMeasure& measure, std::function<void(const std::string&)> warn)
-    : document(document), index(index), diagram(diagram), measure(measure), warn(std::move(warn)), linesLeft(linesOfAll)
+    : document(document), index(index), diagram(diagram), measure(measure), warn(std::move(warn)),
+      defaults(document.root().object("defaults")), linesLeft(linesOfAll)
 {
-    const Object* const defaults = document.root().object("defaults");
+    constexpr std::int64_t lastWithGrounds = 42; // petal version
+    const reader::File& file = document.fileOf(diagram.object->position());
+    isComputed = startsLikeAnExport(document.text(file));
+    hasGrounds = isComputed || (file.version > 0 && file.version <= lastWithGrounds);
     if (const Object* const font = defaults ? defaults->object("defaultFont") : nullptr)
         defaultFont = fontOf(*font, defaultFont);
     defaultFont.isUnderlined = false;
@@ -142,6 +198,39 @@ std::string stereotypeOf(const Object& view, const Object* element)
         return label->flag("hidden") ? std::string() : bracketed(lineOf(*label, "label"));
     const bool isText = view.flag("stereotype") && (!view.has("icon") || view.text("icon_style") == "Label");
     return isText && element ? bracketed(lineOf(*element, "stereotype")) : std::string();
+}
+
+Rect rectOfLabel(const Object& label, Size size)
+{
+    constexpr std::int64_t aroundMiddle = 1;
+    constexpr std::int64_t rightOfPlace = 3;
+    const Point place = locationOf(label);
+    const std::int64_t anchor = label.integer("anchor_loc");
+    if (anchor == aroundMiddle)
+        return rectAround(place, size);
+    if (anchor == rightOfPlace)
+        return {place.x, place.y - size.height / 2, place.x + size.width, place.y + size.height / 2};
+    const double width = widthOfLabel(label);
+    const bool isCentred = label.integer("justify", 1) == 0 && width > 0;
+    const double left = isCentred ? place.x + (width - size.width) / 2 : place.x;
+    return {left, place.y, left + size.width, place.y + size.height};
+}
+
+double widthOfLabel(const Object& label)
+{
+    return boundedLength(label.number("max_width"));
+}
+
+TextBlock ownerOf(const Context& context, const Object& view, const Object* element, const Font& font)
+{
+    constexpr double size = 8; // points
+    TextBlock block;
+    block.font = font;
+    block.font.size = size;
+    block.font.isItalic = block.font.isBold = block.font.isUnderlined = false;
+    if (const std::string owner = ownerName(context, view, element); !owner.empty())
+        block.lines.push_back("(from " + owner + ")");
+    return block;
 }
 
 void beginItem(Svg& svg, const Object& view, const Object* element)

@@ -23,6 +23,9 @@ struct Context {
     const TextMeasure& measure;
     std::function<void(const std::string&)> warn;
     Font defaultFont;
+    const Object* defaults;        ///< of the model, or null
+    bool isComputed = false;       ///< the exporter wrote the file: nobody has seen its labels where it puts them
+    bool hasGrounds = false;       ///< labels of lines stand on white paper
     mutable std::size_t linesLeft; ///< that lists of elements may bring, for views of one element can be many
 };
 
@@ -53,7 +56,17 @@ void addLines(const Context& context, TextBlock& block, const std::vector<const 
 /// The text of the label of a view if it has one, else the name of its element, else its own.
 [[nodiscard]] std::string nameOf(const Object& view, const Object* element);
 
-/// The element's stereotype in guillemets if the view shows it as text, or empty.
+/// Where the file has a block of text of that size: around the label's location, right of it, or from it downwards in
+/// an area of the label's width.
+[[nodiscard]] Rect rectOfLabel(const Object& label, Size size);
+
+/// The `max_width` of a label, at which Rose breaks its text; 0 where it is not written.
+[[nodiscard]] double widthOfLabel(const Object& label);
+
+/// `(from Orders)` for an element that the package of the diagram does not own, or no line.
+[[nodiscard]] TextBlock ownerOf(const Context& context, const Object& view, const Object* element, const Font& font);
+
+/// The element's stereotype in brackets if the view shows it as text, or empty.
 [[nodiscard]] std::string stereotypeOf(const Object& view, const Object* element);
 
 /// Starts the group of a view.

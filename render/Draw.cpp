@@ -1,6 +1,6 @@
 #include "render/Draw.h"
 
-#include "render/Scene.h"
+#include "render/Labels.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -9,7 +9,8 @@ namespace render {
 
 namespace {
 
-// The numbers of the messages of a diagram: their order, or for those beside links what the file gives them.
+// The numbers of the messages of a diagram, if the model shows them in such diagrams: their order, or for those beside
+// links what the file gives them. Each label of a message counts.
 class MessageNumbers {
 public:
     explicit MessageNumbers(const Scene& scene)
@@ -20,20 +21,42 @@ public:
                 inOrder.emplace_back(ordinalOf(scene.context(), *view), view);
         std::stable_sort(inOrder.begin(), inOrder.end(),
                          [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (std::size_t i = 0; i < inOrder.size(); ++i) {
-            const Object* const view = inOrder[i].second;
+        std::size_t next = 1;
+        for (const auto& [ordinal, view] : inOrder) {
             const std::string given = sequenceOf(scene.context(), *view);
-            numbers.emplace(view, (given.empty() ? std::to_string(i + 1) : given) + ": ");
+            const std::size_t count = std::max<std::size_t>(labelsOf(*view), 1);
+            if (isNumbered(scene.context(), *view))
+                for (std::size_t i = 0; i < count; ++i)
+                    numbers[view].push_back((given.empty() ? std::to_string(next + i) : given) + ": ");
+            next += count;
         }
     }
 
-    [[nodiscard]] std::string of(const Object* view) const
+    /// One for each label.
+    [[nodiscard]] std::vector<std::string> of(const Object* view) const
     {
         const auto found = numbers.find(view);
-        return found == numbers.end() ? std::string() : found->second;
+        return found == numbers.end() ? std::vector<std::string>() : found->second;
     }
 
 private:
+    // 1 stands for collaborations, 2 for sequences.
+    static bool isNumbered(const Context& context, const Object& view)
+    {
+        constexpr std::int64_t inAll = 3;
+        const std::int64_t shown = context.defaults ? context.defaults->integer("showMessageNum", inAll) : inAll;
+        return (shown & (view.is("MessView") ? 1 : 2)) != 0;
+    }
+
+    static std::size_t labelsOf(const Object& view)
+    {
+        const auto isLabel = [](const reader::Attribute& attribute) {
+            const Object* const object = attribute.value.asObject();
+            return object && object->is("SegLabel", "ItemLabel");
+        };
+        return static_cast<std::size_t>(std::count_if(view.attributes().begin(), view.attributes().end(), isLabel));
+    }
+
     static std::int64_t ordinalOf(const Context& context, const Object& view)
     {
         const Object* const message = view.has("ordinal") ? &view : messageOf(context, view);
@@ -46,7 +69,7 @@ private:
         return message ? lineOf(*message, "sequence") : std::string();
     }
 
-    std::unordered_map<const Object*, std::string> numbers;
+    std::unordered_map<const Object*, std::vector<std::string>> numbers;
 };
 
 // What is larger is drawn first, so that it hides nothing that stands in it.
@@ -67,7 +90,7 @@ void draw(const Scene& scene, Svg& svg)
     Labels labels(scene, svg);
     for (const Object* const view : scene.others())
         if (view->is("Swimlane"))
-            drawOther(scene, *view, "", svg, labels);
+            drawOther(scene, *view, {}, svg, labels);
     for (const Node* const node : largestFirst(scene))
         drawNode(scene.context(), *node, svg);
     for (const Line& line : scene.lines())

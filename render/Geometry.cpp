@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace render {
 
@@ -13,6 +15,13 @@ constexpr double greatestLength = 40000;
 double bounded(double value, double least, double greatest)
 {
     return std::isnan(value) ? 0 : std::clamp(value, least, greatest);
+}
+
+bool isInRounded(const Rect& rect, double radius, Point point)
+{
+    constexpr double almost = 0.999; // the middle of the smallest box is still one
+    const double corner = almost * std::min({radius, rect.width() / 2, rect.height() / 2});
+    return distance(clampedInto(rect.grownBy(-corner), point), point) <= corner;
 }
 
 bool isInside(const Rect& rect, Outline outline, Point point)
@@ -28,14 +37,18 @@ bool isInside(const Rect& rect, Outline outline, Point point)
     case Outline::folder:
         return rect.contains(point) &&
                (point.y >= rect.top + tabHeight || point.x <= rect.left + tabWidth * rect.width());
+    case Outline::rounded:
+        return isInRounded(rect, cornerRadius, point);
+    case Outline::capsule:
+        return isInRounded(rect, rect.height() / 2, point);
     case Outline::rectangle:
         break;
     }
     return rect.contains(point);
 }
 
-// Whether a part of the line from a to b, cut at the sides of `rect` one after the other, remains.
-bool crosses(Point a, Point b, const Rect& rect)
+// The part of the line from a to b, cut at the sides of `rect` one after the other, that remains.
+std::optional<std::pair<double, double>> partWithin(Point a, Point b, const Rect& rect)
 {
     double low = 0;
     double high = 1;
@@ -48,7 +61,14 @@ bool crosses(Point a, Point b, const Rect& rect)
         high = std::min(high, std::max(first, second));
         return low <= high;
     };
-    return cut(a.x, b.x - a.x, rect.left, rect.right) && cut(a.y, b.y - a.y, rect.top, rect.bottom);
+    if (cut(a.x, b.x - a.x, rect.left, rect.right) && cut(a.y, b.y - a.y, rect.top, rect.bottom))
+        return std::pair(low, high);
+    return std::nullopt;
+}
+
+bool crosses(Point a, Point b, const Rect& rect)
+{
+    return partWithin(a, b, rect).has_value();
 }
 
 double distanceToSegment(Point a, Point b, Point point)
@@ -121,8 +141,10 @@ Point clampedInto(const Rect& rect, Point point)
 
 Point clipped(const Rect& rect, Outline outline, Point inside, Point outside)
 {
-    if (!isInside(rect, outline, inside))
-        inside = rect.centre();
+    const Point centre = rect.centre();
+    for (const Point& place : {Point{inside.x, centre.y}, Point{centre.x, inside.y}, centre})
+        if (!isInside(rect, outline, inside))
+            inside = place;
     if (isInside(rect, outline, outside))
         return inside;
     double low = 0;
@@ -132,6 +154,15 @@ Point clipped(const Rect& rect, Outline outline, Point inside, Point outside)
         (isInside(rect, outline, between(inside, outside, middle)) ? low : high) = middle;
     }
     return between(inside, outside, low);
+}
+
+Point clipped(const Rect& first, const Rect& second, Point inside, Point outside)
+{
+    double last = 0;
+    for (const Rect* const rect : {&first, &second})
+        if (const auto part = partWithin(inside, outside, *rect))
+            last = std::max(last, part->second);
+    return between(inside, outside, last < 1 ? last : 0);
 }
 
 double lengthOf(const Path& path)
@@ -172,16 +203,43 @@ bool crosses(const Path& path, const Rect& rect)
     return false;
 }
 
+Path partOf(const Path& path, double from, double to)
+{
+    const double length = lengthOf(path);
+    Path part = {placeOn(path, from).point};
+    double along = 0;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        along += distance(path[i - 1], path[i]);
+        if (along > from * length && along < to * length)
+            part.push_back(path[i]);
+    }
+    part.push_back(placeOn(path, to).point);
+    return part;
+}
+
+Path reversed(Path path)
+{
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
 Path shortened(Path path, double length)
 {
-    if (lengthOf(path) <= length)
+    const Point end = path.back();
+    std::size_t outside = path.size() - 1;
+    while (outside > 0 && distance(path[outside], end) < length)
+        --outside;
+    if (outside == path.size() - 1 || distance(path[outside], end) < length)
         return path;
-    while (path.size() > 2 && distance(path[path.size() - 2], path.back()) <= length) {
-        length -= distance(path[path.size() - 2], path.back());
-        path.pop_back();
+    double low = 0; // part of the way towards the end where the line is still outside
+    double high = 1;
+    for (int step = 0; step < 24; ++step) {
+        const double middle = (low + high) / 2;
+        (distance(between(path[outside], path[outside + 1], middle), end) >= length ? low : high) = middle;
     }
-    const Point last = path[path.size() - 2];
-    path.back() = between(path.back(), last, length / distance(last, path.back()));
+    const Point last = between(path[outside], path[outside + 1], low);
+    path.resize(outside + 1);
+    path.push_back(last);
     return path;
 }
 

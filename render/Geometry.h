@@ -34,7 +34,10 @@ struct Rect {
 [[nodiscard]] Rect rectAround(Point centre, Size size);
 
 /// Form of what lines end at.
-enum class Outline : std::uint8_t { rectangle, ellipse, diamond, folder };
+enum class Outline : std::uint8_t { rectangle, ellipse, diamond, folder, rounded, capsule };
+
+/// Of the corners of a rounded outline.
+inline constexpr double cornerRadius = 30;
 
 /// Of a folder: its tab stands at the left above the rest.
 inline constexpr double tabHeight = 36;
@@ -55,6 +58,8 @@ inline constexpr double tabWidth = 0.4; ///< part of the whole
 
 /// Where the line from `inside` to `outside` leaves the box; `inside` when it does not.
 [[nodiscard]] Point clipped(const Rect& rect, Outline outline, Point inside, Point outside);
+/// Where it leaves the last of two boxes that it is in.
+[[nodiscard]] Point clipped(const Rect& first, const Rect& second, Point inside, Point outside);
 
 using Path = std::vector<Point>;
 
@@ -68,7 +73,10 @@ struct PathPlace {
 [[nodiscard]] double distance(const Path& path, Point point);
 /// Whether any of the path is in `rect`.
 [[nodiscard]] bool crosses(const Path& path, const Rect& rect);
-/// `path` without its last `length`, if it is longer than that.
+/// From the point at `from` to that at `to`, parts of the whole length.
+[[nodiscard]] Path partOf(const Path& path, double from, double to);
+[[nodiscard]] Path reversed(Path path);
+/// `path` without what is within `length` of its end, if it leads further away than that.
 [[nodiscard]] Path shortened(Path path, double length);
 
 } // namespace render

@@ -27,27 +27,40 @@ Point at(const Rect& rect, double x, double y)
 
 void drawActor(const Rect& rect, const Stroke& stroke, Svg& svg)
 {
-    svg.ellipse(part(rect, 0.28, 0, 0.72, 0.32), stroke);
-    svg.line({at(rect, 0.5, 0.32), at(rect, 0.5, 0.65)}, stroke);
-    svg.line({at(rect, 0.05, 0.44), at(rect, 0.95, 0.44)}, stroke);
-    svg.line({at(rect, 0.08, 1), at(rect, 0.5, 0.65), at(rect, 0.92, 1)}, stroke);
+    constexpr double head = 54;
+    const double x = rect.centre().x;
+    const double neck = rect.top + head;
+    svg.ellipse({x - head / 2, rect.top, x + head / 2, neck}, {stroke.line, std::nullopt, false, stroke.width});
+    svg.line({{x, neck}, at(rect, 0.5, 0.65)}, stroke);
+    svg.line({at(rect, 0, 0.44), at(rect, 1, 0.44)}, stroke);
+    svg.line({at(rect, 0, 1), at(rect, 0.5, 0.65), at(rect, 1, 1)}, stroke);
 }
 
-void drawBoundary(const Rect& rect, const Stroke& stroke, Svg& svg)
+// The icons of the analysis of a system have lines of their own, whatever the view says.
+Stroke dark(const Stroke& stroke)
 {
+    constexpr std::uint32_t nearlyBlack = 0x202020;
+    return {nearlyBlack, stroke.fill, false, stroke.width};
+}
+
+void drawBoundary(const Rect& rect, const Stroke& given, Svg& svg)
+{
+    const Stroke stroke = dark(given);
     svg.line({at(rect, 0, 0.15), at(rect, 0, 0.85)}, stroke);
     svg.line({at(rect, 0, 0.5), at(rect, 0.34, 0.5)}, stroke);
     svg.ellipse(part(rect, 0.34, 0, 1, 1), stroke);
 }
 
-void drawControl(const Rect& rect, const Stroke& stroke, Svg& svg)
+void drawControl(const Rect& rect, const Stroke& given, Svg& svg)
 {
+    const Stroke stroke = dark(given);
     svg.ellipse(part(rect, 0, 0.06, 1, 1), stroke);
     svg.line({at(rect, 0.6, 0), at(rect, 0.48, 0.06), at(rect, 0.6, 0.14)}, stroke);
 }
 
-void drawEntity(const Rect& rect, const Stroke& stroke, Svg& svg)
+void drawEntity(const Rect& rect, const Stroke& given, Svg& svg)
 {
+    const Stroke stroke = dark(given);
     svg.ellipse(rect, stroke);
     svg.line({at(rect, 0, 1), at(rect, 1, 1)}, stroke);
 }
@@ -58,8 +71,8 @@ void drawInterface(const Rect& rect, const Stroke& stroke, Svg& svg)
 }
 
 constexpr Icon icons[] = {
-    {"actor", {120, 162}, drawActor},   {"boundary", {229, 153}, drawBoundary}, {"control", {157, 164}, drawControl},
-    {"entity", {154, 153}, drawEntity}, {"interface", {58, 58}, drawInterface},
+    {"actor", {116, 157}, drawActor},   {"boundary", {226, 150}, drawBoundary}, {"control", {154, 160}, drawControl},
+    {"entity", {150, 150}, drawEntity}, {"interface", {55, 55}, drawInterface},
 };
 
 const Icon* iconOf(std::string_view name)

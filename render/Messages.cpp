@@ -1,4 +1,4 @@
-#include "render/Scene.h"
+#include "render/Labels.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ constexpr double arrowGap = 44;    // between it and the link
 constexpr double flowLength = 60;
 constexpr double flowCircle = 16;
 constexpr double crossSize = 24;
-constexpr double selfHeight = 40;
+constexpr double selfHeight = 30;
 constexpr double selfWidth = 150;
 
 struct Synchronization {
@@ -82,18 +82,20 @@ Path arrowPath(const Scene& scene, const Object& view)
     return path;
 }
 
-void drawMessage(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels)
+void drawMessage(const Scene& scene, const Object& view, const std::vector<std::string>& numbers, Svg& svg,
+                 Labels& labels)
 {
     const Path path = view.is("MessView") ? arrowPath(scene, view) : messagePath(scene, view);
     const Synchronization synchronization = synchronizationOf(messageOf(scene.context(), view));
     Stroke stroke = strokeOf(view);
     stroke.isDashed = synchronization.isDashed;
     drawPath(path, stroke, synchronization.end, svg);
-    labels.draw(view, path, number);
+    labels.draw(view, path, numbers);
 }
 
 // A small arrow with a circle at its tail, in front of the message that the data goes with.
-void drawDataFlow(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& labels)
+void drawDataFlow(const Scene& scene, const Object& view, const std::vector<std::string>& /*numbers*/, Svg& svg,
+                  Labels& labels)
 {
     const Object* const message = scene.context().index.view(view, "MessView");
     const Path arrow = message ? arrowPath(scene, *message) : Path();
@@ -111,7 +113,8 @@ void drawDataFlow(const Scene& scene, const Object& view, const std::string& /*n
     labels.draw(view, {tail, tip});
 }
 
-void drawCross(const Scene& /*scene*/, const Object& view, const std::string& /*number*/, Svg& svg, Labels& /*labels*/)
+void drawCross(const Scene& /*scene*/, const Object& view, const std::vector<std::string>& /*numbers*/, Svg& svg,
+               Labels& /*labels*/)
 {
     const Point centre = locationOf(view);
     const Rect rect = rectAround(centre, {2 * crossSize, 2 * crossSize});
@@ -121,29 +124,39 @@ void drawCross(const Scene& /*scene*/, const Object& view, const std::string& /*
 }
 
 // The lines of an association are those of its roles; its own are only texts.
-void drawAssociation(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& /*svg*/,
+void drawAssociation(const Scene& scene, const Object& view, const std::vector<std::string>& /*numbers*/, Svg& /*svg*/,
                      Labels& labels)
 {
     const Point junction = scene.junctionOf(view);
     labels.draw(view, {junction, {junction.x + 1, junction.y}});
 }
 
-void drawSwimlane(const Scene& scene, const Object& view, const std::string& /*number*/, Svg& svg, Labels& /*labels*/)
+// A line to the lane before, and the title on grey.
+void drawSwimlane(const Scene& scene, const Object& view, const std::vector<std::string>& /*numbers*/, Svg& svg,
+                  Labels& /*labels*/)
 {
+    constexpr std::uint32_t lightGrey = 0xC0C0C0;
+    constexpr std::uint32_t grey = 0x808080;
     const Context& context = scene.context();
-    const Rect lane = scene.laneOf(view);
-    const Stroke stroke = {strokeOf(view).line, std::nullopt};
-    svg.rectangle(lane, stroke);
-    svg.line({{lane.left, lane.top + laneTitle}, {lane.right, lane.top + laneTitle}}, stroke);
+    const Lane& lane = scene.laneOf(view);
+    if (!lane.isShown)
+        return;
+    const Rect& rect = lane.rect;
+    const Rect band = {rect.left, rect.top, rect.right, rect.top + laneTitle};
+    svg.rectangle(band, {grey, lightGrey});
+    if (!lane.isFirst)
+        svg.line({{rect.left, band.bottom}, {rect.left, rect.bottom}}, {strokeOf(view).line, std::nullopt});
     TextBlock title;
     title.font = fontOf(view, context.defaultFont);
-    title.lines = wrapped(nameOf(view, context.index.element(view).element), title.font, lane.width(), context.measure);
-    svg.text(title, {lane.left, lane.top + padding, lane.right, lane.bottom}, Align::centre, context.measure);
+    title.lines = {nameOf(view, context.index.element(view).element)};
+    const double above = (laneTitle - title.font.lineHeight()) / 2;
+    svg.text(title, {band.left + 3, band.top + above, band.right - 3, band.bottom}, Align::centre, context.measure);
 }
 
 struct OtherKind {
     std::string_view keyword;
-    void (*draw)(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels);
+    void (*draw)(const Scene& scene, const Object& view, const std::vector<std::string>& numbers, Svg& svg,
+                 Labels& labels);
 };
 
 constexpr OtherKind otherKinds[] = {
@@ -176,12 +189,13 @@ bool isOther(const Object& view)
     return otherKindOf(view) != nullptr;
 }
 
-void drawOther(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels)
+void drawOther(const Scene& scene, const Object& view, const std::vector<std::string>& numbers, Svg& svg,
+               Labels& labels)
 {
     const Context& context = scene.context();
     const Object* const element = context.index.element(view).element;
     beginItem(svg, view, element ? element : messageOf(context, view));
-    otherKindOf(view)->draw(scene, view, number, svg, labels);
+    otherKindOf(view)->draw(scene, view, numbers, svg, labels);
     svg.endGroup();
 }
 

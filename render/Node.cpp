@@ -10,26 +10,27 @@ namespace render {
 namespace {
 
 constexpr double gapToName = 10;
+constexpr double besideName = 7; // lines keep that far from a name
 constexpr double usualNameWidth = 400;
 
 constexpr NodeKind kinds[] = {
-    {"ActivityStateView", prepareState, drawActivity, {300, 124}, false},
+    {"ActivityStateView", prepareState, drawActivity, {375, 124}, false},
     {"CategoryView", preparePackage, drawPackage, {300, 180}, false},
-    {"ClassInstanceView", prepareObject, drawObject, {220, 72}, false},
-    {"ClassView", prepareClass, drawClass, {300, 110}, false},
-    {"DecisionView", prepareDecision, drawDecision, {112, 80}, true},
+    {"ClassInstanceView", prepareObject, drawObject, {180, 72}, false},
+    {"ClassView", prepareClass, drawClass, {180, 110}, false},
+    {"DecisionView", prepareDecision, drawDecision, {150, 74}, true},
     {"DeviceView", prepareDeployed, drawDevice, {225, 180}, false},
     {"InterObjView", prepareLifeline, drawLifeline, {300, 124}, false},
-    {"InterfaceView", prepareClass, drawClass, {58, 58}, false},
+    {"InterfaceView", prepareClass, drawClass, {55, 55}, false},
     {"Label", prepareLabel, drawLabel, {0, 0}, false},
     {"ModView", prepareComponent, drawComponent, {300, 180}, false},
     {"NoteView", prepareNote, drawNote, {480, 120}, false},
-    {"ObjectView", prepareObject, drawObject, {220, 72}, false},
+    {"ObjectView", prepareObject, drawObject, {180, 72}, false},
     {"ProcessorView", prepareDeployed, drawProcessor, {225, 180}, false},
     {"StateView", prepareState, drawState, {300, 134}, false},
     {"SubSysView", preparePackage, drawPackage, {300, 150}, false},
     {"SynchronizationView", prepareBar, drawBar, {300, 24}, true},
-    {"UseCaseView", prepareUseCase, drawUseCase, {236, 118}, true},
+    {"UseCaseView", prepareUseCase, drawUseCase, {216, 112}, true},
 };
 
 // What is drawn for kinds that are not known here.
@@ -41,47 +42,95 @@ std::string iconOf(const Object& view)
     return style.empty() || style == "Icon" ? text::lowerCase(view.text("icon")) : std::string();
 }
 
-bool isOutsideNamePlaced(const Object* label)
+// Whether a label has a place that somebody has seen, or one that covers nothing.
+bool isNamePlaced(const Context& context, const Node& node, const Object* label, const Rect& place)
 {
-    return label && isPlaced(*label) && !label->flag("hidden");
+    if (!label || !isPlaced(*label) || label->flag("hidden"))
+        return false;
+    return !context.isComputed || !place.overlaps(node.rect);
 }
 
-// Room for a name below or beside its icon: where the label stands if it does not cover the icon, else below.
+// Room for a name below or beside its icon: where the label stands, else below.
 void placeName(const Context& context, Node& node)
 {
     const Object* const label = node.view->object("label");
-    const double width = label ? boundedLength(label->number("max_width")) : 0;
+    const double width = label ? widthOfLabel(*label) : 0;
     TextBlock& block = node.blocks.emplace_back();
     block.font = label ? fontOf(*label, node.font) : node.font;
     block.font.isUnderlined = node.font.isUnderlined;
-    block.lines = wrapped(node.name, block.font, std::max(width, usualNameWidth), context.measure);
+    block.lines = wrapped(node.name, block.font, (width > 0 ? width : usualNameWidth) / narrowest, context.measure);
     if (const std::string stereotype = stereotypeOf(*node.view, node.element); !stereotype.empty())
         block.lines.insert(block.lines.begin(), stereotype);
     const Size size = block.size(context.measure);
     const Rect below = rectAround({node.rect.centre().x, node.rect.bottom + gapToName + size.height / 2}, size);
-    node.nameRect = below;
-    if (!isOutsideNamePlaced(label))
+    const Rect place = label ? rectOfLabel(*label, size) : below;
+    node.nameRect = isNamePlaced(context, node, label, place) ? place : below;
+    node.isNamedBelow = node.isNamedBelow && node.nameRect.top >= node.rect.centre().y;
+}
+
+// A place for what stands below the name of an icon: the line about its owner, and its members.
+Rect belowName(const Node& node, Size size)
+{
+    const double x = node.nameRect.centre().x;
+    const double top = node.nameRect.bottom;
+    return {x - size.width / 2, top, x + size.width / 2, top + size.height};
+}
+
+Rect ownerRect(const Context& context, const Node& node)
+{
+    return belowName(node, node.owner.size(context.measure));
+}
+
+double heightOfOwner(const Node& node)
+{
+    return static_cast<double>(node.owner.lines.size()) * node.owner.font.lineHeight();
+}
+
+// The members of an icon stand as one block below its name.
+Rect membersRect(const Context& context, const Node& node)
+{
+    constexpr double gap = 16;
+    Size size;
+    for (const MemberBlock& block : node.members) {
+        const Size each = block.size(context.measure);
+        size = {std::max(size.width, each.width), size.height + each.height};
+    }
+    const Object* const compartment = node.view->object("compartment");
+    const double top = node.nameRect.bottom + heightOfOwner(node) + gap;
+    const double place = compartment && isPlaced(*compartment) ? locationOf(*compartment).y : top;
+    return belowName(node, size).movedBy(0, std::max(place, top - gap) - node.nameRect.bottom);
+}
+
+void drawOutside(const Context& context, const Node& node, Svg& svg)
+{
+    svg.text(node.blocks.back(), node.nameRect, Align::centre, context.measure);
+    if (!node.isNamedBelow)
         return;
-    const Point place = locationOf(*label);
-    const double lines = std::clamp(label->number("nlines", 1), 1.0, 4.0);
-    const bool isCentred = label->integer("anchor_loc") == 1;
-    const double top = isCentred ? place.y - lines * block.font.lineHeight() / 2 : place.y;
-    node.nameRect = {place.x - (isCentred ? size.width / 2 : 0), top, 0, top + size.height};
-    node.nameRect.right = node.nameRect.left + size.width;
-    if (node.nameRect.overlaps(node.rect))
-        node.nameRect = below;
+    svg.text(node.owner, ownerRect(context, node), Align::centre, context.measure);
+    drawCompartments(context, node, membersRect(context, node), false, svg);
+}
+
+// The name below an icon, with the room that lines keep from it.
+Rect nameBlock(const Node& node)
+{
+    return {node.nameRect.left - besideName, node.rect.bottom, node.nameRect.right + besideName,
+            node.nameRect.bottom + heightOfOwner(node)};
+}
+
+Size sizeOfNode(const Node& node)
+{
+    const Size file = sizeOf(*node.view);
+    return {file.width > 0 ? file.width : std::max(node.usual.width, node.least.width),
+            file.height > 0 ? file.height : std::max(node.usual.height, node.least.height)};
 }
 
 Rect placeOf(const Node& node)
 {
     const Size icon = iconSize(node.icon);
-    if (icon.width > 0)
-        return rectAround(locationOf(*node.view), icon);
-    const Size file = sizeOf(*node.view);
-    const Size size = {std::max(file.width > 0 ? file.width : node.usual.width, node.least.width),
-                       std::max(file.height > 0 ? file.height : node.usual.height, node.least.height)};
+    const bool isIcon = icon.width > 0;
+    const Size size = isIcon ? icon : sizeOfNode(node);
     const Rect rect = rectAround(locationOf(*node.view), size);
-    return node.kind->prepare == prepareLabel ? rect.movedBy(size.width / 2, size.height / 2) : rect;
+    return !isIcon && node.kind->prepare == prepareLabel ? rect.movedBy(size.width / 2, size.height / 2) : rect;
 }
 
 } // namespace
@@ -107,6 +156,7 @@ Node nodeOf(const Context& context, const Object& view)
     node.stroke = strokeOf(view);
     node.usual = node.kind->usualSize;
     node.isNamedOutside = node.kind->isNamedOutside;
+    node.isNamedBelow = node.kind->prepare == prepareUseCase;
     node.isPlaced = isPlaced(view);
     node.kind->prepare(context, node);
     node.rect = placeOf(node);
@@ -123,6 +173,18 @@ void moveTo(Node& node, Point centre)
     node.rect = node.rect.movedBy(centre.x - old.x, centre.y - old.y);
     node.nameRect = node.nameRect.movedBy(centre.x - old.x, centre.y - old.y);
     node.isPlaced = true;
+}
+
+bool isCovered(const Node& node, Point point)
+{
+    return node.rect.contains(point) || (node.isNamedBelow && nameBlock(node).contains(point));
+}
+
+Point exitOf(const Node& node, Point inside, Point outside)
+{
+    if (!node.isNamedBelow)
+        return clipped(node.rect, node.outline, inside, outside);
+    return clipped(node.rect, nameBlock(node), inside, outside);
 }
 
 Rect roomOf(const Node& node)
@@ -148,7 +210,7 @@ void drawNode(const Context& context, const Node& node, Svg& svg)
     beginItem(svg, *node.view, node.element);
     node.kind->draw(context, node, svg);
     if (node.isNamedOutside)
-        svg.text(node.blocks.back(), node.nameRect, Align::centre, context.measure);
+        drawOutside(context, node, svg);
     svg.endGroup();
 }
 

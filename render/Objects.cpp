@@ -6,7 +6,9 @@ namespace render {
 
 namespace {
 
-constexpr double focusWidth = 32;
+constexpr double focusWidth = 30;
+constexpr double headHalf = 80;       // of the box of a lifeline, around its place
+constexpr double belowIcon = 100;     // where a lifeline begins that has an icon
 constexpr double leastLifeline = 200; // of those whose height the file leaves open
 constexpr double gapToName = 8;
 constexpr double behind = 14; // of the second box of a multi-object
@@ -24,8 +26,11 @@ std::string className(const Context& context, const Object& object)
     return found ? cleanText(reader::shownName(*found)) : lastPart(lineOf(object, "class"));
 }
 
-void addName(const Context& context, Node& node, double width)
+void addName(const Context& context, Node& node, double otherwise)
 {
+    const Object* const label = node.view->object("label");
+    const double given = label && !context.isComputed ? widthOfLabel(*label) / narrowest : 0;
+    const double width = given > 0 ? given : otherwise;
     node.font.isUnderlined = true;
     TextBlock block;
     block.font = node.font;
@@ -73,7 +78,7 @@ void prepareLifeline(const Context& context, Node& node)
 {
     node.name = objectName(context, *node.view, node.element);
     const double width = sizeOf(*node.view).width;
-    addName(context, node, width > 0 ? std::max(width, 200.0) - padding : 0);
+    addName(context, node, width > 0 ? (width - 2 * sidePadding) / narrowest : 0);
     const Size size = node.blocks.front().size(context.measure);
     node.least = {size.width + 2 * padding, size.height + 2 * padding};
     node.isNamedOutside = iconSize(node.icon).width > 0;
@@ -82,39 +87,56 @@ void prepareLifeline(const Context& context, Node& node)
 void placeLifeline(const Context& context, Node& node)
 {
     const Point place = locationOf(*node.view);
-    const Size file = sizeOf(*node.view);
-    const Size head = {std::max(node.least.width, file.width > 0 ? file.width - 2 * padding : node.usual.width),
-                       std::max(node.least.height, node.usual.height)};
-    node.rect = rectAround(place, head);
+    const double width = sizeOf(*node.view).width;
+    node.rect = rectAround(place, {width > 0 ? width : std::max(node.usual.width, node.least.width), 2 * headHalf});
     if (!node.isNamedOutside)
         return;
     const Object* const label = node.view->object("label");
     const Size name = node.blocks.front().size(context.measure);
-    const double middle = label && isPlaced(*label) ? locationOf(*label).y : place.y + node.font.lineHeight();
-    const double top = middle - node.font.lineHeight();
-    node.nameRect = {place.x - name.width / 2, top, place.x + name.width / 2, top + name.height};
+    const Rect below = {place.x - name.width / 2, place.y, place.x + name.width / 2, place.y + name.height};
+    node.nameRect = label && isPlaced(*label) ? rectOfLabel(*label, name) : below;
     const Size icon = iconSize(node.icon);
-    node.rect = rectAround({place.x, top - gapToName - icon.height / 2}, icon);
+    node.rect = rectAround({place.x, node.nameRect.top - gapToName - icon.height / 2}, icon);
 }
 
-void drawLifeline(const Context& context, const Node& node, Svg& svg)
+namespace {
+
+// Bars of activity; those within another are not drawn, but the other is as long as they need.
+std::vector<Rect> barsOf(const Object& lifeline)
 {
-    const double x = node.rect.centre().x;
-    const double top = node.isNamedOutside ? node.nameRect.bottom : node.rect.bottom;
-    const double height = sizeOf(*node.view).height;
-    double end = locationOf(*node.view).y + height;
     std::vector<Rect> bars;
-    reader::forEachObject(*node.view, [&](const Object& focus) {
+    const Object* outer = nullptr;
+    reader::forEachObject(lifeline, [&](const Object& focus) {
         if (!focus.is("Focus_Of_Control"))
             return;
         const Point start = locationOf(focus);
-        const double length = boundedLength(focus.number("height"));
-        bars.push_back({start.x - focusWidth / 2, start.y, start.x + focusWidth / 2, start.y + length});
-        end = std::max(end, start.y + length);
+        const double end = start.y + boundedLength(focus.number("height"));
+        const bool isNested = outer && (focus.flag("Nested") || focus.parent() == outer);
+        if (isNested) {
+            bars.back().top = std::min(bars.back().top, start.y);
+            bars.back().bottom = std::max(bars.back().bottom, end);
+        } else {
+            bars.push_back({start.x - focusWidth / 2, start.y, start.x + focusWidth / 2, end});
+            outer = &focus;
+        }
     });
-    Stroke dashed = node.stroke;
-    dashed.isDashed = true;
-    svg.line({{x, top}, {x, std::max(end, height > 0 ? top : top + leastLifeline)}}, dashed);
+    return bars;
+}
+
+} // namespace
+
+void drawLifeline(const Context& context, const Node& node, Svg& svg)
+{
+    const Point place = locationOf(*node.view);
+    const double x = node.rect.centre().x;
+    const double top = node.isNamedOutside ? std::max(place.y + belowIcon, node.nameRect.bottom) : node.rect.bottom;
+    const double height = sizeOf(*node.view).height;
+    const std::vector<Rect> bars = barsOf(*node.view);
+    double end = place.y + height;
+    for (const Rect& bar : bars)
+        end = std::max(end, bar.bottom);
+    constexpr std::uint32_t black = 0;
+    svg.line({{x, top}, {x, std::max(end, height > 0 ? top : top + leastLifeline)}}, {black, std::nullopt, true});
     for (const Rect& bar : bars)
         svg.rectangle(bar, {node.stroke.line, 0xFFFFFF});
     if (drawIcon(node.icon, node.rect, node.stroke, svg))

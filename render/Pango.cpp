@@ -13,7 +13,7 @@ namespace render {
 
 namespace {
 
-constexpr double dotsPerInch = 300; // a unit of the file is a dot
+constexpr double dotsPerInch = Font::unitsPerPoint * 72; // a unit of the file is a dot
 
 // Longer lines are not measured letter by letter: nobody reads them.
 constexpr std::size_t longestLine = 4000;

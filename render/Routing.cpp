@@ -1,3 +1,4 @@
+#include "render/Detour.h"
 #include "render/Scene.h"
 
 #include <algorithm>
@@ -10,6 +11,7 @@ namespace {
 constexpr double nearEnough = 60; // of a line's end to its box
 constexpr double loopWidth = 120; // of a line that ends where it starts
 constexpr double loopHeight = 90;
+constexpr double loopReach = 57;  // of a transition to the same state, to each side
 constexpr double treeHeight = 90; // of an inheritance tree that the file gives no place
 constexpr LineKind lineKinds[] = {
     {"AnchorView", true, LineEnd::none},
@@ -32,17 +34,20 @@ constexpr LineKind lineKinds[] = {
     {"UsesView", true, LineEnd::openArrow},
 };
 
-// Starts `path` at the border of the box that its first point is in or near.
+// Starts `path` at the border of what its first point is in or near.
 void attachStart(Path& path, const Node& node, bool isByCentre)
 {
-    const Rect& rect = node.rect;
-    while (path.size() > 2 && rect.contains(path[1]))
+    while (path.size() > 2 && isCovered(node, path[1]))
         path.erase(path.begin());
-    const Point inside = isByCentre ? rect.centre() : clampedInto(rect.grownBy(-1), path.front());
+    Point inside = node.rect.centre();
+    if (!isByCentre && !isCovered(node, path.front()))
+        inside = clampedInto(node.rect.grownBy(-1), path.front());
+    else if (!isByCentre)
+        inside = path.front();
     if (!isByCentre && distance(inside, path.front()) > nearEnough)
         path.insert(path.begin(), inside);
-    if (!rect.contains(path[1]))
-        path.front() = clipped(rect, node.outline, inside, path[1]);
+    if (!isCovered(node, path[1]))
+        path.front() = exitOf(node, inside, path[1]);
 }
 
 void attachEnd(Path& path, const Node& node, bool isByCentre)
@@ -77,14 +82,25 @@ Path halfLoop(const Rect& rect, Point place, double step)
     return {place, {place.x, y}, {edge, y}};
 }
 
+// Half an ellipse from a side of a box to that side again, over `place`.
 Path loop(const Rect& rect, Point place)
 {
+    constexpr int pieces = 24;
+    constexpr double pi = 3.14159265358979323846;
     if (rect.contains(place))
         place = {rect.centre().x, rect.top - loopHeight};
-    Path path = halfLoop(rect, place, -loopWidth / 2);
-    std::reverse(path.begin(), path.end());
-    const Path second = halfLoop(rect, place, loopWidth / 2);
-    path.insert(path.end(), second.begin() + 1, second.end());
+    const Side side = sideOf(rect, place);
+    const bool isUpright = side == Side::above || side == Side::below;
+    const Point foot = clampedInto(rect, place);
+    const Point middle = isUpright ? Point{place.x, foot.y} : Point{foot.x, place.y};
+    Path path;
+    for (int i = 0; i <= pieces; ++i) {
+        const double angle = pi * i / pieces;
+        const double along = -std::cos(angle) * loopReach;
+        const double up = std::sin(angle);
+        path.push_back(isUpright ? Point{middle.x + along, middle.y + up * (place.y - middle.y)}
+                                 : Point{middle.x + up * (place.x - middle.x), middle.y + along});
+    }
     return path;
 }
 
@@ -206,7 +222,11 @@ void Scene::findJunction(const Object& association)
     const Node& second = *nodes[1];
     const Point a = first.rect.centre();
     const Point b = second.rect.centre();
-    junction.place = between(clipped(first.rect, first.outline, a, b), clipped(second.rect, second.outline, b, a), 0.5);
+    junction.way = wayAround(a, b, &first, &second);
+    if (!junction.way.empty())
+        junction.place = placeOn(junction.way, 0.5).point;
+    else
+        junction.place = between(exitOf(first, a, b), exitOf(second, b, a), 0.5);
 }
 
 const Scene::Junction* Scene::junctionAt(const Object& association) const
@@ -233,13 +253,18 @@ Path Scene::pathOf(const Line& line) const
         return branchPath(view, *client.node, *tree);
     const Junction* const junction = view.is("RoleView") && view.parent() ? junctionAt(*view.parent()) : nullptr;
     Path path = junction && !junction->isPlaced ? Path() : pointsOf(view);
-    const bool isByCentre = path.empty();
+    bool isByCentre = path.empty();
     if (isByCentre && (!client.isKnown || !supplier.isKnown))
         return path;
     if (isByCentre && client.node && client.node == supplier.node)
         return loop(client.node->rect, locationOf(view));
     if (isByCentre && junction && junction->isLoop && supplier.node)
         return selfRolePath(view, *supplier.node, *junction);
+    if (isByCentre && junction && !junction->way.empty())
+        path = junction->firstRole == &view ? reversed(partOf(junction->way, 0, 0.5)) : partOf(junction->way, 0.5, 1);
+    else if (isByCentre)
+        path = wayAround(client.place, supplier.place, client.node, supplier.node);
+    isByCentre = isByCentre && path.empty();
     if (isByCentre)
         path = {client.place, supplier.place};
     if (client.node)
@@ -247,6 +272,41 @@ Path Scene::pathOf(const Line& line) const
     if (supplier.node)
         attachEnd(path, *supplier.node, isByCentre);
     return path;
+}
+
+Path Scene::wayAround(Point from, Point to, const Node* first, const Node* second) const
+{
+    if (!common.isComputed || waysLeft == 0 || comparisonsLeft < allNodes.size())
+        return {};
+    comparisonsLeft -= allNodes.size();
+    std::vector<Rect> boxes;
+    bool isCrossed = false;
+    for (const Node& node : allNodes) {
+        if (&node == first || &node == second || !node.isPlaced || node.rect.contains(from) || node.rect.contains(to))
+            continue;
+        boxes.push_back(roomOf(node));
+        isCrossed = isCrossed || crosses({from, to}, boxes.back());
+    }
+    if (!isCrossed)
+        return {};
+    --waysLeft;
+    return detour(boxes, from, to);
+}
+
+Path Scene::wholePathOf(const Object& association) const
+{
+    Path whole;
+    for (const Object* const role : association.objects("roleview_list")) {
+        const auto found = lineByView.find(role);
+        if (found == lineByView.end())
+            continue;
+        const Path& path = allLines[found->second].path;
+        if (whole.empty())
+            whole.assign(path.rbegin(), path.rend());
+        else
+            whole.insert(whole.end(), path.begin(), path.end());
+    }
+    return whole;
 }
 
 Path Scene::selfRolePath(const Object& role, const Node& node, const Junction& junction)
@@ -269,7 +329,7 @@ Path Scene::treePath(const Object& tree) const
         return {};
     const Point start = treePoint(tree);
     const Point inside = clampedInto(supplier->rect.grownBy(-1), start);
-    return {start, clipped(supplier->rect, supplier->outline, inside, start)};
+    return {start, exitOf(*supplier, inside, start)};
 }
 
 // From a subtype straight to the line that the tree's branches share, and along it to the tree's point.
@@ -287,9 +347,9 @@ Path Scene::branchPath(const Object& view, const Node& client, const Object& tre
         inside.x = std::clamp(points.empty() ? inside.x : points.front().x, inner.left, inner.right);
         corner = {inside.x, root.y};
     }
-    if (client.rect.contains(corner))
-        return {clipped(client.rect, client.outline, inner.centre(), root), root};
-    return {clipped(client.rect, client.outline, inside, corner), corner, root};
+    if (isCovered(client, corner))
+        return {exitOf(client, inner.centre(), root), root};
+    return {exitOf(client, inside, corner), corner, root};
 }
 
 // The qualifiers by which objects of a role are found stand at the other end, in a box between the class and the line.

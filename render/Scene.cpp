@@ -11,7 +11,9 @@ namespace {
 constexpr double gap = 120;    // between boxes that the file gives no place
 constexpr double noteGap = 60; // between a note and what it is attached to
 constexpr double usualLane = 600;
-constexpr double clearance = 12;       // around what is in a note's way
+constexpr double clearance = 12; // around what is in a note's way
+constexpr std::size_t mostWays = 300;
+constexpr std::size_t mostComparisons = 20000000;
 constexpr std::size_t mostNotes = 200; // that a free place is looked for; the others stand below
 
 bool isText(const Node& node)
@@ -26,7 +28,7 @@ Rect united(const Rect& a, const Rect& b)
 
 } // namespace
 
-Scene::Scene(const Context& context) : common(context)
+Scene::Scene(const Context& context) : common(context), waysLeft(mostWays), comparisonsLeft(mostComparisons)
 {
     std::set<std::string_view> unknown;
     std::size_t tooLong = 0;
@@ -87,8 +89,12 @@ void Scene::addLine(const Object& view, const LineKind& kind)
 
 void Scene::addRoles(const Object& association)
 {
-    for (const Object* const role : association.objects("roleview_list"))
+    constexpr std::uint32_t black = 0;
+    const std::uint32_t colour = association.has("line_color") ? strokeOf(association).line : black;
+    for (const Object* const role : association.objects("roleview_list")) {
         addLine(*role, {role->kind(), false, LineEnd::none});
+        allLines.back().stroke.line = colour;
+    }
 }
 
 const Node* Scene::nodeOf(const Object& view, std::string_view key) const
@@ -152,7 +158,10 @@ bool Scene::isFree(const Rect& rect) const
 {
     const Rect wanted = rect.grownBy(clearance);
     const auto isInTheWay = [&](const Node& node) { return node.isPlaced && roomOf(node).overlaps(wanted); };
-    const auto crosses = [&](const Line& line) { return render::crosses(line.path, wanted); };
+    const auto crosses = [&](const Line& line) {
+        return render::crosses(line.path, wanted) ||
+               (!line.qualifiers.lines.empty() && line.qualifierRect.overlaps(wanted));
+    };
     return std::none_of(allNodes.begin(), allNodes.end(), isInTheWay) &&
            std::none_of(allLines.begin(), allLines.end(), crosses);
 }
@@ -173,19 +182,22 @@ std::optional<Point> Scene::freePlaceBeside(const Rect& target, Size size) const
     return std::nullopt;
 }
 
-// Lanes stand beside each other from the left, as high as what the diagram shows.
+// Lanes stand where they say or beside each other, as high as what the diagram shows.
 void Scene::arrangeLanes()
 {
-    const Rect taken = room();
-    Rect lane = {0, std::min(0.0, taken.top - 2 * laneTitle), 0, taken.bottom + laneTitle};
+    Rect rect = {0, -laneTitle, 0, std::max(room().bottom, 0.0) + laneTitle};
+    const Object* last = nullptr;
     for (const Object* const view : otherViews) {
         if (!view->is("Swimlane"))
             continue;
         const double width = sizeOf(*view).width;
-        lane.left = lane.right;
-        lane.right = boundedPlace(lane.left + (width > 0 ? width : usualLane));
-        lanes.emplace(view, lane);
+        rect.left = view->has("location") ? locationOf(*view).x : rect.right;
+        rect.right = boundedPlace(rect.left + (width > 0 ? width : usualLane));
+        lanes.emplace(view, Lane{rect, last == nullptr, true});
+        last = view;
     }
+    if (last && nameOf(*last, common.index.element(*last).element).empty())
+        lanes.at(last).isShown = false;
 }
 
 void Scene::arrangeNotes()

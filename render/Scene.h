@@ -9,8 +9,14 @@
 
 namespace render {
 
-/// Height of the title of a swimlane.
-inline constexpr double laneTitle = 70;
+/// Height of the title of a swimlane, which is above everything else.
+inline constexpr double laneTitle = 60;
+
+struct Lane {
+    Rect rect;
+    bool isFirst = false;
+    bool isShown = true; ///< not the last if it has no name
+};
 
 /// What a line ends with at its supplier.
 enum class LineEnd : std::uint8_t { none, openArrow, filledArrow, halfArrow, triangle, diamond, filledDiamond };
@@ -49,7 +55,9 @@ public:
     [[nodiscard]] const Path* pathOf(const Object& view, std::string_view key) const;
     /// Where the roles of an association meet.
     [[nodiscard]] Point junctionOf(const Object& association) const;
-    [[nodiscard]] Rect laneOf(const Object& swimlane) const { return lanes.at(&swimlane); }
+    /// The line of an association from one end to the other, through its roles.
+    [[nodiscard]] Path wholePathOf(const Object& association) const;
+    [[nodiscard]] const Lane& laneOf(const Object& swimlane) const { return lanes.at(&swimlane); }
 
 private:
     struct End {
@@ -64,6 +72,7 @@ private:
         bool isPlaced = false; ///< the file says where
         bool isLoop = false;   ///< all roles end at one node
         const Object* firstRole = nullptr;
+        Path way; ///< from the first box to the second where a straight line would cross others
     };
 
     void add(const Object& view);
@@ -87,6 +96,8 @@ private:
     [[nodiscard]] Path treePath(const Object& tree) const;
     [[nodiscard]] Path branchPath(const Object& view, const Node& client, const Object& tree) const;
     void findJunction(const Object& association);
+    /// From a point to another around boxes, if the exporter left the way open and a straight line would cross one.
+    [[nodiscard]] Path wayAround(Point from, Point to, const Node* first, const Node* second) const;
     [[nodiscard]] const Junction* junctionAt(const Object& association) const;
     [[nodiscard]] static Path selfRolePath(const Object& role, const Node& node, const Junction& junction);
     [[nodiscard]] Point treePoint(const Object& tree) const;
@@ -100,7 +111,11 @@ private:
     std::unordered_map<const Object*, Node*> nodeByView;
     std::unordered_map<const Object*, std::size_t> lineByView;
     std::unordered_map<const Object*, Junction> junctions;
-    std::unordered_map<const Object*, Rect> lanes;
+    std::unordered_map<const Object*, Lane> lanes;
+    // What looking for ways around boxes may still cost: ways, each as long as a picture of a few boxes, and boxes that
+    // are compared with lines.
+    mutable std::size_t waysLeft;
+    mutable std::size_t comparisonsLeft;
 };
 
 [[nodiscard]] const LineKind* lineKindOf(const Object& view);
@@ -108,31 +123,9 @@ private:
 /// The message that a view shows, by its label, or null.
 [[nodiscard]] const Object* messageOf(const Context& context, const Object& view);
 
-/// Draws the texts of lines and messages, none over another.
-class Labels {
-public:
-    Labels(const Scene& scene, Svg& svg) : scene(scene), svg(svg) {}
-
-    /// `number` is in front of the text.
-    void draw(const Object& view, const Path& path, const std::string& number = "");
-
-private:
-    void drawOne(const Object& view, const Object& label, const Path& path, const std::string& number);
-    [[nodiscard]] Rect rectOf(const Object& view, const Object& label, const Path& path, Size size) const;
-    [[nodiscard]] Rect clearOfEnds(const Object& view, Rect rect) const;
-    [[nodiscard]] Rect moved(Rect rect) const;
-
-    const Scene& scene;
-    Svg& svg;
-    std::vector<Rect> taken;
-};
-
-void drawLine(const Context& context, const Line& line, Svg& svg, Labels& labels);
-/// Associations, swimlanes, messages; `number` is that of a message in its diagram.
-void drawOther(const Scene& scene, const Object& view, const std::string& number, Svg& svg, Labels& labels);
-/// Whether such a view is drawn by drawOther.
-[[nodiscard]] bool isOther(const Object& view);
 /// A line with its end.
 void drawPath(const Path& path, const Stroke& stroke, LineEnd end, Svg& svg);
+/// Whether such a view is drawn by drawOther.
+[[nodiscard]] bool isOther(const Object& view);
 
 } // namespace render

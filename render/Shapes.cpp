@@ -6,13 +6,12 @@ namespace render {
 
 namespace {
 
-constexpr double fold = 24;          // corner of a note
-constexpr double depth = 36;         // of a node of the deployment view
-constexpr Size socket = {60, 32};    // of a component
+constexpr double fold = 34;          // corner of a note
+constexpr double noteTop = 6;        // from the edge of a note to its text
+constexpr double noteRight = 48;     // what Rose keeps free right of it
 constexpr double widestNote = 600;   // of those whose size the file leaves open
 constexpr double widestLabel = 2400; // of texts that stand free
 constexpr double narrowestText = 1;  // a width of 0 would break no lines
-constexpr double tolerance = 1.08;   // fonts of other machines differ a little
 
 const reader::Value& labelOf(const Object& view)
 {
@@ -23,7 +22,14 @@ const reader::Value& labelOf(const Object& view)
 double labelWidth(const Object& view)
 {
     const Object* const label = view.object("label");
-    return boundedLength((label ? *label : view).number("max_width"));
+    return widthOfLabel(label ? *label : view);
+}
+
+// Where a name is broken: as in Rose where that has seen it.
+double nameWidth(const Context& context, const Node& node, double otherwise)
+{
+    const double width = labelWidth(*node.view);
+    return (!context.isComputed && width > 0 ? width : std::max(otherwise, narrowestText)) / narrowest;
 }
 
 // Stereotype, name and `more` as one block of centred lines, the name broken to fit `width`.
@@ -33,7 +39,7 @@ void addHead(const Context& context, Node& node, double width)
     block.font = node.font;
     if (const std::string stereotype = stereotypeOf(*node.view, node.element); !stereotype.empty())
         block.lines.push_back(stereotype);
-    for (std::string& line : wrapped(node.name, node.font, width, context.measure))
+    for (std::string& line : wrapped(node.name, node.font, nameWidth(context, node, width), context.measure))
         block.lines.push_back(std::move(line));
     node.blocks.push_back(std::move(block));
 }
@@ -42,6 +48,15 @@ double widthOr(const Object& view, double otherwise)
 {
     const Size size = sizeOf(view);
     return size.width > 0 ? size.width : otherwise;
+}
+
+// As much of a text as there is room for between the sides of a box.
+Rect movedInto(const Rect& box, Rect text)
+{
+    text = text.movedBy(std::max(0.0, box.left - text.left), 0);
+    text = text.movedBy(std::min(0.0, box.right - text.right), 0);
+    text.left = std::max(text.left, box.left);
+    return text;
 }
 
 Stroke filled(const Stroke& stroke)
@@ -55,9 +70,19 @@ void drawCentred(const Context& context, const Node& node, const Rect& rect, Svg
 {
     if (node.blocks.empty())
         return;
-    const TextBlock& block = node.blocks.front();
-    const double above = std::max(0.0, (rect.height() - block.size(context.measure).height) / 2);
-    svg.text(block, {rect.left, rect.top + above, rect.right, rect.bottom}, Align::centre, context.measure);
+    const Rect inside = {rect.left + 3, rect.top, rect.right - 3, rect.bottom};
+    TextBlock block = node.blocks.front();
+    block.cutTo(inside.height());
+    const Size size = block.size(context.measure);
+    const double above = std::max(0.0, (inside.height() - size.height) / 2);
+    Rect place = {inside.left, inside.top + above, inside.right, inside.bottom};
+    const Object* const label = node.view->object("label");
+    if (label && !context.isComputed && isPlaced(*label)) {
+        place = rectOfLabel(*label, size);
+        if (node.rect.contains(place.centre()))
+            place = movedInto(inside, place);
+    }
+    svg.text(block, place, Align::centre, context.measure);
 }
 
 void prepareBox(const Context& context, Node& node)
@@ -81,7 +106,7 @@ void prepareLabel(const Context& context, Node& node)
     block.font = node.font;
     const double width = labelWidth(*node.view);
     block.lines = wrapped(cleanText(labelOf(*node.view).asText(), true), node.font,
-                          std::min((width > 0 ? width : widestNote) * tolerance, widestLabel), context.measure);
+                          std::min((width > 0 ? width : widestNote) / narrowest, widestLabel), context.measure);
     node.least = block.size(context.measure);
     node.blocks.push_back(std::move(block));
 }
@@ -93,26 +118,33 @@ void drawLabel(const Context& context, const Node& node, Svg& svg)
 
 void prepareNote(const Context& context, Node& node)
 {
-    const double width = widthOr(*node.view, std::max(labelWidth(*node.view), node.usual.width));
+    const double file = sizeOf(*node.view).width;
+    const double label = labelWidth(*node.view);
+    const double free = (file > 0 ? file : std::max(node.usual.width, label)) - 2 * padding;
+    const double width = context.isComputed || label == 0 ? free : label;
     TextBlock block;
     block.font = node.font;
     block.lines = wrapped(cleanText(labelOf(*node.view).asText(), true), node.font,
-                          std::max(width - 2 * padding, narrowestText), context.measure);
+                          std::max(width, narrowestText) / narrowest, context.measure);
     const Size size = block.size(context.measure);
-    node.least = {size.width + 2 * padding, size.height + 2 * padding};
-    node.usual = {std::min(node.usual.width, size.width + 2 * padding + fold), size.height + 2 * padding};
+    node.least = {size.width + 2 * padding, size.height + 2 * noteTop};
+    node.usual = {size.width + padding + noteRight, node.least.height};
     node.blocks.push_back(std::move(block));
 }
 
 void drawNote(const Context& context, const Node& node, Svg& svg)
 {
     const Rect& rect = node.rect;
-    const Point left = {rect.right - fold, rect.top};
-    const Point lower = {rect.right, rect.top + fold};
+    const double corner = std::min({fold, rect.width(), rect.height()});
+    const Point left = {rect.right - corner, rect.top};
+    const Point lower = {rect.right, rect.top + corner};
     svg.polygon({{rect.left, rect.top}, left, lower, {rect.right, rect.bottom}, {rect.left, rect.bottom}}, node.stroke);
     svg.line({left, {left.x, lower.y}, lower}, node.stroke);
-    const Rect inside = {rect.left + padding, rect.top + padding, rect.right, rect.bottom};
-    svg.text(node.blocks.front(), inside, Align::left, context.measure);
+    TextBlock block = node.blocks.front();
+    block.cutTo(rect.height() - noteTop);
+    const double indentation = std::min(padding, rect.width() / 4);
+    svg.text(block, {rect.left + indentation, rect.top + noteTop, rect.right - 3, rect.bottom}, Align::left,
+             context.measure);
 }
 
 void preparePackage(const Context& context, Node& node)
@@ -132,11 +164,13 @@ void drawPackage(const Context& context, const Node& node, Svg& svg)
     drawCentred(context, node, body, svg);
 }
 
-void prepareUseCase(const Context& /*context*/, Node& node)
+void prepareUseCase(const Context& context, Node& node)
 {
-    const Size size = sizeOf(*node.view);
-    node.usual = {size.height > 0 ? 2 * size.height : node.usual.width, node.usual.height};
+    const Size usual = node.usual;
+    const double height = sizeOf(*node.view).height;
+    node.usual.width = height > 0 ? usual.width / usual.height * height : usual.width;
     node.outline = Outline::ellipse;
+    node.owner = ownerOf(context, *node.view, node.element, node.font);
 }
 
 void drawUseCase(const Context& /*context*/, const Node& node, Svg& svg)
@@ -144,17 +178,37 @@ void drawUseCase(const Context& /*context*/, const Node& node, Svg& svg)
     svg.ellipse(node.rect, node.stroke);
 }
 
+namespace {
+
+// Parts of the width and height of a component.
+constexpr double bodyLeft = 0.1425;
+constexpr Size socket = {0.285, 0.2};
+constexpr double socketTops[] = {0.2, 0.6};
+
+// Of a node of the deployment view: how far its back stands up and to the right, and its upper left corner to the
+// right.
+constexpr double sideWidth = 0.06;
+constexpr double sideHeight = 0.034;
+constexpr double backLeft = 0.083;
+
+Rect frontOf(const Rect& rect)
+{
+    return {rect.left, rect.top + sideHeight * rect.height(), rect.right - sideWidth * rect.width(), rect.bottom};
+}
+
+} // namespace
+
 void prepareComponent(const Context& context, Node& node)
 {
     if (iconSize(node.icon).width > 0) {
         prepareClass(context, node);
         return;
     }
-    addHead(context, node, std::max(widthOr(*node.view, node.usual.width) - socket.width - 2 * padding, 200.0));
+    addHead(context, node, widthOr(*node.view, node.usual.width) * (1 - socket.width) - 2 * sidePadding);
     if (const std::string icon = lineOf(*node.view, "icon"); !icon.empty())
-        node.blocks.front().lines.insert(node.blocks.front().lines.begin(), withGuillemets("<<" + icon + ">>"));
+        node.blocks.front().lines.insert(node.blocks.front().lines.begin(), "<<" + icon + ">>");
     const Size size = sizeOfBlocks(context, node);
-    node.least = {size.width + socket.width + 2 * padding, std::max(size.height, 5 * socket.height)};
+    node.least = {(size.width + 2 * sidePadding) / (1 - socket.width), size.height + padding};
 }
 
 void drawComponent(const Context& context, const Node& node, Svg& svg)
@@ -162,18 +216,19 @@ void drawComponent(const Context& context, const Node& node, Svg& svg)
     if (drawIcon(node.icon, node.rect, node.stroke, svg))
         return;
     const Rect& rect = node.rect;
-    const Rect body = {rect.left + socket.width / 2, rect.top, rect.right, rect.bottom};
+    const Rect body = {rect.left + bodyLeft * rect.width(), rect.top, rect.right, rect.bottom};
     svg.rectangle(body, node.stroke);
-    for (const double part : {0.2, 0.6}) {
+    for (const double part : socketTops) {
         const double top = rect.top + part * rect.height();
-        svg.rectangle({rect.left, top, rect.left + socket.width, top + socket.height}, node.stroke);
+        svg.rectangle({rect.left, top, rect.left + socket.width * rect.width(), top + socket.height * rect.height()},
+                      node.stroke);
     }
-    drawCentred(context, node, {rect.left + socket.width, rect.top, rect.right, rect.bottom}, svg);
+    drawCentred(context, node, {rect.left + socket.width * rect.width(), rect.top, rect.right, rect.bottom}, svg);
 }
 
 void prepareDeployed(const Context& context, Node& node)
 {
-    addHead(context, node, widthOr(*node.view, node.usual.width) - depth - 2 * padding);
+    addHead(context, node, widthOr(*node.view, node.usual.width) * (1 - sideWidth) - 2 * sidePadding);
     if (node.element && node.element->has("processes")) {
         TextBlock processes;
         processes.font = node.font;
@@ -181,20 +236,22 @@ void prepareDeployed(const Context& context, Node& node)
                  [](const Object& process) { return cleanText(process.name()); });
         node.blocks.push_back(std::move(processes));
     }
-    const Size size = sizeOfBlocks(context, node);
-    node.least = {size.width + depth + 2 * padding, node.blocks.front().size(context.measure).height + depth + padding};
+    const Size size = node.blocks.front().size(context.measure);
+    node.least = {(size.width + 2 * sidePadding) / (1 - sideWidth), size.height / (1 - sideHeight) + padding};
 }
 
 void drawDevice(const Context& context, const Node& node, Svg& svg)
 {
     const Rect& rect = node.rect;
-    const Rect front = {rect.left, rect.top + depth, rect.right - depth, rect.bottom};
-    svg.polygon(
-        {{front.left, front.top}, {rect.left + depth, rect.top}, {rect.right, rect.top}, {front.right, front.top}},
-        node.stroke);
+    const Rect front = frontOf(rect);
+    svg.polygon({{front.left, front.top},
+                 {rect.left + backLeft * rect.width(), rect.top},
+                 {rect.right, rect.top},
+                 {front.right, front.top}},
+                node.stroke);
     svg.polygon({{front.right, front.top},
                  {rect.right, rect.top},
-                 {rect.right, rect.bottom - depth},
+                 {rect.right, rect.bottom - (front.top - rect.top)},
                  {front.right, front.bottom}},
                 node.stroke);
     svg.rectangle(front, node.stroke);
@@ -204,15 +261,18 @@ void drawDevice(const Context& context, const Node& node, Svg& svg)
 // A device with shaded sides, the processes that run on it below.
 void drawProcessor(const Context& context, const Node& node, Svg& svg)
 {
+    constexpr std::uint32_t grey = 0x808080;
     Node shaded = node;
-    shaded.stroke = filled(node.stroke);
+    shaded.stroke.fill = grey;
     drawDevice(context, shaded, svg);
-    const Rect front = {node.rect.left, node.rect.top + depth, node.rect.right - depth, node.rect.bottom};
+    const Rect front = frontOf(node.rect);
     svg.rectangle(front, node.stroke);
     drawCentred(context, node, front, svg);
-    if (node.blocks.size() > 1)
-        svg.text(node.blocks[1], {node.rect.left, node.rect.bottom + padding, node.rect.right, 0}, Align::left,
-                 context.measure);
+    if (node.blocks.size() < 2)
+        return;
+    const double top = node.rect.bottom + padding;
+    const double width = node.blocks[1].size(context.measure).width;
+    svg.text(node.blocks[1], {node.rect.left, top, node.rect.left + width, top}, Align::left, context.measure);
 }
 
 void prepareDecision(const Context& /*context*/, Node& node)

@@ -6,9 +6,10 @@ namespace render {
 
 namespace {
 
-constexpr double cornerOfState = 30;
-constexpr double startSize = 44;
-constexpr double endSize = 56;
+constexpr double startSize = 60;
+constexpr double endSize = 81;
+constexpr double endInside = 60; // the black part
+constexpr std::uint32_t black = 0;
 
 enum class StateKind : std::uint8_t { normal, start, end };
 
@@ -44,19 +45,10 @@ void drawActions(const Context& context, const Node& node, Svg& svg)
     svg.line({{node.rect.left, top}, {node.rect.right, top}}, node.stroke);
     svg.text(node.blocks.front(), {node.rect.left, node.rect.top + padding / 2, node.rect.right, top}, Align::centre,
              context.measure);
-    svg.text(node.blocks[1], {node.rect.left + 2 * padding, top + padding / 2, node.rect.right, node.rect.bottom},
+    TextBlock actions = node.blocks[1];
+    actions.cutTo(node.rect.bottom - top);
+    svg.text(actions, {node.rect.left + 2 * padding, top + padding / 2, node.rect.right - 3, node.rect.bottom},
              Align::left, context.measure);
-}
-
-// Around where the label stands, above what stands in the state; the whole state if the file does not say.
-Rect nameRoom(const Node& node)
-{
-    const Object* const label = node.view->object("label");
-    if (!label || !isPlaced(*label) || !node.rect.contains(locationOf(*label)))
-        return node.rect;
-    const double y = locationOf(*label).y;
-    const double half = std::max(node.font.lineHeight() / 2, std::min(y - node.rect.top, node.rect.bottom - y));
-    return {node.rect.left, y - half, node.rect.right, y + half};
 }
 
 void drawRounded(const Context& context, const Node& node, double radius, Svg& svg)
@@ -65,7 +57,7 @@ void drawRounded(const Context& context, const Node& node, double radius, Svg& s
     if (node.blocks.size() > 1)
         drawActions(context, node, svg);
     else
-        drawCentred(context, node, nameRoom(node), svg);
+        drawCentred(context, node, node.rect, svg);
 }
 
 } // namespace
@@ -78,6 +70,7 @@ void prepareState(const Context& context, Node& node)
         return;
     }
     prepareBox(context, node);
+    node.outline = node.view->is("ActivityStateView") ? Outline::capsule : Outline::rounded;
     TextBlock actions;
     actions.font = node.font;
     if (node.element)
@@ -92,13 +85,14 @@ void drawState(const Context& context, const Node& node, Svg& svg)
 {
     const StateKind kind = kindOf(node);
     if (kind == StateKind::normal) {
-        drawRounded(context, node, cornerOfState, svg);
+        drawRounded(context, node, cornerRadius, svg);
         return;
     }
-    const Stroke solid = {node.stroke.line, node.stroke.line, false, node.stroke.width};
+    const Stroke solid = {black, black, false, node.stroke.width};
+    const double margin = (1 - endInside / endSize) / 2;
     if (kind == StateKind::end)
-        svg.ellipse(node.rect, node.stroke);
-    svg.ellipse(kind == StateKind::end ? node.rect.grownBy(-padding) : node.rect, solid);
+        svg.ellipse(node.rect, {black, node.stroke.fill, false, node.stroke.width});
+    svg.ellipse(kind == StateKind::end ? node.rect.grownBy(-margin * node.rect.width()) : node.rect, solid);
 }
 
 void drawActivity(const Context& context, const Node& node, Svg& svg)

@@ -57,6 +57,14 @@ std::string familyText(const std::string& face)
     return (face == "Arial" || face.empty() ? "Arial" : face + ", Arial") + ", Liberation Sans, Helvetica, sans-serif";
 }
 
+// Around `x`, which stays where it is. Not all programs that draw pictures know textLength.
+std::string squeezing(double scale, double x)
+{
+    constexpr double steps = 1000;
+    const auto thousandths = static_cast<int>(scale * steps);
+    return "matrix(0." + std::to_string(thousandths) + " 0 0 1 " + numberText(x * (1 - thousandths / steps)) + " 0)";
+}
+
 } // namespace
 
 std::string numberText(double value)
@@ -173,18 +181,25 @@ void Svg::polygon(const Path& path, const Stroke& stroke)
     set(node, "points", pointsText(path));
 }
 
-void Svg::curve(const std::string& commands, const Rect& bounds, const Stroke& stroke)
+void Svg::ground(const Rect& rect)
 {
-    set(shape("path", stroke, bounds), "d", commands);
+    use(rect);
+    count += 1;
+    pugi::xml_node node = open.append_child("rect");
+    set(node, "x", numberText(rect.left));
+    set(node, "y", numberText(rect.top));
+    set(node, "width", numberText(rect.width()));
+    set(node, "height", numberText(rect.height()));
+    set(node, "fill", colourText(white));
 }
 
-void Svg::text(const std::string& line, Point place, Align align, const Font& font, double width)
+void Svg::textLine(const FittedLine& line, const std::string& whole, Point place, Align align, const Font& font)
 {
-    if (line.find_first_not_of(' ') == std::string::npos)
+    if (line.text.find_first_not_of(' ') == std::string::npos)
         return;
-    const double left = align == Align::centre ? place.x - width / 2 : place.x;
-    use({left, place.y - font.ascent(), left + width, place.y - font.ascent() + font.lineHeight()});
-    count += 1 + static_cast<double>(line.size()) / lettersOfElement;
+    const double left = align == Align::centre ? place.x - line.width / 2 : place.x;
+    use({left, place.y - font.ascent(), left + line.width, place.y - font.ascent() + font.lineHeight()});
+    count += 1 + static_cast<double>(line.text.size()) / lettersOfElement;
     pugi::xml_node node = open.append_child("text");
     set(node, "x", numberText(place.x));
     set(node, "y", numberText(place.y));
@@ -200,7 +215,11 @@ void Svg::text(const std::string& line, Point place, Align align, const Font& fo
     if (font.isUnderlined || font.isStruck)
         set(node, "text-decoration",
             std::string(font.isUnderlined ? "underline" : "") + (font.isStruck ? " line-through" : ""));
-    node.text().set(line.c_str());
+    if (line.scale < 1)
+        set(node, "transform", squeezing(line.scale, place.x));
+    if (line.isCut)
+        node.append_child("title").text().set(whole.c_str());
+    node.append_child(pugi::node_pcdata).set_value(line.text.c_str());
 }
 
 void Svg::text(const TextBlock& block, const Rect& rect, Align align, const TextMeasure& measure)
@@ -208,7 +227,7 @@ void Svg::text(const TextBlock& block, const Rect& rect, Align align, const Text
     double base = rect.top + block.font.ascent();
     const double x = align == Align::centre ? rect.centre().x : rect.left;
     for (const std::string& line : block.lines) {
-        text(line, {x, base}, align, block.font, measure.width(line, block.font));
+        textLine(fitted(line, block.font, rect.width(), measure), line, {x, base}, align, block.font);
         base += block.font.lineHeight();
     }
 }

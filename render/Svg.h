@@ -37,12 +37,11 @@ public:
     void ellipse(const Rect& rect, const Stroke& stroke);
     void line(const Path& path, const Stroke& stroke);
     void polygon(const Path& path, const Stroke& stroke);
-    /// An arc of a circle or ellipse, as the commands of a path. `bounds` is the room it takes.
-    void curve(const std::string& commands, const Rect& bounds, const Stroke& stroke);
-    /// One line of text; `place` is on its base line, at its left end or middle.
-    void text(const std::string& line, Point place, Align align, const Font& font, double width);
-    /// A block whose first line starts at the top of `rect`, between its left and right sides.
+    /// A block whose first line starts at the top of `rect`, between its left and right sides: lines that are too long
+    /// for that are squeezed or, if that is not enough, cut.
     void text(const TextBlock& block, const Rect& rect, Align align, const TextMeasure& measure);
+    /// White paper, on which what is behind it does not show.
+    void ground(const Rect& rect);
 
     /// Whether there was more than a picture can hold. What came later is left out.
     [[nodiscard]] bool isCut() const { return count > most; }
@@ -59,6 +58,8 @@ private:
 
     [[nodiscard]] Stroke dashedWithin(Stroke stroke, double length);
     [[nodiscard]] std::string faceOf(const Font& font);
+    /// `place` is on the base line, at the left end or middle of the text.
+    void textLine(const FittedLine& line, const std::string& whole, Point place, Align align, const Font& font);
     pugi::xml_node shape(const char* name, const Stroke& stroke, const Rect& bounds);
     void use(const Rect& rect);
 

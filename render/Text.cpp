@@ -13,6 +13,7 @@ namespace {
 
 // Words up to this width are kept whole, whatever room there is for them.
 constexpr double widestUnbroken = 1500;
+constexpr double narrowestPart = 300; // of a broken word
 
 // What is drawn of a text, in bytes.
 constexpr std::size_t longestText = 10000;
@@ -46,25 +47,19 @@ bool isNoText(std::string_view character)
 // Bytes of the longest start of `word` that is not wider than `width`, at least a character.
 std::size_t fitting(std::string_view word, const Font& font, double width, const TextMeasure& measure)
 {
-    std::size_t end = nextCharacter(word, 0);
-    while (end < word.size()) {
-        const std::size_t next = nextCharacter(word, end);
-        if (measure.width(std::string(word.substr(0, next)), font) > width)
-            break;
-        end = next;
-    }
-    return end;
+    std::vector<std::size_t> ends;
+    for (std::size_t end = 0; end < word.size();)
+        ends.push_back(end = nextCharacter(word, end));
+    const auto isNarrow = [&](std::size_t end) {
+        return measure.width(std::string(word.substr(0, end)), font) <= width;
+    };
+    const auto first = std::partition_point(ends.begin(), ends.end(), isNarrow);
+    return first == ends.begin() ? ends.front() : *std::prev(first);
 }
 
-double widestWord(std::string_view text, const Font& font, const TextMeasure& measure)
+void skipBlanks(std::string_view& text)
 {
-    double widest = 0;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of(" \n"), text.size());
-        widest = std::max(widest, measure.width(std::string(text.substr(0, end)), font));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return widest;
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
 }
 
 void wrapLine(std::string_view rest, const Font& font, double width, const TextMeasure& measure,
@@ -79,12 +74,15 @@ void wrapLine(std::string_view rest, const Font& font, double width, const TextM
         } else if (!line.empty()) {
             lines.push_back(line);
             line.clear();
-            rest.remove_prefix(rest.find_first_not_of(' ') == std::string_view::npos ? rest.size()
-                                                                                     : rest.find_first_not_of(' '));
+            skipBlanks(rest);
             continue;
         } else {
-            word = word.substr(0, fitting(word, font, width, measure));
+            if (measure.width(std::string(word), font) > widestUnbroken)
+                word = word.substr(0, fitting(word, font, std::max(width, narrowestPart), measure));
             lines.emplace_back(word);
+            rest.remove_prefix(word.size());
+            skipBlanks(rest);
+            continue;
         }
         rest.remove_prefix(word.size());
     }
@@ -155,17 +153,27 @@ std::string cleanText(std::string_view text, bool keepsLines)
     return result;
 }
 
-std::string withGuillemets(const std::string& text)
+FittedLine fitted(const std::string& line, const Font& font, double room, const TextMeasure& measure)
 {
-    if (text.size() < 4 || !text.starts_with("<<") || !text.ends_with(">>"))
-        return text;
-    return "\u00AB" + text.substr(2, text.size() - 4) + "\u00BB";
+    constexpr double rounding = 0.5;
+    constexpr std::string_view ellipsis = "\u2026";
+    FittedLine result = {line, measure.width(line, font)};
+    if (result.width <= room + rounding)
+        return result;
+    if (result.width * narrowest > room) {
+        const double rest = room / narrowest - measure.width(std::string(ellipsis), font);
+        result.text = rest > 0 ? line.substr(0, fitting(line, font, rest, measure)) : std::string();
+        result.text += ellipsis;
+        result.width = measure.width(result.text, font);
+        result.isCut = true;
+    }
+    result.scale = std::clamp(room / result.width, narrowest, 1.0);
+    result.width *= result.scale;
+    return result;
 }
 
 std::vector<std::string> wrapped(const std::string& text, const Font& font, double width, const TextMeasure& measure)
 {
-    if (width > 0)
-        width = std::max(width, std::min(widestWord(text, font, measure), widestUnbroken));
     std::vector<std::string> lines;
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -188,6 +196,16 @@ Size TextBlock::size(const TextMeasure& measure) const
     for (const std::string& line : lines)
         width = std::max(width, measure.width(line, font));
     return {width, static_cast<double>(lines.size()) * font.lineHeight()};
+}
+
+void TextBlock::cutTo(double height)
+{
+    constexpr double share = 0.15; // of the last line may be missing: letters do not fill their lines
+    const double room = std::max(height / font.lineHeight() + share, 1.0);
+    if (static_cast<double>(lines.size()) <= room)
+        return;
+    lines.resize(static_cast<std::size_t>(room));
+    lines.back() += "\u2026";
 }
 
 } // namespace render

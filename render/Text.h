@@ -20,10 +20,13 @@ struct Font {
     bool isStruck = false;
     std::uint32_t colour = 0; ///< red + 256 * green + 65536 * blue
 
-    /// Height of the letters' square, of a line, and of what is above the base line, in the units of the file.
-    [[nodiscard]] double em() const { return size * 300 / 72; }
-    [[nodiscard]] double lineHeight() const { return em() * 1.15; }
-    [[nodiscard]] double ascent() const { return em() * 0.92; }
+    /// Height of the letters' square, of a line, and of what is above the base line, in the units of the file: those
+    /// of 10 points are 41, 50 and 40.6.
+    [[nodiscard]] double em() const { return size * unitsPerPoint; }
+    [[nodiscard]] double lineHeight() const { return size * 5; }
+    [[nodiscard]] double ascent() const { return size * 4.06; }
+
+    static constexpr double unitsPerPoint = 4.1;
 };
 
 /// Tells how wide a line of text is, in the units of the file.
@@ -55,11 +58,20 @@ private:
 /// stay if `keepsLines`, and characters that are none.
 [[nodiscard]] std::string cleanText(std::string_view text, bool keepsLines = false);
 
-/// `<<name>>` as guillemets show it; other texts as they are.
-[[nodiscard]] std::string withGuillemets(const std::string& text);
+/// A text may be drawn that much narrower than its font has it. Boxes are sized by widths that are a little smaller.
+inline constexpr double narrowest = 0.94;
 
-/// The lines of `text`, broken between words so that none is wider than `width` or the widest word; words of more than
-/// a hand's breadth are broken, too. A width of 0 breaks nothing.
+/// A line as it is drawn where room is limited.
+struct FittedLine {
+    std::string text; ///< ends with an ellipsis where the line is cut
+    double width = 0; ///< when drawn
+    double scale = 1; ///< of its letters, from side to side
+    bool isCut = false;
+};
+[[nodiscard]] FittedLine fitted(const std::string& line, const Font& font, double room, const TextMeasure& measure);
+
+/// The lines of `text`, broken between words so that none is wider than `width`; a wider word has a line of its own,
+/// and is broken only if it is more than a hand's breadth. A width of 0 breaks nothing.
 [[nodiscard]] std::vector<std::string> wrapped(const std::string& text, const Font& font, double width,
                                                const TextMeasure& measure);
 
@@ -69,6 +81,8 @@ struct TextBlock {
     Font font;
 
     [[nodiscard]] Size size(const TextMeasure& measure) const;
+    /// Leaves out the lines for which a box of this height has no room. An ellipsis stands for them.
+    void cutTo(double height);
 };
 
 } // namespace render

@@ -53,10 +53,27 @@ public:
     std::vector<std::string> warnings;
 };
 
+// How files of the exporter begin.
+constexpr const char* exportStart = R"(
+(object Petal
+    version    	42
+    _written   	"Rose 4.5.8054a"
+    charSet    	0)
+
+(object Design "Logical View"
+    is_unit    	TRUE
+    is_loaded  	TRUE
+    quid       	"38F75B63013A"
+)";
+
+constexpr const char* roseStart = "\n(object Petal\n version 45\n charSet 0)\n(object Design \"Logical View\"\n";
+
 // A model with one class diagram of these items, and these classes.
-inline std::string modelOf(const std::string& items, const std::string& classes = "")
+inline std::string modelOf(const std::string& items, const std::string& classes = "",
+                           const std::string& start = roseStart)
 {
-    return "\n(object Petal\n version 45\n charSet 0)\n(object Design \"Logical View\"\nroot_category (object "
+    return start +
+           "root_category (object "
            "Class_Category \"Logical View\"\nlogical_models (list l " +
            classes + ")\nlogical_presentations (list l (object ClassDiagram \"Main\" items (list diagram_item_list " +
            items + "))))))";

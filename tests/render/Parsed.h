@@ -33,8 +33,9 @@ inline pugi::xml_node itemOf(const pugi::xml_document& svg, int view)
 
 // A picture of items as a tree.
 struct Parsed {
-    explicit Parsed(const std::string& items, const std::string& classes = "", double mostElements = render::mostInSvg)
-        : drawn(modelOf(items, classes))
+    explicit Parsed(const std::string& items, const std::string& classes = "", double mostElements = render::mostInSvg,
+                    const std::string& start = roseStart)
+        : drawn(modelOf(items, classes, start))
     {
         drawn.mostElements = mostElements;
         text = drawn.picture(drawn.index.diagrams().front());
@@ -55,6 +56,19 @@ inline std::string shapesOf(const pugi::xml_node& item)
         if (const std::string_view name = child.name(); name != "title" && name != "text")
             names.append(names.empty() ? "" : " ").append(name);
     return names;
+}
+
+/// The room of a line of text, from its base line to the height of the letters.
+inline render::Rect roomOf(const pugi::xml_node& text, const EqualLetters& measure)
+{
+    render::Font font;
+    font.size = number(text, "font-size") / render::Font::unitsPerPoint;
+    double width = measure.width(text.text().get(), font);
+    if (const std::string transform = text.attribute("transform").value(); transform.starts_with("matrix("))
+        width *= std::stod(transform.substr(std::string_view("matrix(").size()));
+    const double left = number(text, "x") - (text.attribute("text-anchor") ? width / 2 : 0);
+    const double base = number(text, "y");
+    return {left, base - number(text, "font-size") * 0.7, left + width, base};
 }
 
 /// The lines of text of an item.

@@ -1,0 +1,147 @@
+#include "Parsed.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* roseTwoBoxes = R"((object ClassView "Class" "A" @1 location (200, 200) width 300 height 100)
+(object ClassView "Class" "B" @2 location (1200, 200) width 300 height 100))";
+
+// A label of ten letters: 205 wide, a line 50 high.
+TEST(Labels, StandWhereRosePutThem)
+{
+    const struct {
+        const char* keys;
+        double left;
+        double top;
+    } rows[] = {
+        {"location (700, 150) anchor_loc 1", 597.5, 125},
+        {"location (700, 200) anchor_loc 1", 597.5, 175}, // over the line
+        {"location (200, 200) anchor_loc 1", 97.5, 175},  // over a box
+        {"location (700, 900) anchor_loc 1", 597.5, 875}, // far from the line
+        {"location (700, 150) anchor_loc 3", 700, 125},
+        {"location (700, 150) max_width 405 justify 0", 800, 150},
+        {"location (700, 150) max_width 405 justify 1", 700, 150},
+        {"location (700, 150)", 700, 150},
+        {"location (700, 150) anchor_loc 1 nlines 2 max_width 80", 659, 100},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(std::string(roseTwoBoxes) +
+                             "(object UsesView \"\" @3 client @1 supplier @2 label (object SegLabel @4 label "
+                             "\"some words\" " +
+                             row.keys + "))");
+        const pugi::xml_node text = itemOf(picture.svg, 3).child("text");
+        EXPECT_NEAR(roomOf(text, picture.drawn.measure).left, row.left, 0.3) << row.keys;
+        EXPECT_NEAR(number(text, "y") - 40.6, row.top, 0.3) << row.keys;
+    }
+}
+
+TEST(Labels, StandOnWhiteInOldFiles)
+{
+    const struct {
+        std::string start;
+        bool hasGround;
+    } rows[] = {
+        {"\n(object Petal\n version 42\n charSet 0)\n(object Design \"Logical View\"\n", true},
+        {"\n(object Petal\n version 50\n charSet 0)\n(object Design \"Logical View\"\n", false},
+        {exportStart, true},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(std::string(roseTwoBoxes) +
+                                 "(object UsesView \"\" @3 client @1 supplier @2 label (object SegLabel @4 label "
+                                 "\"some words\" location (700, 200) anchor_loc 1))",
+                             "", render::mostInSvg, row.start);
+        const pugi::xml_node ground = itemOf(picture.svg, 3).child("rect");
+        EXPECT_EQ(static_cast<bool>(ground), row.hasGround) << row.start;
+        EXPECT_NEAR(rectOf(ground).width(), row.hasGround ? 205 : 0, 0.3) << row.start;
+    }
+}
+
+// The exporter computes places without knowing what is there.
+TEST(Labels, OfExportsCoverNothing)
+{
+    const struct {
+        const char* name;
+        const char* keys;
+    } rows[] = {
+        {"without a place", "location (0, 0)"},    {"beside (0,0)", "location (12, -60)"},
+        {"on a box", "location (200, 200)"},       {"on a box that is no end of its line", "location (700, 330)"},
+        {"on another line", "location (700, 60)"}, {"far away", "location (700, 3000)"},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(std::string(roseTwoBoxes) + R"((object ClassView "Class" "C" @5 location (700, 330)
+width 300 height 100) (object AttachView "" @6 vertices (list Points (400, 60) (1000, 60)))
+(object UsesView "" @3 client @1 supplier @2 label (object SegLabel @4 anchor_loc 1 label "some words" )" +
+                                 row.keys + "))",
+                             "", render::mostInSvg, exportStart);
+        const pugi::xml_node item = itemOf(picture.svg, 3);
+        const render::Rect room = rectOf(item.child("rect"));
+        for (const int view : {1, 2, 5})
+            EXPECT_FALSE(rectOf(itemOf(picture.svg, view).child("rect")).overlaps(room)) << row.name << view;
+        EXPECT_FALSE(render::crosses(pointsOf(itemOf(picture.svg, 6).child("polyline")), room)) << row.name;
+        EXPECT_LT(render::distance(pointsOf(item.child("polyline")), room.centre()), 150) << row.name;
+    }
+}
+
+TEST(Labels, OfExportsKeepAPlaceThatIsFree)
+{
+    const Parsed picture(std::string(roseTwoBoxes) +
+                             "(object UsesView \"\" @3 client @1 supplier @2 label (object SegLabel @4 label "
+                             "\"some words\" location (600, 100) anchor_loc 1))",
+                         "", render::mostInSvg, exportStart);
+    const render::Rect room = rectOf(itemOf(picture.svg, 3).child("rect"));
+    EXPECT_NEAR(room.centre().x, 600, 0.3);
+    EXPECT_NEAR(room.centre().y, 100, 0.3);
+}
+
+TEST(Labels, AreAllApart)
+{
+    std::string items = roseTwoBoxes;
+    for (int i = 0; i < 5; ++i)
+        items.append("(object UsesView \"\" @")
+            .append(std::to_string(10 + i))
+            .append(" client @1 supplier @2 label (object SegLabel \"\" location (0, 0) label \"some words\"))");
+    const Parsed picture(items, "", render::mostInSvg, exportStart);
+    std::vector<render::Rect> rooms;
+    for (int i = 0; i < 5; ++i)
+        rooms.push_back(rectOf(itemOf(picture.svg, 10 + i).child("rect")));
+    for (std::size_t a = 0; a < rooms.size(); ++a)
+        for (std::size_t b = 0; b < a; ++b)
+            EXPECT_FALSE(rooms[a].overlaps(rooms[b])) << a << ' ' << b;
+}
+
+constexpr const char* messages = R"((object InterObjView "A" @1 location (500, 100) width 300 height 900)
+(object InterObjView "B" @2 location (1500, 100) width 300 height 900)
+(object InterMessView "" @3 label (object SegLabel "" label "go") stereotype (object SegLabel "" label "two")
+client @1 supplier @2 location (0, 600) ordinal 0)
+(object SelfMessView "" @4 label (object SegLabel "" label "think") client @1 supplier @1 location (0, 700) ordinal 1)
+(object MessView "" @5 label (object SegLabel "" label "call") origin (100, 1500) terminus (300, 1500) ordinal 2))";
+
+TEST(Labels, MessagesAreNumberedWhereTheModelSaysSo)
+{
+    const struct {
+        const char* defaults;
+        const char* first;
+        const char* second;
+        const char* inCollaboration;
+    } rows[] = {
+        {"showMessageNum 3", "1: go", "3: think", "4: call"},
+        {"showMessageNum 1", "go", "think", "4: call"},
+        {"showMessageNum 0", "go", "think", "call"},
+        {"", "1: go", "3: think", "4: call"},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(messages, "", render::mostInSvg,
+                             std::string(roseStart) + "defaults (object defaults " + row.defaults + ")\n");
+        EXPECT_EQ(textsOf(itemOf(picture.svg, 3))[0], row.first) << row.defaults;
+        EXPECT_THAT(textsOf(itemOf(picture.svg, 4)), ElementsAre(row.second)) << row.defaults;
+        EXPECT_THAT(textsOf(itemOf(picture.svg, 5)), ElementsAre(row.inCollaboration)) << row.defaults;
+    }
+    const Parsed picture(messages);
+    const render::Path self = pointsOf(itemOf(picture.svg, 4).child("polyline"));
+    ASSERT_EQ(self.size(), 4U);
+    EXPECT_EQ(self[1].x - self[0].x, 150);
+    EXPECT_EQ(self[2].y - self[1].y, 30);
+}
+
+} // namespace
