@@ -60,16 +60,15 @@ double heightOfHead(const Node& node)
            static_cast<double>(node.owner.lines.size()) * node.owner.font.lineHeight();
 }
 
-// Where the first member stands: where the file has the compartment, but not on the name.
-double topOfMembers(const Node& node)
+// Where the first member stands: where Rose has the compartment, but not on the name.
+double topOfMembers(const Context& context, const Node& node)
 {
     const double top = node.rect.top + padding + heightOfHead(node) + gapToMembers;
     const Object* const compartment = node.view->object("compartment");
-    if (!compartment || !isPlaced(*compartment))
+    if (context.isComputed || !compartment || !isPlaced(*compartment))
         return top;
     const double place = locationOf(*compartment).y;
-    const bool isWithin = place >= top - gapToMembers && place < node.rect.bottom;
-    return isWithin ? place : top;
+    return place >= top - gapToMembers && place < node.rect.bottom ? place : top;
 }
 
 void drawHead(const Context& context, const Node& node, Svg& svg)
@@ -117,8 +116,8 @@ void drawClass(const Context& context, const Node& node, Svg& svg)
     svg.rectangle(node.rect, node.stroke);
     drawHead(context, node, svg);
     drawCompartments(context, node,
-                     {node.rect.left + sidePadding, topOfMembers(node), node.rect.right - 3, node.rect.bottom}, true,
-                     svg);
+                     {node.rect.left + sidePadding, topOfMembers(context, node), node.rect.right - 3, node.rect.bottom},
+                     true, svg);
     drawParameters(context, node, svg);
 }
 

@@ -72,8 +72,11 @@ LabelPlaces::LabelPlaces(const Scene& scene)
         if (node.isNamedOutside)
             obstacles.addRect(Obstacles::Kind::box, node.nameRect);
     }
-    for (const Line& line : scene.lines())
+    for (const Line& line : scene.lines()) {
         obstacles.addPath(line.path);
+        if (!line.qualifiers.lines.empty())
+            obstacles.addRect(Obstacles::Kind::box, line.qualifierRect);
+    }
     std::vector<const Wanted*> open;
     for (const Wanted& wanted : labels)
         if (!keep(wanted))
