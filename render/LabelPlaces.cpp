@@ -178,7 +178,7 @@ std::vector<Rect> LabelPlaces::candidates(const Wanted& wanted) const
     const double home = wanted.isAtEnd ? length - labelGap - half : length / 2;
     for (int step = -steps; step <= (wanted.isAtEnd ? 0 : steps); ++step)
         for (const double side : {1.0, -1.0})
-            for (const double gap : {wanted.isAtEnd ? endGap : labelGap, 4 * labelGap}) {
+            for (const double gap : {wanted.isAtEnd ? endGap : labelGap, 4 * labelGap, 9 * labelGap}) {
                 const PathPlace on = placeOn(*wanted.path, length > 0 ? (home + step * stride) / length : 0);
                 rects.push_back(rectAround(onSide(on, side * sideOf(*wanted.label), wanted.size, gap), wanted.size));
             }
