@@ -167,7 +167,7 @@ private:
     }
 
     // An owner is compared before what it owns.
-    [[nodiscard]] bool isMisplaced(std::uint32_t fresh) const { return misplaced.count(fresh) != 0; }
+    [[nodiscard]] bool isMisplaced(std::uint32_t fresh) const { return misplaced.contains(fresh); }
 
     [[nodiscard]] std::string neighbourOf(std::uint32_t fresh) const
     {

@@ -7,7 +7,7 @@ namespace compare {
 
 std::vector<bool> outOfOrder(const std::vector<std::uint32_t>& sequence)
 {
-    constexpr std::size_t nothing = static_cast<std::size_t>(-1);
+    constexpr auto nothing = static_cast<std::size_t>(-1);
     std::vector<std::size_t> lastOfLength; // where the growing row of each length ends that ends lowest
     std::vector<std::size_t> inFront(sequence.size(), nothing);
     for (std::size_t i = 0; i < sequence.size(); ++i) {

@@ -144,7 +144,7 @@ private:
         const Changes last = endOfElement(at, end);
         std::vector<std::pair<std::string, std::string>> details; // and the views of which they are told
         std::map<std::string, std::size_t> places;
-        std::string text = "diagram " + states.after.path(at->fresh);
+        std::string words = "diagram " + states.after.path(at->fresh);
         for (; at != last; ++at) {
             const std::string detail = isView(*at) ? detailOfView(*at) : detailOf(*at);
             const auto [place, isNew] = places.emplace(detail, details.size());
@@ -157,10 +157,10 @@ private:
         }
         std::string_view separator = ": ";
         for (const auto& [detail, views] : details) {
-            text.append(separator).append(views).append(views.empty() ? "" : " ").append(detail);
+            words.append(separator).append(views).append(views.empty() ? "" : " ").append(detail);
             separator = "; ";
         }
-        line('\0', text);
+        line('\0', words);
         return last;
     }
 

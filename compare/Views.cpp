@@ -117,7 +117,7 @@ public:
             else if (isTold(states.after, *view.object, true))
                 add(Sort::added, states.after, *view.object, "shown");
         for (const View& view : olds)
-            if (!newOf.count(view.object) && isTold(states.before, *view.object, false))
+            if (!newOf.contains(view.object) && isTold(states.before, *view.object, false))
                 add(Sort::removed, states.before, *view.object, "hidden");
     }
 
@@ -163,8 +163,10 @@ private:
     void pairBy(std::vector<View>& olds, std::vector<View>& news, const KeyOf& keyOf)
     {
         std::unordered_map<std::uint64_t, std::vector<const Object*>> waiting; // the last one is the next
-        for (auto view = olds.rbegin(); view != olds.rend(); ++view)
-            waiting[keyOf(*view)].push_back(view->object);
+        for (const View& view : olds)
+            waiting[keyOf(view)].push_back(view.object);
+        for (auto& entry : waiting)
+            std::reverse(entry.second.begin(), entry.second.end());
         for (const View& view : news) {
             const auto found = waiting.find(keyOf(view));
             if (found == waiting.end() || found->second.empty())
@@ -173,8 +175,8 @@ private:
             newOf.emplace(found->second.back(), view.object);
             found->second.pop_back();
         }
-        std::erase_if(olds, [&](const View& view) { return newOf.count(view.object) != 0; });
-        std::erase_if(news, [&](const View& view) { return oldOf.count(view.object) != 0; });
+        std::erase_if(olds, [&](const View& view) { return newOf.contains(view.object); });
+        std::erase_if(news, [&](const View& view) { return oldOf.contains(view.object); });
     }
 
     // Lines come and go with their ends, and views with what they show.
@@ -189,7 +191,7 @@ private:
             return isNew || isElementOfBoth;
         const std::vector<const Object*> ends = endsOf(state, view);
         return isElementOfBoth &&
-               std::all_of(ends.begin(), ends.end(), [&](const Object* end) { return partners.count(end) != 0; });
+               std::all_of(ends.begin(), ends.end(), [&](const Object* end) { return partners.contains(end); });
     }
 
     void add(Sort sort, const Snapshot& state, const Object& view, const char* what, std::string from = {},
