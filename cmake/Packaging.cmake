@@ -1,5 +1,4 @@
 # Packages for Debian, by `cpack` in the folder of a build: the command, the libraries, and what builds hosts with them.
-set(petal_authors "the petal-bridge authors") # whoever owns the product stands here and in LICENSE
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME petal-bridge)

@@ -18,6 +18,12 @@ function __petal_formats
     petal import --list-formats 2>/dev/null | string replace -r ' +' \t
 end
 
+# The names of the diagrams in the files of the command line.
+function __petal_diagrams
+    set -l files (string match -r '.*\.(?:mdl|cat|sub|prc)$' -- (commandline -opc))
+    test -n "$files"; and petal draw --list --quiet -- $files 2>/dev/null | string replace -r '.*\t' '' | string replace -r '.*::' ''
+end
+
 complete -c petal -f
 
 set -l command __fish_use_subcommand
@@ -30,8 +36,9 @@ complete -c petal -n $command -a git -d 'Let git compare Rose files'
 complete -c petal -n $command -a draw -d 'Draw the diagrams of a Rose file'
 complete -c petal -n $command -a browse -d 'Make one page for a browser of a Rose file'
 complete -c petal -n $command -a options -d 'List the options of the bridge'
+complete -c petal -n $command -a help -d 'Describe a command'
 complete -c petal -n $command -s h -l help -d 'Print help'
-complete -c petal -n $command -l version -d 'Print the version'
+complete -c petal -n $command -s V -l version -d 'Print the version'
 
 set -l export '__fish_seen_subcommand_from export'
 complete -c petal -n $export -k -a '(__fish_complete_suffix .json; __fish_complete_suffix .mdj; __fish_complete_suffix .uml; __fish_complete_suffix .xmi; __fish_complete_suffix .xml; __fish_complete_suffix .ecore)'
@@ -56,6 +63,7 @@ complete -c petal -n $export -l layout -d 'Place what has no place, in a model f
 complete -c petal -n $export -l strict -d 'Write nothing when there are warnings'
 complete -c petal -n $export -l no-layout -d 'Place nothing that has no place'
 complete -c petal -n $export -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
+complete -c petal -n $export -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l import '__fish_seen_subcommand_from import'
 complete -c petal -n $import -F
@@ -67,6 +75,7 @@ complete -c petal -n $import -l no-layout -d 'Place nothing that has no place'
 complete -c petal -n $import -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
 complete -c petal -n $import -s q -l quiet -d 'Print nothing but errors'
 complete -c petal -n $import -l list-formats -d 'List the formats of designs'
+complete -c petal -n $import -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l check '__fish_seen_subcommand_from check'
 complete -c petal -n $check -F
@@ -77,6 +86,9 @@ complete -c petal -n $check -l units-within -x -a '(__fish_complete_directories)
 complete -c petal -n $check -l no-units -d 'Leave controlled units out'
 complete -c petal -n $check -l json -d 'Print the findings as JSON'
 complete -c petal -n $check -l notes -d 'Also what says nothing against the file'
+complete -c petal -n $check -l fail-on -x -a 'note warning error' -d 'Exit with 1 for findings as bad as this or worse'
+complete -c petal -n $check -s q -l quiet -d 'Print no numbers of findings'
+complete -c petal -n $check -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l tree '__fish_seen_subcommand_from tree'
 complete -c petal -n $tree -F
@@ -87,6 +99,7 @@ complete -c petal -n $tree -l charset -x -d 'Encoding of the file'
 complete -c petal -n $tree -l path -x -d 'Folder behind a symbol in the paths of units'
 complete -c petal -n $tree -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
 complete -c petal -n $tree -l no-units -d 'Leave controlled units out'
+complete -c petal -n $tree -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l diff '__fish_seen_subcommand_from diff'
 complete -c petal -n $diff -F
@@ -113,7 +126,7 @@ complete -c petal -n $git -l text -d 'Write a file as text, for git'
 set -l draw '__fish_seen_subcommand_from draw'
 complete -c petal -n $draw -F
 complete -c petal -n $draw -s h -l help -d 'Print help'
-complete -c petal -n $draw -l diagram -x -d 'Name of a diagram to draw'
+complete -c petal -n $draw -l diagram -x -a '(__petal_diagrams)' -d 'Name of a diagram to draw'
 complete -c petal -n $draw -s o -l output -r -F -d 'Folder or file for the pictures, - for standard output'
 complete -c petal -n $draw -l format -x -a 'svg png pdf' -d 'Format of the pictures'
 complete -c petal -n $draw -l list -d 'List the diagrams'
@@ -122,6 +135,8 @@ complete -c petal -n $draw -l path -x -d 'Folder behind a symbol in the paths of
 complete -c petal -n $draw -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
 complete -c petal -n $draw -l no-units -d 'Leave controlled units out'
 complete -c petal -n $draw -s q -l quiet -d 'Print nothing but errors'
+complete -c petal -n $draw -l json -d 'The list as JSON'
+complete -c petal -n $draw -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l browse '__fish_seen_subcommand_from browse'
 complete -c petal -n $browse -F
@@ -132,7 +147,10 @@ complete -c petal -n $browse -l path -x -d 'Folder behind a symbol in the paths 
 complete -c petal -n $browse -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
 complete -c petal -n $browse -l no-units -d 'Leave controlled units out'
 complete -c petal -n $browse -s q -l quiet -d 'Print nothing but errors'
+complete -c petal -n $browse -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l options '__fish_seen_subcommand_from options'
 complete -c petal -n $options -s h -l help -d 'Print help'
 complete -c petal -n $options -l json -d 'Print the list as JSON'
+
+complete -c petal -n '__fish_seen_subcommand_from help' -a 'export import check tree diff git draw browse options'

@@ -5,6 +5,7 @@
 
 #include <cairo-pdf.h>
 #include <librsvg/rsvg.h>
+#include <pango/pango.h>
 #include <png.h>
 
 #include <algorithm>
@@ -148,8 +149,15 @@ std::string pdfOf(const std::string& svg)
     return bytes;
 }
 
+std::string versionsOfLibraries()
+{
+    return std::string("Pango ") + pango_version_string() + ", cairo " + cairo_version_string() +
+           ", librsvg " LIBRSVG_VERSION ", libpng " PNG_LIBPNG_VER_STRING;
+}
+
 } // namespace
 
 } // namespace render
 
-const render::PictureFunctions petalPictureFunctions = {render::newTextWidths, render::pngOf, render::pdfOf};
+const render::PictureFunctions petalPictureFunctions = {render::newTextWidths, render::pngOf, render::pdfOf,
+                                                        render::versionsOfLibraries};

@@ -15,6 +15,7 @@ struct PictureFunctions {
     TextWidths (*newTextWidths)(); ///< by the fonts of this machine
     std::string (*pngOf)(const std::string& svg, const std::function<void(const std::string&)>& warn);
     std::string (*pdfOf)(const std::string& svg);
+    std::string (*versions)(); ///< of what it calls: `Pango 1.50.12, cairo 1.16.0 ...`
 };
 
 /// Opens the library at the first call. Throws std::runtime_error when there is none.

@@ -1,7 +1,11 @@
 #include "Commands.h"
 
+#include "Amounts.h"
 #include "FileRoles.h"
+#include "Findings.h"
 #include "OutputFile.h"
+#include "OutputNames.h"
+#include "Progress.h"
 
 #include "browse/Page.h"
 #include "render/Draw.h"
@@ -23,7 +27,7 @@ std::string titleOf(const std::string& file)
 // The file's name without its folder and ending, with that of a page.
 std::string defaultPageName(const std::string& file)
 {
-    return file == "-" ? "-" : std::filesystem::path(file).stem().string() + ".html";
+    return file == "-" ? "-" : stemOf(file) + ".html";
 }
 
 // How large the pictures of a page may become together: one class may stand in many diagrams.
@@ -48,7 +52,8 @@ private:
     double bytesLeft = 0;
 };
 
-void writePage(const reader::Document& document, const std::string& title, const std::string& outputName)
+// Writes the page and says what is in it.
+std::string writePage(const reader::Document& document, const std::string& title, const std::string& outputName)
 {
     const reader::Index index(document);
     OutputFile output(outputName);
@@ -56,6 +61,8 @@ void writePage(const reader::Document& document, const std::string& title, const
     PictureRoom room(document);
     std::size_t leftOut = 0;
     const auto picture = [&](const reader::Diagram& diagram) {
+        showProgress("picture " + std::to_string(number + 1) + " of " + std::to_string(index.diagrams().size()) + ": " +
+                     diagram.name);
         if (room.elements() < 1) {
             ++leftOut;
             return std::string();
@@ -73,21 +80,26 @@ void writePage(const reader::Document& document, const std::string& title, const
     };
     const browse::PageOptions options = {title, picture};
     browse::writePage(document, index, options, [&](std::string_view piece) { output.write(piece); });
+    const std::string made = counted(document.objectCount(), "object", "objects") + ", " +
+                             counted(index.diagrams().size(), "diagram", "diagrams") + ", " + sizeText(output.size());
     output.commit();
     if (leftOut > 0)
         report(outputName + ": the page would be too large; left out: the last " + std::to_string(leftOut) + " of " +
                std::to_string(index.diagrams().size()) + " pictures");
+    return made;
 }
 
-int browseFile(const BrowseRequest& request, const std::string& output)
+int browseFile(const BrowseRequest& request, const Making& making)
 {
-    return reportFailures(request.file, output, [&] {
+    return reportFailures(making.input, making.output, [&] {
         const text::ReadRecord read;
-        const reader::Document document(request.file, readOptions(request.reading));
-        refuseClashes({{output, "the page"}}, read);
-        writePage(document, titleOf(request.file), output);
+        const reader::Document document(making.input, readOptions(request.reading));
+        refuseClashes({{making.output, "the page"}}, read);
+        const std::string made = writePage(document, titleOf(making.input), making.output);
         if (!request.isQuiet)
             reportFindings(document);
+        if (making.output != "-" && !request.isQuiet)
+            tellMade(making.output, made);
         // The page shows what could be read, and says so; a script must know it, too.
         return std::ranges::any_of(
                    document.findings(),
@@ -101,6 +113,10 @@ int browseFile(const BrowseRequest& request, const std::string& output)
 
 int runBrowse(const BrowseRequest& request)
 {
-    const std::string output = request.output.empty() ? defaultPageName(request.file) : request.output;
-    return browseFile(request, output);
+    if (request.isQuiet)
+        forbidProgress();
+    return reportFailures("", request.output, [&] {
+        return makeAll(outputsFor(request.files, request.output, defaultPageName),
+                       [&](const Making& making) { return browseFile(request, making); });
+    });
 }

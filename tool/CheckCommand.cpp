@@ -1,8 +1,10 @@
 #include "Commands.h"
 
+#include "Amounts.h"
 #include "DesignImport.h"
-
 #include "FileRoles.h"
+#include "Findings.h"
+#include "Progress.h"
 
 #include "text/Files.h"
 #include "text/JsonWriter.h"
@@ -11,32 +13,22 @@
 #include "reader/Check.h"
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <memory>
 #include <new>
+#include <unistd.h>
 
 namespace {
 
-constexpr const char* role = "the findings";
+using reader::Severity;
 
-std::string_view nameOf(reader::Severity severity)
-{
-    switch (severity) {
-    case reader::Severity::note:
-        return "note";
-    case reader::Severity::warning:
-        return "warning";
-    case reader::Severity::error:
-        break;
-    }
-    return "error";
-}
+constexpr const char* role = "the findings";
 
 void writeFindings(const std::vector<reader::Finding>& findings)
 {
     for (const reader::Finding& finding : findings)
-        std::cout << text::onOneLine(finding.place.file) << ':' << finding.place.line << ':' << finding.place.column
-                  << ": " << nameOf(finding.severity) << ": " << text::onOneLine(finding.text) << '\n';
+        std::cout << lineOf(finding, STDOUT_FILENO) << '\n';
 }
 
 void writeJson(text::JsonWriter& json, const reader::File& file)
@@ -86,6 +78,38 @@ void writeJson(text::JsonWriter& json, const std::string& name, const std::strin
     json.member("error", text::mended(error)).endObject();
 }
 
+// How many findings there are of each severity.
+struct Counts {
+    std::size_t files = 0;
+    std::array<std::size_t, 3> findings = {};
+
+    [[nodiscard]] std::size_t of(Severity severity) const { return findings.at(static_cast<std::size_t>(severity)); }
+    void add(Severity severity) { ++findings.at(static_cast<std::size_t>(severity)); }
+};
+
+// `orders.mdl: 1 error, 2 warnings; 4 notes (see: --notes)`
+void tellCounts(const Counts& counts, const CheckRequest& request)
+{
+    std::string text = counted(counts.of(Severity::error), "error", "errors") + ", " +
+                       counted(counts.of(Severity::warning), "warning", "warnings");
+    if (const std::size_t notes = counts.of(Severity::note); notes > 0)
+        text += (request.showsNotes ? ", " : "; ") + counted(notes, "note", "notes") +
+                (request.showsNotes ? "" : " (see: --notes)");
+    tellMade(request.files.size() == 1 ? text::fileName(request.files.front()) : counted(counts.files, "file", "files"),
+             text);
+}
+
+// How much a finding says against its file. Where a unit is missing the file itself may be whole.
+Severity weightOf(const reader::Finding& finding)
+{
+    return finding.kind == "unit-not-loaded" ? Severity::note : finding.severity;
+}
+
+Severity severityCalled(const std::string& name)
+{
+    return name == "note" ? Severity::note : name == "error" ? Severity::error : Severity::warning;
+}
+
 // A file that has been read, and what was found in it.
 struct CheckedFile {
     std::unique_ptr<const reader::Document> document;
@@ -93,16 +117,20 @@ struct CheckedFile {
     bool isClean = true;
 };
 
-CheckedFile checked(const CheckRequest& request, const std::string& name, const text::ReadRecord& read)
+CheckedFile checked(const CheckRequest& request, const std::string& name, const text::ReadRecord& read, Counts& counts)
 {
     CheckedFile file;
     file.document = std::make_unique<const reader::Document>(name, readOptions(request.reading));
     refuseClashes({{"-", role}}, read);
     file.result = reader::check(*file.document, reader::Index(*file.document));
-    const auto isNote = [](const auto& finding) { return finding.severity == reader::Severity::note; };
-    file.isClean = std::all_of(file.result.findings.begin(), file.result.findings.end(), isNote);
+    const Severity leastFault = severityCalled(request.leastFault);
+    ++counts.files;
+    for (const reader::Finding& finding : file.result.findings) {
+        counts.add(finding.severity);
+        file.isClean = file.isClean && weightOf(finding) < leastFault;
+    }
     if (!request.showsNotes)
-        std::erase_if(file.result.findings, isNote);
+        std::erase_if(file.result.findings, [](const auto& finding) { return finding.severity == Severity::note; });
     return file;
 }
 
@@ -116,12 +144,12 @@ ExitCode sayUnreadable(const std::string& name, const char* reason, text::JsonWr
 
 // Writes into `json` if there is one, else on standard output. A file that is too large for the memory does not keep
 // the next ones from being checked.
-ExitCode checkFile(const CheckRequest& request, const std::string& name, const text::ReadRecord& read,
+ExitCode checkFile(const CheckRequest& request, const std::string& name, const text::ReadRecord& read, Counts& counts,
                    text::JsonWriter* json)
 {
     CheckedFile file;
     try {
-        file = checked(request, name, read);
+        file = checked(request, name, read, counts);
     } catch (const reader::NotPetal& error) {
         const std::string other = whyNotARoseFile(name);
         return sayUnreadable(name, other.empty() ? error.what() : other.c_str(), json);
@@ -142,21 +170,30 @@ int checkFiles(const CheckRequest& request)
         read.expect(file);
     refuseClashes({{"-", role}}, read); // before findings of the first go where the second is
     std::string list;
-    text::JsonWriter json(list, {.deepestLine = 5, .indentation = 2, .isForTerminal = true}); // a finding a line
+    text::JsonWriter json(list, {.deepestLine = 4, .indentation = 2, .isForTerminal = true}); // a finding a line
     json.beginObject().beginList("models");
     int exitCode = done;
-    for (const std::string& file : request.files)
-        exitCode = std::max<int>(exitCode, checkFile(request, file, read, request.asJson ? &json : nullptr));
+    Counts counts;
+    for (const std::string& file : request.files) {
+        showProgress("checking " + file);
+        exitCode = std::max<int>(exitCode, checkFile(request, file, read, counts, request.asJson ? &json : nullptr));
+    }
+    clearProgress();
     json.endList().endObject();
     if (request.asJson)
         std::cout << list;
-    return endOfOutput(exitCode, invalidModel);
+    exitCode = endOfOutput(exitCode, invalidModel);
+    if (std::cout && !request.asJson && !request.isQuiet && counts.files > 0)
+        tellCounts(counts, request);
+    return exitCode;
 }
 
 } // namespace
 
 int runCheck(const CheckRequest& request)
 {
+    if (request.isQuiet)
+        forbidProgress();
     return reportFailures(request.files.front(), "standard output", [&] {
         try {
             return checkFiles(request);

@@ -3,8 +3,11 @@
 #include "Commands.h"
 #include "DesignImport.h"
 #include "ExportOptions.h"
+#include "HelpFormatter.h"
+#include "HelpTexts.h"
+#include "Terminal.h"
 #include "text/NearestName.h"
-#include "Version.h"
+#include "VersionText.h"
 
 #include <algorithm>
 #include <CLI/CLI.hpp>
@@ -15,94 +18,23 @@
 
 namespace {
 
-constexpr const char* mainHelp = R"(Bring software designs into IBM Rational Rose 98 model files (.mdl).
-
-Examples:
-  petal export orders.model.json
-  petal export orders.model.json -o orders.mdl --types java
-  petal export orders.mdj
-  petal import orders.mdj -o orders.model.json
-)";
-
-constexpr const char* importHelp = R"(Make a model file of a design that another tool has saved.
-
-Examples:
-  petal import orders.mdj -o orders.model.json
-  petal import --list-formats
-)";
-
-constexpr const char* exportHelp = R"(Write the design in a model file, or of another tool, as a Rose 98 model file.
-
-Examples:
-  petal export orders.model.json -o orders.mdl
-  petal export orders.model.json --types "oracle" --foreign-keys --scale 150
-)";
-
-constexpr const char* checkHelp = R"(Say what is wrong with Rose files, one finding a line.
-
-Examples:
-  petal check orders.mdl
-  petal check old.mdl --path FRAMEWORK_PATH=shared --json
-)";
-
-constexpr const char* treeHelp = R"(Print the outline of a Rose file.
-
-Examples:
-  petal tree orders.mdl
-  petal tree orders.mdl --depth 2
-)";
-
-constexpr const char* diffHelp = R"(Tell what is different in two Rose files.
-
-Examples:
-  petal diff orders.old.mdl orders.mdl
-  petal diff orders.old.mdl orders.mdl --model-only --only added
-)";
-
-constexpr const char* gitHelp = R"(Let git compare Rose files in the words of the model, in the repository here.
-
-Examples:
-  petal git --enable
-  petal git --disable
-)";
-
-constexpr const char* browseHelp = R"(Make one page for a browser of a Rose file, with all its elements and diagrams.
-
-Examples:
-  petal browse orders.mdl
-  petal browse old.mdl -o old.html --path FRAMEWORK_PATH=shared
-)";
-
-constexpr const char* drawHelp = R"(Draw the diagrams of a Rose file as pictures.
-
-Examples:
-  petal draw orders.mdl -o pictures
-  petal draw orders.mdl --diagram Main -o main.png
-  petal draw old.mdl --list
-)";
-
-constexpr const char* optionsHelp = R"(List the options of the export, their kinds, defaults and values.
-
-Examples:
-  petal options
-  petal options --json
-)";
-
-// In a list of commands each is one line.
-class OneLineEach : public CLI::Formatter {
-public:
-    std::string make_subcommand(const CLI::App* command) const override
-    {
-        const std::string purpose = command->get_description();
-        std::stringstream out;
-        CLI::detail::format_help(out, command->get_name(), purpose.substr(0, purpose.find('\n')), get_column_width());
-        return out.str();
-    }
-};
-
 std::string checkFormat(const std::string& name)
 {
     return whyNotAFormat(name);
+}
+
+const std::map<std::string, ColourUse> colourUses = {
+    {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
+
+// Of all commands that say how bad something is.
+void addColourOption(CLI::App& command)
+{
+    command
+        .add_option_function<std::string>(
+            "--color", [](const std::string& use) { useColours(colourUses.at(use)); },
+            "Colours for errors, warnings and notes (default: auto, on a terminal)")
+        ->option_text("auto|always|never")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
 }
 
 // The options of both commands that take designs of other tools.
@@ -146,6 +78,11 @@ void addReadOptions(CLI::App& command, ReadRequest& request)
     command.add_flag("--no-units", request.ignoresUnits, "Leave controlled units out");
 }
 
+void addFiles(CLI::App& command, std::vector<std::string>& files)
+{
+    command.add_option("FILE", files, "The Rose files; - reads standard input")->required()->option_text("...");
+}
+
 // A command and what it does when the command line has been read.
 struct Command {
     CLI::App* app;
@@ -156,13 +93,14 @@ Command addExportCommand(CLI::App& app)
 {
     auto request = std::make_shared<ExportRequest>();
     CLI::App* const command = app.add_subcommand("export", exportHelp);
-    command->add_option("MODEL", request->model, "The model file or design; - reads standard input")
+    command->add_option("MODEL", request->models, "The model files or designs; - reads standard input")
         ->required()
-        ->type_name("");
+        ->option_text("...");
     command
         ->add_option("-o,--output", request->output,
-                     "The file to write; - writes to standard output (default: MODEL's name with .mdl, here)")
-        ->type_name("OUT.mdl");
+                     "The file to write, or the folder, which ends in /; - writes to standard output (default: MODEL's "
+                     "name with .mdl, here)")
+        ->type_name("FILE|DIR/");
     const auto options = std::make_shared<ExportOptions>(*command);
     command->add_option("--log", request->log, "Write every message of the export, one a line; - is standard error")
         ->type_name("FILE");
@@ -174,6 +112,7 @@ Command addExportCommand(CLI::App& app)
         ->type_name("FILE");
     addDesignOptions(*command, request->design);
     command->add_flag("--strict", request->isStrict, "Write nothing when there are warnings");
+    addColourOption(*command);
     return {command, [request, options] {
                 request->options = options->values();
                 return runExport(*request);
@@ -184,10 +123,18 @@ Command addCheckCommand(CLI::App& app)
 {
     auto request = std::make_shared<CheckRequest>();
     CLI::App* const command = app.add_subcommand("check", checkHelp);
-    command->add_option("FILE", request->files, "The Rose files; - reads standard input")->required()->type_name("");
+    addFiles(*command, request->files);
     addReadOptions(*command, request->reading);
     command->add_flag("--json", request->asJson, "As JSON");
     command->add_flag("--notes", request->showsNotes, "Also what says nothing against the file");
+    command
+        ->add_option("--fail-on", request->leastFault,
+                     "Exit with 1 for findings as bad as this or worse (default: warning, but a unit that is not "
+                     "there is a note)")
+        ->option_text("SEVERITY")
+        ->check(CLI::IsMember({"note", "warning", "error"}).description(""));
+    command->add_flag("-q,--quiet", request->isQuiet, "Do not say how many findings there are");
+    addColourOption(*command);
     return {command, [request] { return runCheck(*request); }};
 }
 
@@ -195,12 +142,13 @@ Command addTreeCommand(CLI::App& app)
 {
     auto request = std::make_shared<TreeRequest>();
     CLI::App* const command = app.add_subcommand("tree", treeHelp);
-    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    addFiles(*command, request->files);
     command->add_option("--depth", request->depth, "Number of levels (default: all)")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{1}, std::numeric_limits<std::size_t>::max()).description(""));
     command->add_flag("--full", request->isFull, "One fact a line, in a stable order, of the file without its units");
     addReadOptions(*command, request->reading);
+    addColourOption(*command);
     return {command, [request] { return runTree(*request); }};
 }
 
@@ -247,13 +195,15 @@ Command addBrowseCommand(CLI::App& app)
 {
     auto request = std::make_shared<BrowseRequest>();
     CLI::App* const command = app.add_subcommand("browse", browseHelp);
-    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    addFiles(*command, request->files);
     command
         ->add_option("-o,--output", request->output,
-                     "The page to write; - writes to standard output (default: FILE's name with .html, here)")
-        ->type_name("OUT.html");
+                     "The page to write, or the folder, which ends in /; - writes to standard output (default: FILE's "
+                     "name with .html, here)")
+        ->type_name("FILE|DIR/");
     addReadOptions(*command, request->reading);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    addColourOption(*command);
     return {command, [request] { return runBrowse(*request); }};
 }
 
@@ -261,21 +211,25 @@ Command addDrawCommand(CLI::App& app)
 {
     auto request = std::make_shared<DrawRequest>();
     CLI::App* const command = app.add_subcommand("draw", drawHelp);
-    command->add_option("FILE", request->file, "The Rose file; - reads standard input")->required()->type_name("");
+    addFiles(*command, request->files);
     command->add_option("--diagram", request->diagrams, "Name of a diagram to draw, may be repeated (default: all)")
         ->option_text("NAME")
         ->allow_extra_args(false)
         ->take_all();
     command
         ->add_option("-o,--output", request->output,
-                     "Folder for the pictures, or the file for one; - writes to standard output (default: here)")
-        ->type_name("DIR|FILE");
+                     "The folder for the pictures, or the file for one, which ends in .svg, .png or .pdf; - writes "
+                     "to standard output (default: here)")
+        ->type_name("FILE|DIR/");
     command->add_option("--format", request->format, "svg, png or pdf (default: told by the file's ending, else svg)")
         ->type_name("FORMAT")
         ->check(CLI::Validator(whyNotAnImageFormat, ""));
-    command->add_flag("--list", request->listsDiagrams, "List the diagrams, their kinds and names, and draw none");
+    CLI::Option* const list =
+        command->add_flag("--list", request->listsDiagrams, "List the diagrams, their kinds and names, and draw none");
+    command->add_flag("--json", request->asJson, "With --list: the list as JSON")->needs(list);
     addReadOptions(*command, request->reading);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    addColourOption(*command);
     return {command, [request] { return runDraw(*request); }};
 }
 
@@ -286,11 +240,13 @@ Command addImportCommand(CLI::App& app)
     command->add_option("DESIGN", request->input, "The design; - reads standard input")->type_name("");
     command
         ->add_option("-o,--output", request->output,
-                     "The file to write; - writes to standard output (default: DESIGN's name with .model.json, here)")
-        ->type_name("OUT.model.json");
+                     "The file to write, or the folder, which ends in /; - writes to standard output (default: "
+                     "DESIGN's name with .model.json, here)")
+        ->type_name("FILE|DIR/");
     addDesignOptions(*command, request->design);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
     command->add_flag("--list-formats", request->listsFormats, "List the formats of designs and exit");
+    addColourOption(*command);
     return {command, [request] { return runImport(*request); }};
 }
 
@@ -300,6 +256,34 @@ Command addOptionsCommand(CLI::App& app)
     CLI::App* const command = app.add_subcommand("options", optionsHelp);
     command->add_flag("--json", *asJson, "As JSON");
     return {command, [asJson] { return runOptions(*asJson); }};
+}
+
+// "; did you mean 'export'?", or where to find the commands.
+std::string nearestCommand(std::string_view name, const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* const command : app.get_subcommands({}))
+        names.push_back(command->get_name());
+    const auto nearest = text::nearestName(name, std::vector<std::string_view>(names.begin(), names.end()));
+    return nearest ? "; did you mean '" + std::string(*nearest) + "'?" : "; see petal --help";
+}
+
+// Without the name of a command it is the same as `--help`.
+Command addHelpCommand(CLI::App& app)
+{
+    auto name = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand("help", helpHelp);
+    command->add_option("COMMAND", *name, "The command to describe")->type_name("");
+    return {command, [&app, name] {
+                const auto isNamed = [&](const CLI::App* each) { return each->get_name() == *name; };
+                const std::vector<CLI::App*> described = app.get_subcommands(isNamed);
+                if (described.empty()) {
+                    report("there is no command '" + *name + "'" + nearestCommand(*name, app));
+                    return static_cast<int>(wrongUsage);
+                }
+                std::cout << described.front()->help("petal");
+                return endOfOutput(done, exportFailed);
+            }};
 }
 
 bool isCommand(const CLI::App& app, const std::string& name)
@@ -322,21 +306,11 @@ const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
     return nullptr;
 }
 
-// "; did you mean 'export'?", or where to find the commands.
-std::string nearestCommand(std::string_view name, const std::vector<Command>& commands)
-{
-    std::vector<std::string> names;
-    for (const Command& command : commands)
-        names.push_back(command.app->get_name());
-    const auto nearest = text::nearestName(name, std::vector<std::string_view>(names.begin(), names.end()));
-    return nearest ? "; did you mean '" + std::string(*nearest) + "'?" : "; see petal --help";
-}
-
 // Why the command line cannot be meant, or the empty text.
 std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& commands, int argc, char** argv)
 {
     if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1]))
-        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], commands);
+        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], app);
     for (const Command& command : commands)
         if (const char* const flag = flagWithEmptyValue(*command.app, argc, argv))
             return std::string(flag) + ": this option takes no value";
@@ -348,12 +322,20 @@ std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& 
 int runCommandLine(int argc, char** argv)
 {
     CLI::App app(mainHelp, "petal");
-    app.formatter(std::make_shared<OneLineEach>());
-    app.set_version_flag("--version", std::string("petal ") + petalVersion);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_help_flag("-h,--help", "Describe the command and exit");
+    app.set_version_flag("-V,--version", versionText, "Say which version this is, how it was built, and exit");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
     const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app), addCheckCommand(app),
                                            addTreeCommand(app),   addDiffCommand(app),   addGitCommand(app),
-                                           addDrawCommand(app),   addBrowseCommand(app), addOptionsCommand(app)};
+                                           addDrawCommand(app),   addBrowseCommand(app), addOptionsCommand(app),
+                                           addHelpCommand(app)};
+    for (CLI::App* const command : app.get_subcommands({}))
+        command->group("Commands");
+    std::string helpFlag = "--help";
+    if (argc == 2 && std::string_view(argv[1]) == "help")
+        argv[1] = helpFlag.data();
     if (const std::string fault = faultBeforeParsing(app, commands, argc, argv); !fault.empty()) {
         report(fault);
         return wrongUsage;

@@ -1,9 +1,9 @@
 #include "CommandLog.h"
 
 #include "OutputTarget.h"
+#include "Progress.h"
 #include "Writing.h"
 
-#include "Terminal.h"
 #include "text/Utf8.h"
 
 #include <cerrno>
@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr auto progressInterval = std::chrono::milliseconds(40);
 // A file begins anew; what is open already, as behind /dev/stderr, goes on where it is.
 std::FILE* openLog(const std::string& path)
 {
@@ -23,21 +22,9 @@ std::FILE* openLog(const std::string& path)
     return descriptor < 0 ? nullptr : fdopen(descriptor, "we");
 }
 
-// As much of a text as fits into `width` columns of a terminal.
-std::string displayable(std::string_view text, std::size_t width)
-{
-    const std::string line = text::onOneLine(text);
-    std::size_t end = 0;
-    while (end < line.size() && width > 0) {
-        end += text::characterLength(std::string_view(line).substr(end));
-        --width;
-    }
-    return line.substr(0, end);
-}
-
 } // namespace
 
-CommandLog::CommandLog(const std::string& path, bool showsProgress) : name(path), progress(showsProgress)
+CommandLog::CommandLog(const std::string& path) : name(path)
 {
     if (path.empty())
         return;
@@ -64,23 +51,8 @@ void CommandLog::add(const KivLogEntry& entry)
         std::fwrite(line.data(), 1, line.size(), file);
         std::fputc('\n', file);
     }
-    if (progress && &entry.identifier == &ROS_E_PRINTING_PACKAGE && Clock::now() - lastShown >= progressInterval)
-        show(entry.getText());
-}
-
-void CommandLog::show(const KivString& text)
-{
-    lastShown = Clock::now();
-    isShown = true;
-    std::fprintf(stderr, "\r\033[K%s", displayable(text.view(), terminalWidth() - 1).c_str());
-    std::fflush(stderr);
-}
-
-void CommandLog::clearProgress()
-{
-    if (isShown)
-        std::fputs("\r\033[K", stderr);
-    isShown = false;
+    if (&entry.identifier == &ROS_E_PRINTING_PACKAGE && isProgressDue())
+        showProgress(entry.getText().view());
 }
 
 void CommandLog::close()

@@ -27,9 +27,9 @@ struct DesignRequest {
 };
 
 struct ExportRequest {
-    std::string model;  ///< path, or `-` for standard input
-    std::string output; ///< path, `-` for standard output, or empty for the model's name
-    std::string log;    ///< path, `-` for standard error, or empty
+    std::vector<std::string> models; ///< paths, or `-` for standard input
+    std::string output;              ///< file or folder, `-` for standard output, or empty for the models' names
+    std::string log;                 ///< path, `-` for standard error, or empty
     std::string statisticsFile;
     std::vector<OptionValue> options; ///< in the order given; the last one for a name holds
     DesignRequest design;
@@ -42,7 +42,7 @@ int runExport(const ExportRequest& request);
 
 struct ImportRequest {
     std::string input;  ///< path, or `-` for standard input
-    std::string output; ///< path, `-` for standard output, or empty for the design's name
+    std::string output; ///< file or folder, `-` for standard output, or empty for the design's name
     DesignRequest design;
     bool isQuiet = false;
     bool listsFormats = false; ///< instead of importing, which then needs no input
@@ -53,21 +53,23 @@ int runImport(const ImportRequest& request);
 struct CheckRequest {
     std::vector<std::string> files; ///< paths, or `-` for standard input
     ReadRequest reading;
+    std::string leastFault; ///< `note`, `warning`, `error`: from here on a finding speaks against the file
     bool asJson = false;
     bool showsNotes = false;
+    bool isQuiet = false; ///< says nothing of how many there are
 };
 
 /// Says what is wrong with petal files.
 int runCheck(const CheckRequest& request);
 
 struct TreeRequest {
-    std::string file; ///< path, or `-` for standard input
+    std::vector<std::string> files; ///< paths, or `-` for standard input
     ReadRequest reading;
     std::size_t depth = std::numeric_limits<std::size_t>::max(); ///< number of levels shown
     bool isFull = false;                                         ///< everything that is said in the file alone
 };
 
-/// Prints the outline of a petal file.
+/// Prints the outlines of petal files.
 int runTree(const TreeRequest& request);
 
 /// Prints everything that is said in a petal file, without its units, one fact a line. Throws `reader::NotPetal`.
@@ -104,26 +106,27 @@ struct GitRequest {
 int runGitCommand(const GitRequest& request);
 
 struct BrowseRequest {
-    std::string file;   ///< path, or `-` for standard input
-    std::string output; ///< path, `-` for standard output, or empty for the file's name
+    std::vector<std::string> files; ///< paths, or `-` for standard input
+    std::string output;             ///< file or folder, `-` for standard output, or empty for the files' names
     ReadRequest reading;
     bool isQuiet = false;
 };
 
-/// Writes a petal file as a page for a browser.
+/// Writes petal files as pages for a browser.
 int runBrowse(const BrowseRequest& request);
 
 struct DrawRequest {
-    std::string file;                  ///< path, or `-` for standard input
+    std::vector<std::string> files;    ///< paths, or `-` for standard input
     std::vector<std::string> diagrams; ///< names, full names or quids; none for all
     std::string output;                ///< file or folder, `-` for standard output, or empty for the current folder
     std::string format;                ///< `svg`, `png`, `pdf`, or empty to tell it by the output's ending
     ReadRequest reading;
     bool listsDiagrams = false; ///< instead of drawing
+    bool asJson = false;        ///< the list
     bool isQuiet = false;
 };
 
-/// Draws diagrams of a petal file.
+/// Draws diagrams of petal files.
 int runDraw(const DrawRequest& request);
 
 /// Why pictures have no format of that name, or the empty text when they have.
@@ -134,6 +137,3 @@ int runOptions(bool asJson);
 
 /// Why `option` cannot be given to an export, or the empty text when it can.
 [[nodiscard]] std::string whyNotAnOption(std::string_view option);
-
-/// The name of the output when none is given: the model's without its folder and ending, with `.mdl`.
-[[nodiscard]] std::string defaultOutput(const std::string& model);

@@ -1,5 +1,6 @@
 #include "DesignImport.h"
 
+#include "Amounts.h"
 #include "designs/convert/ModelLayout.h"
 #include "text/Files.h"
 #include "text/JsonWriter.h"
@@ -53,6 +54,15 @@ void addEntries(std::string& text, const char* word, const std::vector<design::R
             .append(" (")
             .append(text::onOneLine(entry.second))
             .append(")\n");
+}
+
+// "class" of "classes".
+std::string singularOf(std::string_view plural)
+{
+    const auto without = [&](std::size_t letters) { return std::string(plural.substr(0, plural.size() - letters)); };
+    if (plural.ends_with("ies"))
+        return without(3) + "y";
+    return without(plural.ends_with("sses") || plural.ends_with("xes") ? 2 : 1);
 }
 
 void writeEntries(text::JsonWriter& json, const char* key, const std::vector<design::ReportEntry>& entries)
@@ -193,7 +203,7 @@ std::string summaryOf(const ImportedDesign& imported)
     std::string text = text::onOneLine(imported.file) + " (" + std::string(imported.format) + "): ";
     const char* separator = "";
     for (const design::Taken& taken : imported.converted.taken) {
-        text.append(separator).append(std::to_string(taken.count)).append(" ").append(taken.kind);
+        text.append(separator).append(counted(taken.count, singularOf(taken.kind), taken.kind));
         separator = ", ";
     }
     text += '\n';

@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "FileRoles.h"
+#include "Findings.h"
 
 #include "text/Files.h"
 

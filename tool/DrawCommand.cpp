@@ -1,8 +1,15 @@
 #include "Commands.h"
 
+#include "Amounts.h"
+#include "DiagramList.h"
 #include "FileRoles.h"
+#include "Findings.h"
 #include "MadeAhead.h"
 #include "OutputFile.h"
+#include "OutputNames.h"
+#include "PictureNames.h"
+#include "Progress.h"
+#include "text/Files.h"
 #include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
@@ -13,12 +20,9 @@
 #include "render/Text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <exception>
 #include <filesystem>
 #include <functional>
-#include <iostream>
-#include <map>
 #include <set>
 
 namespace {
@@ -32,11 +36,6 @@ constexpr std::pair<std::string_view, ImageFormat> formats[] = {
     {"png", ImageFormat::png},
     {"pdf", ImageFormat::pdf},
 };
-
-// Names that some systems keep for devices, whatever comes behind a dot.
-constexpr std::string_view devices[] = {"aux", "con", "nul", "prn"};
-
-constexpr std::size_t longestName = 100; // bytes, far below what file systems take
 
 bool isFormat(const std::string& name)
 {
@@ -58,104 +57,55 @@ std::string formatOfEnding(const std::string& path)
     return ending.size() > 1 && isFormat(ending.substr(1)) ? ending.substr(1) : std::string();
 }
 
-// A name that every file system takes: what may stand for something else there becomes an underscore.
-std::string safeName(const std::string& text)
+// Whether the pictures go into a folder, by the name that the user gives. One with an ending is a file.
+bool isFolder(const std::string& output)
 {
-    constexpr std::string_view unsafe = "/\\:*?\"<>|$`'&;!";
-    std::string name = text::onOneLine(render::cleanText(text)); // what steers a terminal is a question mark in it
-    std::replace_if(
-        name.begin(), name.end(), [&](char c) { return unsafe.find(c) != std::string_view::npos; }, '_');
-    name.resize(text::beginningOf(name, longestName).size());
-    while (!name.empty() && (name.back() == ' ' || name.back() == '.'))
-        name.pop_back();
-    const std::string stem = text::lowerCase(name.substr(0, name.find('.')));
-    const bool isDevice = std::find(std::begin(devices), std::end(devices), stem) != std::end(devices);
-    if (!name.empty() && (isDevice || name.front() == '.' || name.front() == '-' || name.front() == ' '))
-        name.insert(name.begin(), '_');
-    return name;
+    if (output.empty() || meansFolder(output))
+        return true;
+    if (output == "-" || !formatOfEnding(output).empty())
+        return false;
+    if (fs::path(output).has_extension())
+        throw WrongUsage(output + ": a picture ends in .svg, .png or .pdf, the name of a folder in a slash");
+    return true;
 }
 
-// Names of the files of diagrams in one folder, no two of which differ in case only.
-class FileNames {
-public:
-    std::string nameFor(const Diagram& diagram, const std::string& ending)
-    {
-        const std::string kind(reader::diagramKindName(diagram.kind));
-        std::string name = safeName(diagram.name);
-        if (name.empty())
-            name = kind + " diagram";
-        std::string unique = name;
-        if (isTaken(unique, ending))
-            unique = name + " (" + kind + ")";
-        if (isTaken(unique, ending) && diagram.owner)
-            unique = name + " (" + safeName(reader::shownName(*diagram.owner)) + ")";
-        const std::string numbered = unique;
-        std::size_t& number = numbers[text::lowerCase(numbered)];
-        while (isTaken(unique, ending))
-            unique = numbered + " " + std::to_string(++number + 1);
-        taken.insert(text::lowerCase(unique + ending));
-        return unique + ending;
-    }
-
-private:
-    [[nodiscard]] bool isTaken(const std::string& name, const std::string& ending) const
-    {
-        return taken.contains(text::lowerCase(name + ending));
-    }
-
-    std::set<std::string> taken;
-    std::map<std::string, std::size_t> numbers; ///< the last behind each name
-};
-
+// The pictures of a file, in a folder or as one file.
 class Drawing {
 public:
-    Drawing(const DrawRequest& request, const reader::Document& document, const text::ReadRecord& read)
-        : request(request), document(document), read(read), index(document)
+    Drawing(const DrawRequest& request, const Making& making, const reader::Document& document,
+            const text::ReadRecord& read)
+        : request(request), making(making), document(document), read(read), index(document)
     {
     }
 
     int run()
     {
-        if (request.listsDiagrams)
-            return list();
         const int exitCode = select();
         if (exitCode != done)
             return exitCode;
-        const bool isFile = request.output == "-" || !formatOfEnding(request.output).empty();
-        return isFile && !fs::is_directory(request.output) ? drawInto(request.output) : drawAll();
+        return isFolder(making.output) ? drawAll() : drawInto(making.output);
     }
 
 private:
-    [[nodiscard]] std::string fullName(const Diagram& diagram) const
-    {
-        const std::string path = diagram.owner ? index.path(*diagram.owner) : std::string();
-        return path.empty() ? diagram.name : path + "::" + diagram.name;
-    }
-
-    [[nodiscard]] int list() const
-    {
-        refuseClashes({{"-", "the list"}}, read);
-        for (const Diagram& diagram : index.diagrams())
-            std::cout << reader::diagramKindName(diagram.kind) << '\t' << text::onOneLine(fullName(diagram)) << '\n';
-        return endOfOutput(done, exportFailed);
-    }
-
-    // Takes those that are asked for, or all.
+    // Takes those that are asked for, or all in which there is something.
     int select()
     {
         std::set<std::string> unknown(request.diagrams.begin(), request.diagrams.end());
         const std::set<std::string> wanted = unknown;
         for (const Diagram& diagram : index.diagrams()) {
-            const std::string names[] = {diagram.name, fullName(diagram), diagram.object->text("quid")};
-            const bool isWanted = std::any_of(std::begin(names), std::end(names),
-                                              [&](const std::string& name) { return wanted.contains(name); });
+            const std::string names[] = {diagram.name, fullNameOf(diagram, index), diagram.object->text("quid")};
+            const bool isNamed = std::any_of(std::begin(names), std::end(names),
+                                             [&](const std::string& name) { return wanted.contains(name); });
             for (const std::string& name : names)
                 unknown.erase(name);
-            if (wanted.empty() || isWanted)
+            const bool isEmpty = diagram.object->objects("items").empty();
+            if (isNamed || (wanted.empty() && !isEmpty))
                 selected.push_back(&diagram);
+            else if (wanted.empty())
+                ++emptyOnes;
         }
         for (const std::string& name : unknown)
-            report(whyNotADiagram(name));
+            report(text::fileName(making.input) + ": " + whyNotADiagram(name));
         return unknown.empty() ? done : wrongUsage;
     }
 
@@ -179,37 +129,48 @@ private:
         }
         const std::string format = request.format.empty() ? formatOfEnding(file) : request.format;
         refuseClashes({{file, role}}, read);
-        return write(made(*selected.front(), file, formatCalled(format)), *selected.front(), file);
+        const int exitCode = write(made(*selected.front(), file, formatCalled(format)), *selected.front(), file);
+        if (exitCode == done && file != "-")
+            tell(file);
+        return exitCode;
     }
 
     int drawAll()
     {
-        const fs::path folder = request.output;
+        if (selected.empty()) {
+            report(text::fileName(making.input) + ": there are no diagrams in it" +
+                   (emptyOnes > 0 ? " but empty ones" : ""));
+            return done;
+        }
+        const fs::path folder = making.output;
         const std::string format = request.format.empty() ? "svg" : request.format;
-        FileNames names;
+        PictureNames names;
         std::vector<FileRole> pictures;
         for (const Diagram* const diagram : selected)
             pictures.push_back({(folder / names.nameFor(*diagram, std::string(".").append(format))).string(), role});
         refuseClashes(pictures, read);
-        makeFolder(folder);
-        if (selected.empty())
-            report(request.file + ": there are no diagrams in it");
+        makeFolder(folder.string());
         int exitCode = done;
         MadeAhead<Picture> ahead(
             selected.size(), [&](std::size_t i) { return made(*selected[i], pictures[i].path, formatCalled(format)); });
-        for (std::size_t i = 0; i < selected.size(); ++i)
+        for (std::size_t i = 0; i < selected.size(); ++i) {
+            showProgress("picture " + std::to_string(i + 1) + " of " + std::to_string(selected.size()) + ": " +
+                         pictures[i].path);
             exitCode = std::max(exitCode, write(ahead.next(), *selected[i], pictures[i].path));
+        }
+        const std::string name = folder.empty() ? "." : folder.string();
+        tell(name + (name.ends_with('/') ? "" : "/"));
         return exitCode;
     }
 
-    // The one that stands for the current folder is empty.
-    static void makeFolder(const fs::path& folder)
+    // How many pictures there are now in the folder or file.
+    void tell(const std::string& place) const
     {
-        std::error_code error;
-        if (!folder.empty())
-            fs::create_directories(folder, error);
-        if (error)
-            throw std::system_error(error, folder.string());
+        std::string text = counted(drawn, "picture", "pictures") + ", " + sizeText(bytes);
+        if (emptyOnes > 0)
+            text += "; left out: " + counted(emptyOnes, "empty diagram", "empty diagrams");
+        if (!request.isQuiet)
+            tellMade(place, text);
     }
 
     // Pictures are made by several threads, written and told of by one.
@@ -231,17 +192,19 @@ private:
         return picture;
     }
 
-    [[nodiscard]] int write(const Picture& picture, const Diagram& diagram, const std::string& file) const
+    [[nodiscard]] int write(const Picture& picture, const Diagram& diagram, const std::string& file)
     {
-        return reportFailures(request.file, file, [&] {
+        return reportFailures(making.input, file, [&] {
             for (const std::string& warning : picture.warnings)
                 if (!request.isQuiet)
-                    report(text::onOneLine(fullName(diagram)) + ": " + warning);
+                    report(text::onOneLine(fullNameOf(diagram, index)) + ": " + warning);
             if (picture.failure)
                 std::rethrow_exception(picture.failure);
             OutputFile output(file);
             output.write(picture.bytes);
             output.commit();
+            ++drawn;
+            bytes += picture.bytes.size();
             return done;
         });
     }
@@ -254,18 +217,53 @@ private:
             const std::string svg = render::svgOf(document, index, diagram, {"", warn, nullptr, most});
             return render::imageOf(svg, format, warn);
         } catch (const render::ImageError& error) {
-            throw render::ImageError(file + ": " + fullName(diagram) + ": " + error.what());
+            throw render::ImageError(file + ": " + fullNameOf(diagram, index) + ": " + error.what());
         }
     }
 
     static constexpr const char* role = "the picture";
 
     const DrawRequest& request;
+    const Making& making;
     const reader::Document& document;
     const text::ReadRecord& read;
     reader::Index index;
     std::vector<const Diagram*> selected;
+    std::size_t emptyOnes = 0;
+    std::size_t drawn = 0;
+    std::size_t bytes = 0;
 };
+
+// Of one file the pictures go where the user says, of several into a folder there for each.
+std::vector<Making> placesFor(const DrawRequest& request)
+{
+    if (request.files.size() == 1)
+        return {{request.files.front(), request.output}};
+    if (!isFolder(request.output))
+        throw WrongUsage((request.output == "-" ? "standard output" : request.output) +
+                         " is one file for the pictures of " + std::to_string(request.files.size()) +
+                         "; a folder takes them");
+    std::vector<Making> makings;
+    std::set<std::string> taken;
+    for (const std::string& file : request.files) {
+        const std::string name = stemOf(text::fileName(file));
+        if (!taken.insert(text::lowerCase(name)).second)
+            throw WrongUsage(file + ": another file's pictures go into the folder '" + name + "' already");
+        makings.push_back({file, (fs::path(request.output) / name / "").string()}); // the slash says what it is
+    }
+    return makings;
+}
+
+int drawFile(const DrawRequest& request, const Making& making)
+{
+    return reportFailures(making.input, making.output, [&] {
+        const text::ReadRecord read;
+        const reader::Document document(making.input, readOptions(request.reading));
+        if (!request.isQuiet)
+            reportFindings(document);
+        return Drawing(request, making, document, read).run();
+    });
+}
 
 } // namespace
 
@@ -276,11 +274,12 @@ std::string whyNotAnImageFormat(const std::string& name)
 
 int runDraw(const DrawRequest& request)
 {
-    return reportFailures(request.file, request.output, [&] {
-        const text::ReadRecord read;
-        const reader::Document document(request.file, readOptions(request.reading));
-        if (!request.isQuiet)
-            reportFindings(document);
-        return Drawing(request, document, read).run();
+    if (request.isQuiet)
+        forbidProgress();
+    if (request.listsDiagrams)
+        return listDiagrams(request);
+    return reportFailures("", request.output, [&] {
+        static_cast<void>(isFolder(request.output)); // which refuses names that are neither
+        return makeAll(placesFor(request), [&](const Making& making) { return drawFile(request, making); });
     });
 }

@@ -1,9 +1,12 @@
 #include "Commands.h"
 
+#include "Amounts.h"
 #include "CommandLog.h"
 #include "DesignImport.h"
 #include "FileRoles.h"
 #include "OutputFile.h"
+#include "OutputNames.h"
+#include "Progress.h"
 #include "Statistics.h"
 #include "text/Files.h"
 #include "text/NearestName.h"
@@ -16,7 +19,6 @@
 #include <iostream>
 #include <optional>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -39,7 +41,7 @@ KivOptionList defaultOptions()
     return options;
 }
 
-std::vector<FileRole> outputsOf(const ExportRequest& request, const std::string& output)
+std::vector<FileRole> rolesOf(const ExportRequest& request, const std::string& output)
 {
     return {{output, "the output"},
             {request.log == "-" ? "" : request.log, "the log"}, // on standard error
@@ -72,13 +74,13 @@ bool needsPlaces(const ExportRequest& request)
 }
 
 // The model in a model file, or in a design of another tool, which is then imported; none after its mistakes were told.
-std::optional<Input> loadAnyModel(const ExportRequest& request)
+std::optional<Input> loadAnyModel(const ExportRequest& request, const std::string& path)
 {
-    const std::string content = text::readFile(request.model);
-    const std::string name = text::fileName(request.model);
+    const std::string content = text::readFile(path);
+    const std::string name = text::fileName(path);
     Input input;
-    if (const design::Format* const format = formatOfExport(content, request.model, request.design.format)) {
-        input.imported = importDesign(*format, content, request.model, request.design.hasLayout.value_or(true));
+    if (const design::Format* const format = formatOfExport(content, path, request.design.format)) {
+        input.imported = importDesign(*format, content, path, request.design.hasLayout.value_or(true));
         input.loaded = {std::move(input.imported->converted.model), content.size(), input.imported->converted.objects};
     } else if (std::optional<LoadedModel> loaded = takeModelFile(content, name)) {
         input.loaded = std::move(*loaded);
@@ -111,24 +113,25 @@ void runPlugin(const std::string& outputName, KivModel& model, KivOptionList& op
 }
 
 // Loads the model, exports it into a temporary file and puts that in place.
-int exportModel(const ExportRequest& request, const std::string& outputName)
+int exportModel(const ExportRequest& request, const Making& making)
 {
+    const std::string& outputName = making.output;
     Statistics statistics;
     const auto start = Clock::now();
     const text::ReadRecord read;
-    std::optional<Input> input = loadAnyModel(request);
+    std::optional<Input> input = loadAnyModel(request, making.input);
     if (!input)
         return invalidModel;
     if (request.isStrict && !input->warnings.empty()) {
-        report(text::fileName(request.model) + ": nothing is written, since there are warnings (--strict)");
+        report(text::fileName(making.input) + ": nothing is written, since there are warnings (--strict)");
         return exportFailed;
     }
     auto& [loaded, imported, warnings] = *input;
     const auto loadedAt = Clock::now();
-    refuseClashes(outputsOf(request, outputName), read);
+    refuseClashes(rolesOf(request, outputName), read);
 
     OutputFile output(outputName);
-    CommandLog log(request.log, !request.isQuiet && isatty(STDERR_FILENO) == 1);
+    CommandLog log(request.log);
     KivOptionList options = defaultOptions();
     for (const OptionValue& option : request.options)
         options.setValue(KivString(option.name), KivString(option.value));
@@ -136,7 +139,7 @@ int exportModel(const ExportRequest& request, const std::string& outputName)
     const auto runStart = Clock::now();
     runPlugin(outputName, *loaded.model, options, log);
     const auto runEnd = Clock::now();
-    log.clearProgress();
+    clearProgress();
     if (log.sawWrap() && !request.isQuiet)
         report(std::string("warning: ") + ROS_E_VIEW_NUMBERS_WRAP.getText());
 
@@ -157,14 +160,45 @@ int exportModel(const ExportRequest& request, const std::string& outputName)
     for (auto* const file : {&statisticsFile, &reportFile})
         if (*file)
             files.push_back(&**file);
+    const std::string made = contentsOf(*loaded.model) + ", " + sizeText(output.size());
     OutputFile::commitAll(files);
     if (imported && !request.isQuiet)
         std::cerr << summaryOf(*imported);
+    if (outputName != "-" && !request.isQuiet)
+        tellMade(outputName, made);
     if (request.showsStatistics && !request.isQuiet)
         std::cerr << statistics.asText();
     // The process ends next; to take the model apart object by object would only cost time.
     [[maybe_unused]] static const KivModel* const left = loaded.model.release();
     return done;
+}
+
+// The name of the output when none is given: the model's without its folder and ending, with `.mdl`.
+std::string defaultOutput(const std::string& model)
+{
+    if (model == "-")
+        return "-";
+    std::string name = std::filesystem::path(model).filename().string();
+    const auto cut = [&name](std::string_view ending) {
+        if (name.size() > ending.size() && name.ends_with(ending))
+            name.resize(name.size() - ending.size());
+    };
+    for (const std::string_view ending : {".json", ".model"})
+        cut(ending);
+    for (const design::Format& format : design::formats())
+        for (const std::string_view ending : format.endings)
+            cut(ending);
+    return name + ".mdl";
+}
+
+// What is written beside the output is about one export.
+void refuseSharedFiles(const ExportRequest& request, std::size_t exports)
+{
+    const std::pair<const char*, const std::string&> files[] = {
+        {"--log", request.log}, {"--stats-json", request.statisticsFile}, {"--report", request.design.reportFile}};
+    for (const auto& [option, file] : files)
+        if (exports > 1 && !file.empty())
+            throw WrongUsage(std::string(option) + " is about one model, not " + std::to_string(exports));
 }
 
 } // namespace
@@ -189,25 +223,15 @@ std::string whyNotAnOption(std::string_view option)
     return reason;
 }
 
-std::string defaultOutput(const std::string& model)
-{
-    if (model == "-")
-        return "-";
-    std::string name = std::filesystem::path(model).filename().string();
-    const auto cut = [&name](std::string_view ending) {
-        if (name.size() > ending.size() && name.ends_with(ending))
-            name.resize(name.size() - ending.size());
-    };
-    for (const std::string_view ending : {".json", ".model"})
-        cut(ending);
-    for (const design::Format& format : design::formats())
-        for (const std::string_view ending : format.endings)
-            cut(ending);
-    return name + ".mdl";
-}
-
 int runExport(const ExportRequest& request)
 {
-    const std::string output = request.output.empty() ? defaultOutput(request.model) : request.output;
-    return reportFailures(request.model, output, [&] { return exportModel(request, output); });
+    if (request.isQuiet)
+        forbidProgress();
+    return reportFailures("", request.output, [&] {
+        const std::vector<Making> makings = outputsFor(request.models, request.output, defaultOutput);
+        refuseSharedFiles(request, makings.size());
+        return makeAll(makings, [&](const Making& making) {
+            return reportFailures(making.input, making.output, [&] { return exportModel(request, making); });
+        });
+    });
 }

@@ -58,10 +58,12 @@ ExportOptions::ExportOptions(CLI::App& command) : app(command)
         ->allow_extra_args(false)
         ->check(CLI::Validator(checkOption, ""))
         ->take_all();
-    app.add_option("--types", types, "Type system of type names")
+    app.add_option("--types", types,
+                   "Whose type names are written: those of the model as they are, or those of C++ (the default, which "
+                   "makes std::chrono::year_month_day of Date), Java or Oracle")
         ->option_text("as-is|c++|java|oracle")
         ->allow_extra_args(false)
-        ->check(CLI::IsMember({"as-is", "c++", "java", "oracle"}).description(""))
+        ->transform(CLI::IsMember({"as-is", "c++", "java", "oracle"}, CLI::ignore_case).description(""))
         ->take_all();
     addFlag("--foreign-keys", BP_EXPORT_FOREIGN_KEY_ATTRIBUTES, BOOLEAN_ENUM_VALUE_TRUE,
             "Write attributes that belong to foreign keys");

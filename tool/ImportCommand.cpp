@@ -1,8 +1,10 @@
 #include "Commands.h"
 
+#include "Amounts.h"
 #include "DesignImport.h"
 #include "FileRoles.h"
 #include "OutputFile.h"
+#include "OutputNames.h"
 #include "text/Files.h"
 
 #include "kiv/KivModelFile.h"
@@ -28,6 +30,7 @@ std::string modelFileOf(KivModel& model, const KivIds& ids)
 // What is to be written, and what there is to say of the design that it comes from.
 struct Input {
     std::string modelFile;
+    std::string contents;
     std::optional<ImportedDesign> imported;
 };
 
@@ -42,11 +45,12 @@ std::optional<Input> readInput(const ImportRequest& request)
         if (!loaded)
             return std::nullopt;
         loaded->model = placeBoxes(std::move(loaded->model), text::fileName(request.input), request.isQuiet);
-        return Input{modelFileOf(*loaded->model, ids), std::nullopt};
+        return Input{modelFileOf(*loaded->model, ids), contentsOf(*loaded->model), std::nullopt};
     }
     const design::Format& format = formatOfImport(content, request.input, request.design.format);
     Input input;
     input.imported = importDesign(format, content, request.input, hasLayout.value_or(true));
+    input.contents = contentsOf(*input.imported->converted.model);
     input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
     return input;
 }
@@ -69,6 +73,8 @@ int importFile(const ImportRequest& request, const std::string& outputName)
     OutputFile::commitAll(files);
     if (input->imported && !request.isQuiet)
         std::cerr << summaryOf(*input->imported);
+    if (outputName != "-" && !request.isQuiet)
+        tellMade(outputName, input->contents + ", " + sizeText(input->modelFile.size()));
     return done;
 }
 
@@ -101,6 +107,8 @@ int runImport(const ImportRequest& request)
         report("DESIGN is required; see petal import --help");
         return wrongUsage;
     }
-    const std::string output = request.output.empty() ? defaultModelName(request.input) : request.output;
-    return reportFailures(request.input, output, [&] { return importFile(request, output); });
+    return reportFailures(request.input, request.output, [&] {
+        const std::vector<Making> makings = outputsFor({request.input}, request.output, defaultModelName);
+        return importFile(request, makings.front().output);
+    });
 }

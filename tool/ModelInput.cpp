@@ -1,22 +1,30 @@
 #include "ModelInput.h"
 
+#include "Amounts.h"
+#include "Progress.h"
 #include "Terminal.h"
 #include "text/Utf8.h"
+
+#include "kiv/KivClass.h"
 
 #include <algorithm>
 #include <iostream>
 #include <tuple>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
 constexpr std::size_t mostWarnings = 20;
+constexpr int hiddenLevel = 2; // of elements that are not written
 
 // `FILE:LINE:COLUMN: MESSAGE`, and on a terminal the line itself.
 void tellPlace(const std::string& file, std::size_t line, std::size_t column, const std::string& message,
                const std::string& text)
 {
-    std::cerr << text::onOneLine(file) << ':' << line << ':' << column << ": " << text::onOneLine(message) << '\n';
+    clearProgress();
+    std::cerr << text::onOneLine(file) << ':' << line << ':' << column << ": "
+              << inColour(text::onOneLine(message), STDERR_FILENO) << '\n';
     if (isErrorTerminal())
         std::cerr << excerptAt(text, line, column, terminalWidth());
 }
@@ -28,6 +36,30 @@ std::string messageOf(const ModelWarning& warning)
 }
 
 } // namespace
+
+std::string contentsOf(const KivModel& model)
+{
+    std::size_t classes = 0;
+    std::size_t diagrams = 0;
+    std::vector<const KivPackage*> waiting; // packages may lie in each other deeper than any stack
+    for (const KivPackage* const package : model.childPackages)
+        if (package->elementType == KivElementType::DesignPackage)
+            waiting.push_back(package);
+    while (!waiting.empty()) {
+        const KivPackage& package = *waiting.back();
+        waiting.pop_back();
+        const auto isClass = [](const KivObject* each) {
+            return each && each->elementType == KivElementType::Class &&
+                   static_cast<const KivClass&>(*each).modelLevel != hiddenLevel;
+        };
+        classes += static_cast<std::size_t>(
+            std::count_if(package.modelElements.begin(), package.modelElements.end(), isClass));
+        diagrams += package.diagrams.count();
+        for (const KivPackage* const child : package.childPackages)
+            waiting.push_back(child);
+    }
+    return counted(classes, "class", "classes") + ", " + counted(diagrams, "diagram", "diagrams");
+}
 
 std::optional<LoadedModel> takeModelFile(const std::string& text, const std::string& name, KivIds* ids)
 {
@@ -74,7 +106,8 @@ void tellWarnings(const std::vector<ModelWarning>& warnings, const std::string& 
         if (warnings[i].hasPlace())
             tellPlace(name, warnings[i].place.line, warnings[i].place.column, messageOf(warnings[i]), text);
         else
-            std::cerr << text::onOneLine(name) << ": " << text::onOneLine(messageOf(warnings[i])) << '\n';
+            std::cerr << text::onOneLine(name) << ": "
+                      << inColour(text::onOneLine(messageOf(warnings[i])), STDERR_FILENO) << '\n';
     }
     if (const std::size_t more = warnings.size() - told; more > 0)
         std::cerr << text::onOneLine(name) << ": " << more

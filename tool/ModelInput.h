@@ -15,6 +15,9 @@
 [[nodiscard]] std::optional<LoadedModel> takeModelFile(const std::string& text, const std::string& name,
                                                        KivIds* ids = nullptr);
 
+/// `10 classes, 2 diagrams`: what of a model is written.
+[[nodiscard]] std::string contentsOf(const KivModel& model);
+
 /// Something in a model that is taken as it stands and surely not meant.
 struct ModelWarning {
     KivFaultKind kind = KivFaultKind::NotWritten;

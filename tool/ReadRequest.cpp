@@ -1,7 +1,5 @@
 #include "ReadRequest.h"
 
-#include "Commands.h"
-
 #include <filesystem>
 #include <system_error>
 
@@ -39,13 +37,4 @@ reader::ReadOptions readOptions(const ReadRequest& request)
         options.paths[path.substr(nameStart, equals - nameStart)] = path.substr(equals + 1);
     }
     return options;
-}
-
-void reportFindings(const reader::Document& document)
-{
-    for (const reader::Finding& finding : document.findings())
-        reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
-    for (const reader::MissingUnit& unit : document.missingUnits())
-        if (!unit.isUnwanted)
-            report(unit.fileName + ": not loaded: " + unit.reason);
 }

@@ -20,6 +20,3 @@ struct ReadRequest {
 [[nodiscard]] std::string whyNotAFolder(const std::string& path);
 
 [[nodiscard]] reader::ReadOptions readOptions(const ReadRequest& request);
-
-/// Says what was wrong with the text of the files, and which units are missing, on standard error.
-void reportFindings(const reader::Document& document);

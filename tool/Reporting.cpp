@@ -2,6 +2,7 @@
 
 #include "DesignImport.h"
 #include "FileRoles.h"
+#include "Progress.h"
 #include "StandardOutput.h"
 #include "Writing.h"
 
@@ -32,11 +33,13 @@ std::string messageOf(const std::system_error& error)
 
 void report(std::string_view message)
 {
+    clearProgress();
     std::cerr << "petal: " + text::onOneLine(message) + "\n";
 }
 
 void reportLines(std::string_view message)
 {
+    clearProgress();
     std::string lines = "petal: ";
     while (!message.empty()) {
         const std::size_t end = std::min(message.find('\n'), message.size());
@@ -47,9 +50,10 @@ void reportLines(std::string_view message)
     std::cerr << lines;
 }
 
-void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text)
+void tellMade(const std::string& file, std::string_view text)
 {
-    report(file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + std::string(text));
+    clearProgress();
+    std::cerr << text::onOneLine(file + ": ").append(text).append("\n");
 }
 
 int endOfOutput(int exitCode, int failure)
@@ -83,6 +87,9 @@ int reportFailures(const std::string& input, const std::string& output, const st
         report(messageOf(error));
         return invalidModel;
     } catch (const FileClash& error) {
+        report(error.what());
+        return wrongUsage;
+    } catch (const WrongUsage& error) {
         report(error.what());
         return wrongUsage;
     } catch (const PipeClosed&) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -24,8 +25,14 @@ void report(std::string_view message);
 /// A message whose line ends are meant, such as a list of what can be chosen.
 void reportLines(std::string_view message);
 
-/// A message about a place in a file: `FILE:LINE:COLUMN: TEXT`.
-void reportAt(const std::string& file, std::size_t line, std::size_t column, std::string_view text);
+/// The line that says what a command has made: `FILE: TEXT`.
+void tellMade(const std::string& file, std::string_view text);
+
+/// The command line names files that do not go together.
+class WrongUsage : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 /// Hands on what was written to standard output: `exitCode`, or `failure` after a message when it did not arrive. A
 /// reader that wants no more of it is told nothing.

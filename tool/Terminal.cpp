@@ -3,7 +3,9 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cwchar>
+#include <iterator>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <vector>
@@ -21,6 +23,27 @@ std::string_view lineOf(std::string_view text, std::size_t line)
         text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
     text = text.substr(0, text.find('\n'));
     return text.substr(0, text.size() - (text.ends_with('\r') ? 1U : 0U));
+}
+
+struct SeverityColour {
+    std::string_view word;
+    std::string_view code;
+};
+
+constexpr SeverityColour severityColours[] = {
+    {"error: ", "\033[1;31m"}, {"warning: ", "\033[1;35m"}, {"note: ", "\033[1;36m"}};
+constexpr std::string_view plainAgain = "\033[0m";
+
+ColourUse colourUse = ColourUse::automatic;
+
+bool hasColours(int descriptor)
+{
+    if (colourUse != ColourUse::automatic)
+        return colourUse == ColourUse::always;
+    const char* const refusal = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    return isatty(descriptor) == 1 && !(refusal && *refusal) && terminal && *terminal &&
+           std::string_view(terminal) != "dumb";
 }
 
 // A character and how many columns of a terminal it takes.
@@ -46,6 +69,22 @@ std::vector<Cell> cellsOf(std::string_view line)
 bool isErrorTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
+}
+
+void useColours(ColourUse use)
+{
+    colourUse = use;
+}
+
+std::string inColour(std::string_view message, int descriptor)
+{
+    const auto* const severity =
+        std::find_if(std::begin(severityColours), std::end(severityColours),
+                     [&](const SeverityColour& each) { return message.starts_with(each.word); });
+    if (severity == std::end(severityColours) || !hasColours(descriptor))
+        return std::string(message);
+    const std::size_t length = severity->word.size() - 1; // the blank has none
+    return std::string(severity->code).append(message, 0, length).append(plainAgain).append(message, length);
 }
 
 std::size_t terminalWidth()

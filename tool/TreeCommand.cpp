@@ -1,7 +1,9 @@
 #include "Commands.h"
 
 #include "FileRoles.h"
+#include "Findings.h"
 
+#include "text/Files.h"
 #include "text/Utf8.h"
 
 #include "compare/FullText.h"
@@ -117,18 +119,28 @@ private:
 int endOfReading(const reader::Document& document)
 {
     std::cout.flush();
-    for (const reader::Finding& finding : document.findings())
-        reportAt(finding.place.file, finding.place.line, finding.place.column, finding.text);
+    reportFaults(document);
     return endOfOutput(done, invalidModel);
 }
 
-int printTree(const TreeRequest& request)
+int printTree(const TreeRequest& request, const std::string& file)
 {
     const text::ReadRecord read;
-    const reader::Document document(request.file, readOptions(request.reading));
+    const reader::Document document(file, readOptions(request.reading));
     refuseClashes({{"-", "the outline"}}, read);
     Outline(document, request.depth).print();
     return endOfReading(document);
+}
+
+int treeOf(const TreeRequest& request, const std::string& file)
+{
+    return reportFailures(file, "standard output", [&] {
+        try {
+            return request.isFull ? writeFullTree(file, request.reading) : printTree(request, file);
+        } catch (const std::bad_alloc&) {
+            throw reader::NotPetal(notEnoughMemory);
+        }
+    });
 }
 
 } // namespace
@@ -147,11 +159,12 @@ int writeFullTree(const std::string& file, const ReadRequest& reading)
 
 int runTree(const TreeRequest& request)
 {
-    return reportFailures(request.file, "standard output", [&] {
-        try {
-            return request.isFull ? writeFullTree(request.file, request.reading) : printTree(request);
-        } catch (const std::bad_alloc&) {
-            throw reader::NotPetal(notEnoughMemory);
-        }
-    });
+    int exitCode = done;
+    for (const std::string& file : request.files) {
+        if (request.files.size() > 1)
+            std::cout << (&file == &request.files.front() ? "" : "\n") << text::onOneLine(text::fileName(file))
+                      << ":\n";
+        exitCode = std::max(exitCode, treeOf(request, file));
+    }
+    return exitCode;
 }

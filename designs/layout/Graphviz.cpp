@@ -119,8 +119,14 @@ bool placeByDot(Graph& graph, bool isBrief)
     return true;
 }
 
+std::string versionOfGraphviz()
+{
+    const std::unique_ptr<GVC_t, ContextEnd> context(gvContext());
+    return context ? std::string("Graphviz ") + gvcVersion(context.get()) : "Graphviz";
+}
+
 } // namespace
 
 } // namespace design
 
-const design::LayoutFunctions petalLayoutFunctions = {design::placeByDot};
+const design::LayoutFunctions petalLayoutFunctions = {design::placeByDot, design::versionOfGraphviz};

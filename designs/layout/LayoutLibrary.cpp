@@ -4,10 +4,15 @@
 
 namespace design {
 
-bool placeInLayers(Graph& graph, bool isBrief)
+const LayoutFunctions& layoutLibrary()
 {
     static const auto& library = loading::functionsOf<LayoutFunctions>("libpetal-layout.so", "petalLayoutFunctions");
-    return library.placeInLayers(graph, isBrief);
+    return library;
+}
+
+bool placeInLayers(Graph& graph, bool isBrief)
+{
+    return layoutLibrary().placeInLayers(graph, isBrief);
 }
 
 } // namespace design

@@ -44,7 +44,8 @@ TEST_F(BrowseCommand, EndsWithACodeAMessageAndAPage)
     } rows[] = {
         {{"old.mdl"}, 0, "petal: $LIB\\u.cat: not loaded: ", "old.html"},
         {{"old.mdl", "-q", "-o", "quiet.html"}, 0, "", "quiet.html"},
-        {{"old.mdl", "--no-units", "-o", "alone.html"}, 0, "", "alone.html"},
+        {{"old.mdl", "--no-units", "-o", "alone.html"}, 0, "alone.html: ", "alone.html"},
+        {{"old.mdl", "-q", "-o", "pages/"}, 0, "", "pages/old.html"},
         {{"old.mdl", "-o", "none/x.html"}, 1, "none/x.html: No such file or directory", ""},
         {{"old.mdl", "-o", "old.mdl"}, 2, "would overwrite old.mdl", "old.mdl"},
         {{"old.mdl", "--charset", "none"}, 2, "there is no charset 'none'", ""},

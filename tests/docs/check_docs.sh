@@ -26,7 +26,7 @@ help_options() {
 
 # The words of a text that look like options.
 option_words() {
-    tr -c 'A-Za-z0-9_-' '\n' | grep -e '^--*[a-z]'
+    tr -c 'A-Za-z0-9_-' '\n' | grep -e '^--*[A-Za-z]'
 }
 
 man_options() {
@@ -34,7 +34,7 @@ man_options() {
     sed -n "/^\.Ss ${title:-General options}\$/,/^\.S[sh] /p" "$man_page" | grep '^\.It ' | man_words
 }
 man_words() {
-    sed 's/Fl \(-*[a-z]\)/-\1/g' | option_words
+    sed 's/Fl \(-*[A-Za-z]\)/-\1/g' | option_words
 }
 
 bash_options() {
@@ -52,7 +52,7 @@ fish_options() {
     grep -e "-n \$${1:-command} " "$fish_file" | fish_words
 }
 fish_words() {
-    grep '^complete ' | sed 's/ -s \([a-z]\)/ -\1/g; s/ -l \([a-z]\)/ --\1/g' | option_words
+    grep '^complete ' | sed 's/ -s \([A-Za-z]\)/ -\1/g; s/ -l \([a-z]\)/ --\1/g' | option_words
 }
 
 for command in '' export import check tree diff git draw browse options; do

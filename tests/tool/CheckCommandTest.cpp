@@ -26,6 +26,8 @@ protected:
     {
         folder.write("fine.mdl", model("a 1"));
         folder.write("broken.mdl", model("a \"open"));
+        folder.write("twice.mdl", model("u (object Class \"A\"\nquid \"3ABD90E80066\")\n"
+                                        "v (object Class \"B\"\nquid \"3ABD90E80066\")"));
         folder.write("noted.mdl", model("a \"\\x\""));
         folder.write("other.txt", "{}");
         folder.write(
@@ -53,14 +55,21 @@ TEST_F(ReadCommands, EndWithACodeAndAMessage)
         const char* output;
         const char* errors;
     } rows[] = {
-        {{"check", "fine.mdl"}, 0, "", ""},
-        {{"check", "noted.mdl"}, 0, "", ""},
+        {{"check", "fine.mdl"}, 0, "", "fine.mdl: 0 errors, 0 warnings\n"},
+        {{"check", "noted.mdl"}, 0, "", "noted.mdl: 0 errors, 0 warnings; 1 note (see: --notes)\n"},
+        {{"check", "noted.mdl", "--fail-on", "note"}, 1, "", "1 note (see: --notes)\n"},
+        {{"check", "noted.mdl", "--fail-on", "fault"}, 2, "", "--fail-on"},
+        {{"check", "broken.mdl", "--fail-on", "error"}, 1, "error: ", "broken.mdl: 1 error, 0 warnings\n"},
+        {{"check", "twice.mdl"}, 1, "warning: ", "twice.mdl: 0 errors, 1 warning\n"},
+        {{"check", "twice.mdl", "--fail-on=error"}, 0, "warning: ", "twice.mdl: 0 errors, 1 warning\n"},
+        {{"check", "twice.mdl", "broken.mdl", "other.txt"}, 3, "warning: ", "2 files: 1 error, 1 warning\n"},
         {{"check", "noted.mdl", "--notes"}, 0, "noted.mdl:7:3: note: ", ""},
         {{"check", "fine.mdl", "broken.mdl"}, 1, "broken.mdl:7:3: error: expected a second \"", ""},
         {{"check", "broken.mdl", "other.txt"}, 3, "broken.mdl:7:3: error: ", "petal: other.txt: no petal file"},
         {{"check", "none.mdl"}, 3, "", "petal: none.mdl: No such file or directory\n"},
         {{"check", "-"}, 3, "", "petal: standard input: no petal file: it is empty\n"},
-        {{"check", "unit.mdl"}, 1, "$LIB\\u.cat", ""},
+        {{"check", "unit.mdl"}, 0, "warning: ", "unit.mdl: 0 errors, 1 warning\n"},
+        {{"check", "unit.mdl", "--fail-on", "note"}, 1, "$LIB\\u.cat", ""},
         {{"check", "unit.mdl", "--no-units"}, 0, "", ""},
         {{"check", "unit.mdl", "--path", "LIB=lib"}, 0, "", ""},
         {{"check", "unit.mdl", "--path=$lib=lib"}, 0, "", ""},
@@ -69,7 +78,9 @@ TEST_F(ReadCommands, EndWithACodeAndAMessage)
         {{"check"}, 2, "", "FILE"},
         {{"tree", "fine.mdl", "--depth", "0"}, 2, "", "--depth"},
         {{"tree", "other.txt"}, 3, "", "petal: other.txt: no petal file"},
-        {{"tree", "broken.mdl"}, 0, "", "petal: broken.mdl:7:3: expected a second \""},
+        {{"tree", "unit.mdl", "other.txt", "fine.mdl", "--no-units"}, 3, "unit.mdl:\npackage U", "no petal file"},
+        {{"tree", "other.txt", "fine.mdl"}, 3, "\nfine.mdl:\n", "no petal file"},
+        {{"tree", "broken.mdl"}, 0, "", "broken.mdl:7:3: error: expected a second \""},
         {{"tree", "unit.mdl", "--path", "LIB=lib"}, 0, "package U\n  class Ä\n", ""},
         {{"tree", "unit.mdl", "--path", "LIB=lib", "--charset", "CP1251"}, 0, "package U\n  class Д\n", ""},
         {{"tree", "unit.mdl"}, 0, "package U [not loaded: $LIB\\u.cat]\n", ""},
@@ -81,6 +92,8 @@ TEST_F(ReadCommands, EndWithACodeAndAMessage)
         EXPECT_THAT(result.errors, HasSubstr(row.errors)) << testing::PrintToString(row.arguments);
         EXPECT_EQ(result.output.empty(), !*row.output) << result.output << testing::PrintToString(row.arguments);
     }
+    EXPECT_EQ(run({"check", "-q", "broken.mdl"}).errors, "");
+    EXPECT_EQ(run({"check", "--json", "broken.mdl"}).errors, "");
 }
 
 TEST_F(ReadCommands, FindNothingInWhatTheExportWrites)

@@ -29,6 +29,9 @@ protected:
             "root_category (object Class_Category \"Logical View\" logical_presentations (list l\n";
         folder.write("two.mdl", start + diagram("ClassDiagram", "Main") + diagram("Tier_Diagram", "Tiers") + ")))");
         folder.write("none.mdl", start + ")))");
+        const std::string empty = "(object ClassDiagram \"Empty\" items (list diagram_item_list))\n";
+        folder.write("empty.mdl", start + empty + ")))");
+        folder.write("some.mdl", start + empty + diagram("ClassDiagram", "Main") + ")))");
         folder.write("names.mdl", start + diagram("ClassDiagram", "Main") + diagram("ClassDiagram", "MAIN") +
                                       diagram("UseCaseDiagram", "main") + diagram("ClassDiagram", "Main") +
                                       diagram("ClassDiagram", "Main") + diagram("ClassDiagram", "") +
@@ -68,7 +71,20 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
         {{"two.mdl", "--list"}, 0, "class\tLogical View::Main\nthree-tier\tLogical View::Tiers\n", ""},
         {{"two.mdl", "--diagram", "Main", "-o", "-"}, 0, "<svg ", ""},
         {{"two.mdl", "--diagram", "Logical View::Tiers", "-o", "-", "--format", "pdf"}, 0, "%PDF", ""},
-        {{"two.mdl", "--diagram", "Main", "-o", "main.PNG"}, 0, "", ""},
+        {{"two.mdl", "--diagram", "Main", "-o", "main.PNG"}, 0, "", "main.PNG: 1 picture, "},
+        {{"two.mdl", "--diagram", "Main", "-o", "main.png", "-q"}, 0, "", ""},
+        {{"empty.mdl", "--list"}, 0, "class\tLogical View::Empty\n", ""},
+        {{"two.mdl", "empty.mdl", "--list", "-q"}, 0, "two.mdl\tclass\tLogical View::Main\ntwo.mdl\t", ""},
+        {{"empty.mdl"}, 0, "", "petal: empty.mdl: there are no diagrams in it but empty ones\n"},
+        {{"empty.mdl", "--diagram", "Empty", "-o", "-"}, 0, "<svg ", ""},
+        {{"some.mdl", "-o", "some/"}, 0, "", "some/: 1 picture, "},
+        {{"some.mdl", "-o", "some"}, 0, "", "; left out: 1 empty diagram\n"},
+        {{"two.mdl", "-o", "x.jpg"}, 2, "", "petal: x.jpg: a picture ends in .svg, .png or .pdf, the name of a folder"},
+        {{"two.mdl", "-o", "x.jpg/", "-q"}, 0, "", ""},
+        {{"two.mdl", "-o", "x.jpg", "-q"}, 0, "", ""},
+        {{"two.mdl", "some.mdl", "-o", "x.svg"}, 2, "", "x.svg is one file for the pictures of 2; a folder takes them"},
+        {{"two.mdl", "x.jpg/two.mdl"}, 2, "", "another file's pictures go into the folder 'two' already"},
+        {{"two.mdl", "--json"}, 2, "", "--list"},
         {{"two.mdl", "-o", "-"}, 2, "", "standard output takes one diagram, not 2; name it with --diagram"},
         {{"two.mdl", "-o", "kept.svg"}, 2, "", "kept.svg takes one diagram, not 2"},
         {{"two.mdl", "--diagram", "Mian"}, 2, "", "there is no diagram 'Mian'; did you mean 'Main'?"},
@@ -107,8 +123,34 @@ TEST_F(DrawCommand, DrawsWhatTheExportWrites)
         {PETAL_COMMAND, {"export", PETAL_SOURCE_DIR "/examples/orders.model.json", "-o", "-"}, folder.path(), "", {}});
     const ProcessResult drawn = run({"-", "-o", "pictures"}, exported.output);
     EXPECT_EQ(drawn.exitCode, 0);
-    EXPECT_EQ(drawn.errors, "");
-    EXPECT_EQ(namesIn("pictures").size(), 9U);
+    EXPECT_THAT(drawn.errors, testing::MatchesRegex("pictures/: 6 pictures, [0-9]+ kB; left out: 3 empty diagrams\n"));
+    EXPECT_EQ(namesIn("pictures").size(), 6U);
+}
+
+TEST_F(DrawCommand, GivesEachOfSeveralFilesAFolder)
+{
+    folder.write("some.v1.mdl", folder.read("some.mdl"));
+    EXPECT_EQ(run({"two.mdl", "missing.mdl", "some.v1.mdl", "-o", "all/"}).exitCode, 3);
+    EXPECT_EQ(namesIn("all"), (std::set<std::string>{"two", "Main.svg", "Tiers.svg", "some.v1"}));
+    EXPECT_EQ(namesIn("all/some.v1"), std::set<std::string>{"Main.svg"});
+}
+
+TEST_F(DrawCommand, ListsDiagramsAsJson)
+{
+    const ProcessResult result = run({"some.mdl", "missing.mdl", "--list", "--json"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.output, R"({
+  "models": [
+    {
+      "file": "some.mdl",
+      "diagrams": [
+        {"kind": "class", "name": "Empty", "fullName": "Logical View::Empty", "quid": "", "items": 0},
+        {"kind": "class", "name": "Main", "fullName": "Logical View::Main", "quid": "", "items": 1}
+      ]
+    }
+  ]
+}
+)");
 }
 
 // Pictures are made by several threads, and come out as if there were one.
@@ -129,7 +171,7 @@ TEST_F(DrawCommand, DrawsManyInTheirOrder)
     folder.write("many.mdl", text + ")))");
     const ProcessResult drawn = run({"many.mdl", "-o", "all"});
     EXPECT_EQ(drawn.exitCode, 0);
-    EXPECT_EQ(drawn.errors, warnings);
+    EXPECT_THAT(drawn.errors, StartsWith(warnings + "all/: 40 pictures, "));
     EXPECT_EQ(namesIn("all").size(), count);
     const ProcessResult alone = run({"many.mdl", "--diagram", "D7", "-o", "-"});
     EXPECT_EQ(folder.read("all/D7.svg"), alone.output);

@@ -174,7 +174,7 @@ TEST_F(HostileNames, InOptionsSteerNoTerminal)
 TEST_F(HostileNames, AddNoLines)
 {
     const std::string name = "a\npetal: b.mdl: no petal file\n";
-    folder.write(name, "{}");
+    folder.write(name, "[]");
     for (const char* const command : {"check", "tree", "draw", "browse", "export", "import"}) {
         const ProcessResult result = runProcess({PETAL_COMMAND, {command, name}, folder.path(), "", {}});
         EXPECT_NE(result.exitCode, 0) << command;

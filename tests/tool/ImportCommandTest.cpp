@@ -111,8 +111,7 @@ TEST_F(ImportCommand, SaysWhatWasTakenAndWhatWasLeft)
 {
     for (const char* const command : {"import", "export"}) {
         const ProcessResult result = run({command, "shop.mdj", "-o", "out", "--report", "-"});
-        EXPECT_THAT(result.errors, StartsWith("shop.mdj (staruml): 1 packages, 1 classes, 1 diagrams, 1 boxes\n"))
-            << command;
+        EXPECT_THAT(result.errors, StartsWith("shop.mdj (staruml): 1 package, 1 class, 1 diagram, 1 box\n")) << command;
         EXPECT_THAT(result.errors, HasSubstr("left out: 1 x UMLUseCase (the host model has nothing of this kind)\n"))
             << command;
         EXPECT_THAT(result.output, HasSubstr(json("{'kind': 'UMLUseCase', 'id': 'u', 'name': 'Buy\\u001b', "

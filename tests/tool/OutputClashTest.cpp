@@ -23,8 +23,8 @@ protected:
                          "(object Design \"Logical View\" root_category (object Class_Category \"Logical "
                          "View\" logical_models (list l (object Class_Category \"U\" is_unit TRUE is_loaded "
                          "TRUE file_name \"unit.svg\")) logical_presentations (list l "
-                         "(object ClassDiagram \"Main\" items (list l)) "
-                         "(object ClassDiagram \"unit\" items (list l)))))");
+                         "(object ClassDiagram \"Main\" items (list l (object NoteView @1))) "
+                         "(object ClassDiagram \"unit\" items (list l (object NoteView @1))))))");
         folder.write("unit.svg", std::string(start) + "(object Class_Category \"U\")");
         folder.write("shop.uml", "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' "
                                  "xmlns:uml='http://www.eclipse.org/uml2/3.0.0/UML'><uml:Model xmi:id='m' name='Shop'>"

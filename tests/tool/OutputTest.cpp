@@ -249,7 +249,7 @@ TEST_F(Command, LeavesTheOldOrTheNewFileWhenASignalEndsIt)
                      return duration = Seconds(Clock::now() - start).count();
                  }));
     const Words names = folder.names();
-    const std::string contents[] = {folder.read("m.mdl"), exported({"--types", "java"})};
+    const std::string contents[] = {folder.read("m.mdl"), exported({"--types", "java", "-q"})};
     std::size_t now = 0; // which of the two stands in the file
     std::mt19937 random(1);
     int endedBySignal = 0;
