@@ -30,9 +30,10 @@ public:
             const auto [place, level] = open.back();
             open.pop_back();
             writeNode(place, level);
-            const std::vector<std::uint32_t> children = childrenOf(place);
-            for (auto child = children.rbegin(); child != children.rend(); ++child)
-                open.emplace_back(*child, level + 1);
+            std::vector<std::uint32_t> children = childrenOf(place);
+            std::reverse(children.begin(), children.end()); // the first is taken first
+            for (const std::uint32_t child : children)
+                open.emplace_back(child, level + 1);
         }
         sink(text);
     }
@@ -85,6 +86,7 @@ private:
         });
         std::sort(children.begin(), children.end());
         std::vector<std::uint32_t> places;
+        places.reserve(children.size());
         for (const Child& child : children)
             places.push_back(child.place);
         return places;

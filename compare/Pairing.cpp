@@ -201,7 +201,7 @@ private:
                 settle();
     }
 
-    Entries leftovers(const Snapshot& state, bool isNew, Key keyOf) const
+    [[nodiscard]] Entries leftovers(const Snapshot& state, bool isNew, Key keyOf) const
     {
         Entries result;
         for (std::uint32_t place = 0; place < state.size(); ++place) {
@@ -225,46 +225,52 @@ private:
         return quid.empty() ? std::nullopt : std::optional(hashOf(quid));
     }
 
-    std::optional<std::uint64_t> quidAnd(const Node& node, std::optional<std::uint64_t> other) const
+    [[nodiscard]] std::optional<std::uint64_t> quidAnd(const Node& node, std::optional<std::uint64_t> other) const
     {
         const auto quid = quidOf(node);
         return quid && other ? std::optional(mixed(*quid, *other)) : std::nullopt;
     }
 
-    std::optional<std::uint64_t> quidAndName(const Snapshot& /*state*/, bool /*isNew*/, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> quidAndName(const Snapshot& /*state*/, bool /*isNew*/,
+                                                           const Node& node) const
     {
         return quidAnd(node, node.name == 0 ? std::nullopt : std::optional(node.name));
     }
 
-    std::optional<std::uint64_t> quidAndOwner(const Snapshot& state, bool isNew, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> quidAndOwner(const Snapshot& state, bool isNew, const Node& node) const
     {
         return quidAnd(node, ownerOf(state, isNew, node));
     }
 
-    std::optional<std::uint64_t> quidAndContent(const Snapshot& /*state*/, bool /*isNew*/, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> quidAndContent(const Snapshot& /*state*/, bool /*isNew*/,
+                                                              const Node& node) const
     {
         return quidAnd(node, node.hasSubstance ? std::optional(node.content) : std::nullopt);
     }
 
-    std::optional<std::uint64_t> nameAndContent(const Snapshot& /*state*/, bool /*isNew*/, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> nameAndContent(const Snapshot& /*state*/, bool /*isNew*/,
+                                                              const Node& node) const
     {
         return node.name == 0 ? std::nullopt : std::optional(mixed(node.name, node.content));
     }
 
-    std::optional<std::uint64_t> ownerAndContent(const Snapshot& state, bool isNew, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> ownerAndContent(const Snapshot& state, bool isNew,
+                                                               const Node& node) const
     {
         const auto owner = ownerOf(state, isNew, node);
         return owner && node.hasSubstance ? std::optional(mixed(*owner, node.content)) : std::nullopt;
     }
 
     // Features of one name are in many classes.
-    std::optional<std::uint64_t> nameOfUnits(const Snapshot& /*state*/, bool /*isNew*/, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> nameOfUnits(const Snapshot& /*state*/, bool /*isNew*/,
+                                                           const Node& node) const
     {
         const bool isUnit = node.name != 0 && !isFeature(*node.object);
         return isUnit ? std::optional(node.name) : std::nullopt;
     }
 
-    std::optional<std::uint64_t> contentAlone(const Snapshot& /*state*/, bool /*isNew*/, const Node& node) const
+    [[nodiscard]] std::optional<std::uint64_t> contentAlone(const Snapshot& /*state*/, bool /*isNew*/,
+                                                            const Node& node) const
     {
         return node.hasSubstance && !isFeature(*node.object) ? std::optional(node.content) : std::nullopt;
     }

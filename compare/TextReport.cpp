@@ -56,7 +56,7 @@ std::string detailOf(const Change& change)
         return "moved from " + (change.before.empty() ? "the model" : text::onOneLine(change.before));
     if (change.what == "order")
         return "now " + text::onOneLine(change.after);
-    const std::string word(wordFor(change.what));
+    std::string word(wordFor(change.what));
     if (change.before.empty() && change.after == "TRUE")
         return word;
     if (change.before == "TRUE" && change.after.empty())
@@ -124,7 +124,7 @@ private:
             line('+', descriptionOf(states.after, object));
             return at + 1;
         }
-        const Changes last = endOfElement(at, end);
+        const auto last = endOfElement(at, end);
         std::string details;
         for (; at != last; ++at)
             details.append(details.empty() ? ": " : "; ").append(detailOf(*at));
@@ -141,7 +141,7 @@ private:
             line(isGoing(*at) ? '-' : '+', "diagram " + state.path(isGoing(*at) ? at->old : at->fresh));
             return at + 1;
         }
-        const Changes last = endOfElement(at, end);
+        const auto last = endOfElement(at, end);
         std::vector<std::pair<std::string, std::string>> details; // and the views of which they are told
         std::map<std::string, std::size_t> places;
         std::string words = "diagram " + states.after.path(at->fresh);
@@ -192,9 +192,10 @@ private:
             }
             at = states.after[at].parent;
         }
-        for (auto at = missing.rbegin(); at != missing.rend(); ++at) {
-            line('\0', headingOf(*at));
-            headings.push_back(*at);
+        std::reverse(missing.begin(), missing.end());
+        for (const std::uint32_t at : missing) {
+            line('\0', headingOf(at));
+            headings.push_back(at);
         }
     }
 

@@ -87,6 +87,7 @@ GitResult runGit(const std::vector<std::string>& arguments)
     std::vector<std::string> words = {"git"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
