@@ -68,7 +68,7 @@ TEST_F(GitCommand, ComparesInTheWordsOfTheModel)
     EXPECT_THAT(enabled.output, HasSubstr(".git/info/attributes"));
     EXPECT_THAT(enabled.output, HasSubstr("diff.petal.command"));
 
-    folder.write("orders.mdl", orders(total, "77"));
+    folder.write("orders.mdl", orders(total, "7777777"));
     const ProcessResult diff = git({"diff"});
     EXPECT_EQ(diff.exitCode, 0) << diff.errors;
     EXPECT_EQ(diff.output, "petal diff a/orders.mdl b/orders.mdl\n"
@@ -77,7 +77,7 @@ TEST_F(GitCommand, ComparesInTheWordsOfTheModel)
     const ProcessResult log = git({"log", "-p", "-1"});
     EXPECT_EQ(log.exitCode, 0) << log.errors;
     EXPECT_THAT(log.output, HasSubstr("\n+      attribute total\n+        type: Money\n"));
-    EXPECT_THAT(log.output, Not(HasSubstr("77")));
+    EXPECT_THAT(log.output, Not(HasSubstr("7777777")));
 
     folder.write("orders.mdl", orders(total, "5"));
     EXPECT_THAT(git({"diff"}).output, HasSubstr("nothing but what Rose changes by itself"));

@@ -43,9 +43,10 @@ TEST_F(Command, DescribesACommandOnEachWay)
 
 TEST_F(Command, NamesTheDefaultOfTypes)
 {
-    std::string help = run({"help", "export"}).output;
-    for (std::size_t at = help.find('\n'); at != std::string::npos; at = help.find('\n', at))
-        help.erase(at, help.find_first_not_of("\n ", at) - at).insert(at, " ");
+    std::istringstream words(run({"help", "export"}).output);
+    std::string help; // however it is broken into lines
+    for (std::string word; words >> word;)
+        help.append(word).append(1, ' ');
     EXPECT_THAT(help, HasSubstr("those of C++ (the default, which makes std::chrono::year_month_day of Date)"));
 }
 
