@@ -15,7 +15,7 @@ std::string sizeText(std::size_t bytes)
     constexpr double firstOfNext = 999.5;
     if (bytes < thousand)
         return counted(bytes, "byte", "bytes");
-    double size = static_cast<double>(bytes);
+    auto size = static_cast<double>(bytes);
     const char* unit = "";
     for (const char* const next : {"kB", "MB", "GB"}) {
         if (size < firstOfNext)

@@ -80,8 +80,8 @@ std::string writePage(const reader::Document& document, const std::string& title
     };
     const browse::PageOptions options = {title, picture};
     browse::writePage(document, index, options, [&](std::string_view piece) { output.write(piece); });
-    const std::string made = counted(document.objectCount(), "object", "objects") + ", " +
-                             counted(index.diagrams().size(), "diagram", "diagrams") + ", " + sizeText(output.size());
+    std::string made = counted(document.objectCount(), "object", "objects") + ", " +
+                       counted(index.diagrams().size(), "diagram", "diagrams") + ", " + sizeText(output.size());
     output.commit();
     if (leftOut > 0)
         report(outputName + ": the page would be too large; left out: the last " + std::to_string(leftOut) + " of " +

@@ -248,7 +248,10 @@ std::vector<Making> placesFor(const DrawRequest& request)
     for (const std::string& file : request.files) {
         const std::string name = stemOf(text::fileName(file));
         if (!taken.insert(text::lowerCase(name)).second)
-            throw WrongUsage(file + ": another file's pictures go into the folder '" + name + "' already");
+            throw WrongUsage(std::string(file)
+                                 .append(": another file's pictures go into the folder '")
+                                 .append(name)
+                                 .append("' already"));
         makings.push_back({file, (fs::path(request.output) / name / "").string()}); // the slash says what it is
     }
     return makings;
