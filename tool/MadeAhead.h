@@ -19,7 +19,7 @@ public:
     /// of `next` alone if there is just one thing or the system gives no more threads.
     MadeAhead(std::size_t count, std::function<Thing(std::size_t)> make) : count(count), make(std::move(make))
     {
-        const std::size_t wanted = std::min<std::size_t>({std::thread::hardware_concurrency(), count, mostThreads});
+        const auto wanted = std::min<std::size_t>({std::thread::hardware_concurrency(), count, mostThreads});
         if (wanted < 2)
             return;
         try {
