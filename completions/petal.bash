@@ -125,13 +125,13 @@ _petal_export() {
     local options=(-h --help -o --output --option --types --foreign-keys --qualifiers --constraints --no-geometry
         --scale --x-scale --y-scale --log -q --quiet --stats --stats-json --from --layout --no-layout --report
         --strict --color)
-    _petal_command_with_files "$1" 'json mdj xml xmi uml ecore' "${#options[@]}" "${options[@]}" "${@:2}"
+    _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_import() {
     local options=(-h --help -o --output --from --layout --no-layout --report -q --quiet --list-formats --color)
     local most_files=1
-    _petal_command_with_files "$1" 'json mdj xml xmi uml ecore' "${#options[@]}" "${options[@]}" "${@:2}"
+    _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_check() {

@@ -41,7 +41,7 @@ complete -c petal -n $command -s h -l help -d 'Print help'
 complete -c petal -n $command -s V -l version -d 'Print the version'
 
 set -l export '__fish_seen_subcommand_from export'
-complete -c petal -n $export -k -a '(__fish_complete_suffix .json; __fish_complete_suffix .mdj; __fish_complete_suffix .uml; __fish_complete_suffix .xmi; __fish_complete_suffix .xml; __fish_complete_suffix .ecore)'
+complete -c petal -n $export -k -a '(__fish_complete_suffix .json; __fish_complete_suffix .mdj; __fish_complete_suffix .uml; __fish_complete_suffix .xmi; __fish_complete_suffix .xml; __fish_complete_suffix .ecore; __fish_complete_suffix .mdl; __fish_complete_suffix .cat)'
 complete -c petal -n $export -s h -l help -d 'Print help'
 complete -c petal -n $export -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $export -l option -x -a '(__petal_assignments)' -d 'Set an option of the bridge'

@@ -105,7 +105,8 @@ void turnAssociations(Package& root)
     });
 }
 
-void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout, Report& report)
+// In a file of the host boxes have their sizes, but may stand where its symbols of packages will be.
+void prepareDiagrams(Package& root, const Catalogue& catalogue, bool isOrdered, bool hasLayout, Report& report)
 {
     LayoutBudget budget;
     forEachPackage(root, [&](Package& package) {
@@ -113,7 +114,10 @@ void prepareDiagrams(Package& root, const Catalogue& catalogue, bool hasLayout, 
             if (hasLayout && !layOut(diagram, catalogue, budget))
                 report.made("layout", diagram.id, diagram.name,
                             "there are too many boxes and lines to lay out; the boxes of the diagram stand in rows");
-            makeRoomForText(diagram, catalogue);
+            if (diagram.keepsPlaces)
+                continue;
+            if (!isOrdered)
+                makeRoomForText(diagram, catalogue);
             settleOrigin(diagram, package.packages.size());
         }
     });
@@ -130,7 +134,8 @@ Converted importDesign(const Format& format, const Source& source, bool hasLayou
         throw UnreadableDesign("packages lie in each other more than " + std::to_string(deepestPackage) + " deep");
     settle(design, report);
     moveIntoLogicalView(design.root);
-    turnAssociations(design.root);
+    if (!design.isOrdered)
+        turnAssociations(design.root);
     {
         const Catalogue catalogue(design.root);
         forEachPackage(design.root,
@@ -138,10 +143,11 @@ Converted importDesign(const Format& format, const Source& source, bool hasLayou
         if (hasLayout && !showsAnything(design.root))
             addOverviews(design.root, catalogue, report);
     }
-    orderPackages(design.root);
+    if (!design.isOrdered)
+        orderPackages(design.root);
     giveIdentifiers(design, report);
     const Catalogue catalogue(design.root);
-    prepareDiagrams(design.root, catalogue, hasLayout, report);
+    prepareDiagrams(design.root, catalogue, design.isOrdered, hasLayout, report);
     return convert(design, catalogue, report);
 }
 

@@ -17,8 +17,6 @@
 namespace {
 
 constexpr std::size_t headLength = 4096;
-constexpr std::string_view whatTakesRoseFiles =
-    "this is a Rose file already; petal check, tree, draw and browse take it";
 
 // The beginning of a text, in which files say what they are.
 std::string_view headOf(std::string_view text)
@@ -92,12 +90,6 @@ void writeWarnings(text::JsonWriter& json, const std::vector<ModelWarning>& warn
     json.endList();
 }
 
-// Why neither an import nor an export takes it.
-[[noreturn]] void throwRoseFile(const std::string& path)
-{
-    throw DesignError(text::fileName(path) + ": " + std::string(whatTakesRoseFiles));
-}
-
 } // namespace
 
 bool isModelFile(std::string_view text)
@@ -119,7 +111,8 @@ std::string whyNotARoseFile(const std::string& path)
         const std::string text = text::readFile(path);
         if (isModelFile(text))
             return "this is a model file; petal export makes a Rose file of it";
-        if (const design::Format* const format = design::formatOf({text, path}))
+        const design::Format* const format = design::formatOf({text, path});
+        if (format && !isRoseFile(text))
             return "this is a design (" + std::string(format->name) + "); petal export makes a Rose file of it";
     } catch (const std::exception&) {
         return ""; // what can be said of it was said before
@@ -151,8 +144,6 @@ const design::Format& formatOfImport(std::string_view text, const std::string& p
         throw DesignError(
             text::fileName(path) +
             ": this is a model file already; petal export takes it, and --layout places what has no place");
-    if (isRoseFile(text))
-        throwRoseFile(path);
     const design::Format* const format = design::formatOf({text, path});
     if (!format)
         throwUnknownFormat(path);
@@ -165,8 +156,6 @@ const design::Format* formatOfExport(std::string_view text, const std::string& p
         return format;
     if (isModelFile(text))
         return nullptr;
-    if (isRoseFile(text))
-        throwRoseFile(path);
     const design::Format* const format = design::formatOf({text, path});
     if (!format && headOf(text).starts_with('<'))
         throwUnknownFormat(path);

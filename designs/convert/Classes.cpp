@@ -6,10 +6,41 @@ namespace design {
 
 namespace {
 
-// The numbers that the host has.
-constexpr int interfaceClassType = 9;
-constexpr int parameterizedClassType = 2;
-constexpr int activeConcurrency = 2;
+int classTypeOf(ClassForm form)
+{
+    switch (form) {
+    case ClassForm::Parameterized:
+        return KivClassType::ParameterizedClass;
+    case ClassForm::Instantiated:
+        return KivClassType::InstantiatedClass;
+    case ClassForm::Utility:
+        return KivClassType::ClassUtility;
+    case ClassForm::ParameterizedUtility:
+        return KivClassType::ParameterizedClassUtility;
+    case ClassForm::InstantiatedUtility:
+        return KivClassType::InstantiatedClassUtility;
+    case ClassForm::Metaclass:
+        return KivClassType::Metaclass;
+    case ClassForm::Plain:
+        break;
+    }
+    return KivClassType::Class;
+}
+
+int numberOf(Concurrency concurrency)
+{
+    switch (concurrency) {
+    case Concurrency::Sequential:
+        return KivConcurrency::Sequential;
+    case Concurrency::Guarded:
+        return KivConcurrency::Guarded;
+    case Concurrency::Active:
+        return KivConcurrency::Active;
+    case Concurrency::Synchronous:
+        break;
+    }
+    return KivConcurrency::Synchronous;
+}
 
 // What Rose files call classifiers that are no plain classes.
 std::string_view stereotypeFor(ClassifierKind kind)
@@ -55,13 +86,17 @@ void ClassConverter::fill(KivClass& target, const Classifier& classifier)
     builder.count(countedAs(classifier.kind));
     builder.describe(target, classifier, documentationOf(classifier), stereotypeFor(classifier.kind));
     if (classifier.kind == ClassifierKind::Interface)
-        target.classType = interfaceClassType;
+        target.classType = KivClassType::Interface;
+    else if (classifier.form != ClassForm::Plain)
+        target.classType = classTypeOf(classifier.form);
     else if (!classifier.templateParameters.empty())
-        target.classType = parameterizedClassType;
+        target.classType = KivClassType::ParameterizedClass;
     target.visibility = numberOf(classifier.visibility);
     target.isAbstract = classifier.isAbstract;
-    if (classifier.isActive)
-        target.concurrency = activeConcurrency;
+    target.concurrency = numberOf(classifier.concurrency);
+    target.isPersistent = classifier.isPersistent;
+    target.cardinality = builder.text(classifier, classifier.cardinality);
+    target.space = classifier.space;
     for (const Literal& literal : classifier.literals)
         addLiteral(target.attributes, literal);
     KivCandidateKey* key = nullptr;
@@ -97,6 +132,7 @@ KivAttribute* ClassConverter::addTo(KivVector<KivAttribute>& attributes, const A
     added->type = types.typeOf(attribute.type);
     added->initialValue = builder.text(attribute, attribute.initialValue);
     added->visibility = numberOf(attribute.visibility);
+    added->containment = numberOf(attribute.containment);
     added->isStatic = attribute.isStatic;
     added->isDerived = attribute.isDerived;
     added->position = nextPosition(attributes);
@@ -111,6 +147,9 @@ void ClassConverter::addOperation(KivClass& target, const Operation& operation)
     added->visibility = numberOf(operation.visibility);
     added->isAbstract = operation.isAbstract;
     added->isStatic = operation.isStatic;
+    added->isVirtual = operation.isVirtual;
+    added->isFriend = operation.isFriend;
+    added->concurrency = numberOf(operation.concurrency);
     added->semantics = builder.text(operation, operation.semantics);
     added->preCondition = builder.text(operation, operation.preCondition);
     added->postCondition = builder.text(operation, operation.postCondition);

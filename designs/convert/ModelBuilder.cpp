@@ -66,6 +66,19 @@ std::string Converted::idOf(const KivObject& object) const
     return found == ids.end() ? std::string() : found->second;
 }
 
+int numberOf(Containment containment)
+{
+    switch (containment) {
+    case Containment::ByValue:
+        return KivContainment::ByValue;
+    case Containment::ByReference:
+        return KivContainment::ByReference;
+    case Containment::Unspecified:
+        break;
+    }
+    return KivContainment::Unspecified;
+}
+
 int numberOf(Visibility visibility)
 {
     switch (visibility) {

@@ -97,5 +97,6 @@ template <class List>
 
 /// The number that the host has for the word.
 [[nodiscard]] int numberOf(Visibility visibility);
+[[nodiscard]] int numberOf(Containment containment);
 
 } // namespace design

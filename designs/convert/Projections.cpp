@@ -109,6 +109,8 @@ void Projections::addAssociation(KivClassDiagram& target, const Line& line, cons
         const auto count = static_cast<double>(association.ends.size());
         middle = {middle.x + centre.x / count, middle.y + centre.y / count};
     }
+    if (line.middle)
+        return addDivided(target, line, *line.middle);
     SplitLine split = {middle, {}, {}};
     if (const Points way = places.size() == 2 ? wayOf(line, *places[0], *places[1]) : Points(); way.size() >= 2)
         split = splitInTheMiddle(way);
@@ -126,6 +128,17 @@ void Projections::addAssociation(KivClassDiagram& target, const Line& line, cons
         const Point far = part.empty() ? centreOf(*places[i]) : part.back();
         ends[i].push_back({&target, at(middleOf(split.middle, far)), std::move(part), true, &line.appearance});
     }
+}
+
+// The file has the association's point and the parts of its line.
+void Projections::addDivided(KivClassDiagram& target, const Line& line, Point middle)
+{
+    ofElements[line.elementId].push_back({&target, at(middle), {}, false, &line.appearance});
+    auto& ends = ofEnds[line.elementId];
+    ends.resize(line.parts.size());
+    for (std::size_t i = 0; i < line.parts.size(); ++i)
+        ends[i].push_back(
+            {&target, at(line.parts[i].place.value_or(middle)), line.parts[i].points, true, &line.appearance});
 }
 
 void Projections::addTo(KivModelObject& object, std::string_view elementId, ModelBuilder& builder) const

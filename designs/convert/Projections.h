@@ -40,6 +40,7 @@ private:
     void addLine(KivClassDiagram& target, const Line& line, const BoxOfElement& boxes);
     void addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
                         const BoxOfElement& boxes);
+    void addDivided(KivClassDiagram& target, const Line& line, Point middle);
     static void addAll(const std::vector<Projection>& projections, KivModelObject& object, ModelBuilder& builder);
     static KivProjection* create(const Projection& projection, ModelBuilder& builder);
 

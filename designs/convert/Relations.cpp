@@ -8,8 +8,6 @@ namespace design {
 
 namespace {
 
-constexpr int containedByValue = 0; // as the host has it
-
 bool isOwner(const AssociationEnd& end)
 {
     return end.aggregation == Aggregation::Composite;
@@ -52,8 +50,9 @@ KivAssociationRole* RelationConverter::createRole(const Association& association
     role->isNavigable = end.isNavigable;
     role->isStatic = end.isStatic;
     role->visibility = numberOf(end.visibility);
-    if (isPart(association, end))
-        role->containment = containedByValue;
+    const bool isLeftOpen = end.containment == Containment::Unspecified;
+    role->containment = numberOf(isLeftOpen && isPart(association, end) ? Containment::ByValue : end.containment);
+    role->isFriend = end.isFriend;
     role->constraint = builder.text(end, constraintOf(end));
     for (const Attribute& qualifier : end.qualifiers)
         features.addTo(role->qualifiers, qualifier);
@@ -75,6 +74,9 @@ KivRelationship* RelationConverter::create(const Relationship& relationship)
     case RelationshipKind::Generalization: {
         builder.count(Kind::Generalizations);
         auto* const added = builder.create<KivGeneralization>(relationship, documentationOf(relationship));
+        added->visibility = numberOf(relationship.visibility);
+        added->isVirtual = relationship.isVirtual;
+        added->isFriend = relationship.isFriend;
         added->supertypes.add(classOf(relationship.supplier.id));
         added->subtypes.add(classOf(relationship.client.id));
         return added;

@@ -21,6 +21,7 @@ std::span<const Format> formats()
 {
     static const std::array table = {
         starUmlFormat(), enterpriseArchitectFormat(), papyrusFormat(), umbrelloFormat(), xmiFormat(), ecoreFormat(),
+        roseFormat(),
     };
     return table;
 }

@@ -24,5 +24,7 @@ namespace design {
 /// UML 2 of any other tool.
 [[nodiscard]] Format xmiFormat();
 [[nodiscard]] Format ecoreFormat();
+/// Models and controlled units of Rose, of all versions.
+[[nodiscard]] Format roseFormat();
 
 } // namespace design

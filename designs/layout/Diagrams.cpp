@@ -124,7 +124,7 @@ void addOverview(Package& package, const std::vector<const Classifier*>& classes
     for (const Classifier* const classifier : classes)
         overview.boxes.push_back({classifier->id, std::nullopt, {}});
     for (const Element* const joint : joints)
-        overview.lines.push_back({joint->id, {}, false, {}});
+        overview.lines.emplace_back().elementId = joint->id;
     package.diagrams.push_back(std::move(overview));
 }
 
@@ -135,9 +135,17 @@ void move(Diagram& diagram, double x, double y)
             box.bounds->left += x;
             box.bounds->top += y;
         }
-    for (Line& line : diagram.lines)
-        for (Point& point : line.points)
-            point = {point.x + x, point.y + y};
+    for (Line& line : diagram.lines) {
+        const auto moveAll = [&](Points& points) {
+            for (Point& point : points)
+                point = {point.x + x, point.y + y};
+        };
+        moveAll(line.points);
+        for (LinePart& part : line.parts)
+            moveAll(part.points);
+        if (line.middle)
+            line.middle = Point{line.middle->x + x, line.middle->y + y};
+    }
 }
 
 } // namespace
@@ -206,9 +214,15 @@ void settleOrigin(Diagram& diagram, std::size_t subPackages)
     for (const Box& box : diagram.boxes)
         if (box.bounds)
             include(*box.bounds);
-    for (const Line& line : diagram.lines)
+    for (const Line& line : diagram.lines) {
         for (const Point& point : line.points)
             include({point.x, point.y, 0, 0});
+        if (line.middle)
+            include({line.middle->x, line.middle->y, 0, 0});
+        for (const LinePart& part : line.parts)
+            for (const Point& point : part.points)
+                include({point.x, point.y, 0, 0});
+    }
     if (!all)
         return;
     const double x = all->left < 0 ? margin - all->left : 0;

@@ -54,11 +54,27 @@ struct Multiplicity {
     std::string text;
 };
 
+/// How an attribute, or what is at an end of an association, is held.
+enum class Containment : std::uint8_t {
+    Unspecified,
+    ByValue,
+    ByReference,
+};
+
+/// What calls from several threads of control may do to a class or an operation.
+enum class Concurrency : std::uint8_t {
+    Sequential,
+    Guarded,
+    Active,
+    Synchronous,
+};
+
 struct Attribute : Element {
     Reference type;
     std::string initialValue;
     std::optional<Multiplicity> multiplicity;
     Visibility visibility = Visibility::Private;
+    Containment containment = Containment::Unspecified;
     bool isStatic = false;
     bool isDerived = false;
     bool isReadOnly = false;
@@ -83,8 +99,11 @@ struct Operation : Element {
     Reference returnType;
     std::optional<Multiplicity> returnMultiplicity;
     Visibility visibility = Visibility::Public;
+    Concurrency concurrency = Concurrency::Sequential;
     bool isStatic = false;
     bool isAbstract = false;
+    bool isVirtual = false;
+    bool isFriend = false;
     std::string preCondition;
     std::string postCondition;
     std::string semantics;
@@ -103,11 +122,27 @@ enum class ClassifierKind : std::uint8_t {
     AssociationClass,
 };
 
+/// What a class is that is not only a class.
+enum class ClassForm : std::uint8_t {
+    Plain,
+    Parameterized,
+    Instantiated,
+    Utility,
+    ParameterizedUtility,
+    InstantiatedUtility,
+    Metaclass,
+};
+
 struct Classifier : Element {
     ClassifierKind kind = ClassifierKind::Class;
+    ClassForm form = ClassForm::Plain;
     Visibility visibility = Visibility::Public;
+    Concurrency concurrency = Concurrency::Sequential;
     bool isAbstract = false;
-    bool isActive = false;
+    bool isPersistent = false;
+    bool staysClass = false; ///< a class in the file, and so in the host model, whatever its kind
+    std::string cardinality; ///< how many objects there are of it
+    std::int32_t space = 0;  ///< of an object, in bytes
     std::vector<Attribute> attributes;
     std::vector<Operation> operations;
     std::vector<Parameter> templateParameters;
@@ -127,8 +162,10 @@ struct AssociationEnd : Element {
     std::optional<Multiplicity> multiplicity;
     Visibility visibility = Visibility::Public;
     Aggregation aggregation = Aggregation::None;
-    bool isNavigable = false; ///< one can go to this end
+    Containment containment = Containment::Unspecified; ///< left open: that of a part in a composition is by value
+    bool isNavigable = false;                           ///< one can go to this end
     bool isStatic = false;
+    bool isFriend = false;
     bool isDerived = false;
     std::vector<Attribute> qualifiers; ///< drawn at this end
 };
@@ -148,6 +185,9 @@ enum class RelationshipKind : std::uint8_t {
 /// Its ends may be any elements of the file, or lie outside of it.
 struct Relationship : Element {
     RelationshipKind kind = RelationshipKind::Dependency;
+    Visibility visibility = Visibility::Public;
+    bool isVirtual = false;
+    bool isFriend = false;
     Reference client;
     Reference supplier;
 };
@@ -182,6 +222,12 @@ struct Box {
     Appearance appearance;
 };
 
+/// The part of an association's line that leads from its middle to one end.
+struct LinePart {
+    std::optional<Point> place; ///< as the host's files keep it of the end's view
+    std::vector<Point> points;  ///< from the middle on; none for a straight part
+};
+
 /// An element drawn as a line, from the first end (association), the client (relationship) to the other. `points`
 /// holds the whole way from border to border, or the bends alone when `hasEnds` is false.
 struct Line {
@@ -189,6 +235,8 @@ struct Line {
     std::vector<Point> points;
     bool hasEnds = false;
     Appearance appearance;
+    std::optional<Point> middle; ///< of an association whose line the file divides; then `parts` hold its way
+    std::vector<LinePart> parts; ///< one for each end
 };
 
 /// A class diagram. Diagrams of other kinds do not come here, they are counted in the report.
@@ -196,6 +244,7 @@ struct Diagram : Element {
     std::vector<Box> boxes; ///< in drawing order
     std::vector<Line> lines;
     std::vector<Remark> remarks; ///< comments that stand in the diagram alone
+    bool keepsPlaces = false;    ///< it was drawn for the host: no box grows, and nothing is moved
 };
 
 struct Package : Element {
@@ -216,6 +265,7 @@ struct Design {
     /// place for: what refers to it must not be taken for a reference to something outside of the file.
     TextsById kinds;
     TextsById outsideNames; ///< of elements outside of the file, as far as it tells them
+    bool isOrdered = false; ///< packages, and the ends of associations, stand in the order of the host's files already
 };
 
 } // namespace design

@@ -44,6 +44,8 @@ bool Selection::isNeededAsClass(const Classifier& classifier) const
 
 bool Selection::isClass(const Classifier& classifier) const
 {
+    if (classifier.staysClass)
+        return true;
     switch (classifier.kind) {
     case ClassifierKind::Class:
     case ClassifierKind::Interface:

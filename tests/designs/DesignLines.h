@@ -114,8 +114,9 @@ private:
             line.insert(0, word(classifier.visibility));
         for (const design::Parameter& parameter : classifier.templateParameters)
             line += " <" + parameter.name + (parameter.type.isEmpty() ? "" : " : " + nameOf(parameter.type)) + ">";
-        lines.push_back(line + when(classifier.isAbstract, " abstract") + when(classifier.isActive, " active") +
-                        about(classifier));
+        const bool isActive = classifier.concurrency == design::Concurrency::Active;
+        lines.push_back(line + when(classifier.isAbstract, " abstract") + when(isActive, " active") +
+                        when(classifier.isPersistent, " persistent") + about(classifier));
         for (const design::Attribute& attribute : classifier.attributes)
             lines.push_back(lineOf(attribute, "attribute " + classifier.name + "."));
         for (const design::Operation& operation : classifier.operations)
@@ -158,7 +159,8 @@ private:
             const char* const words[] = {"", " shared", " composite"};
             line += (&end == association.ends.data() ? " " : " - ") +
                     when(end.visibility != design::Visibility::Public, word(end.visibility).c_str()) +
-                    when(end.isStatic, "static ") + when(end.isDerived, "derived ") + nameOf(end.participant) + " " +
+                    when(end.isStatic, "static ") + when(end.isDerived, "derived ") +
+                    when(end.containment == design::Containment::ByValue, "held ") + nameOf(end.participant) + " " +
                     end.name + many(end.multiplicity) + words[static_cast<int>(end.aggregation)] + about(end);
             for (const design::Attribute& qualifier : end.qualifiers)
                 line += " qualifier(" + lineOf(qualifier, "") + ")";
@@ -186,6 +188,13 @@ private:
             line << "line " << drawn.elementId << (drawn.hasEnds || drawn.points.empty() ? "" : " bends");
             for (const design::Point& point : drawn.points)
                 line << " " << point.x << "," << point.y;
+            if (drawn.middle)
+                line << " middle " << drawn.middle->x << "," << drawn.middle->y;
+            for (const design::LinePart& part : drawn.parts) {
+                line << " part";
+                for (const design::Point& point : part.points)
+                    line << " " << point.x << "," << point.y;
+            }
             addAppearance(line, drawn.appearance);
             lines.push_back(line.str());
         }

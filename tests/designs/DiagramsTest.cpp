@@ -17,7 +17,7 @@ using testing::ElementsAreArray;
 
 design::Line lineOf(const std::string& elementId)
 {
-    return {elementId, {}, true, {}};
+    return {elementId, {}, true, {}, {}, {}};
 }
 
 // Classes a, b and c; a is b, a has c with the class s, and one association of three.
@@ -138,7 +138,7 @@ TEST(Diagrams, KeepClearOfNegativePlacesAndPackageSymbols)
     for (const auto& row : rows) {
         Diagram diagram = diagramOf({"a"});
         diagram.boxes[0].bounds = row.box;
-        diagram.lines = {{"a", {{610, 600}}, true, {}}};
+        diagram.lines = {{"a", {{610, 600}}, true, {}, {}, {}}};
         design::settleOrigin(diagram, row.packages);
         EXPECT_EQ(diagram.boxes[0].bounds->left, row.corner.x) << row.box.left << " " << row.packages;
         EXPECT_EQ(diagram.boxes[0].bounds->top, row.corner.y) << row.box.top << " " << row.packages;
@@ -147,7 +147,7 @@ TEST(Diagrams, KeepClearOfNegativePlacesAndPackageSymbols)
         EXPECT_EQ(diagram.lines[0].points[0].y - 600, row.corner.y - row.box.top) << row.box.top;
     }
     Diagram lines = diagramOf({});
-    lines.lines = {{"a", {{-4, 30}}, true, {}}};
+    lines.lines = {{"a", {{-4, 30}}, true, {}, {}, {}}};
     design::settleOrigin(lines, 0);
     EXPECT_EQ(lines.lines[0].points[0].x, 16);
 }

@@ -42,7 +42,8 @@ INSTANTIATE_TEST_SUITE_P(, Formats,
                                          std::pair("one-file.uml", "papyrus"), std::pair("umbrello.xmi", "umbrello"),
                                          std::pair("umbrello2.xmi", "umbrello"), std::pair("uml1.xmi", "umbrello"),
                                          std::pair("plain.xmi", "xmi"), std::pair("all-kinds.xmi", "xmi"),
-                                         std::pair("shop.ecore", "ecore"), std::pair("packages.ecore", "ecore")),
+                                         std::pair("shop.ecore", "ecore"), std::pair("packages.ecore", "ecore"),
+                                         std::pair("shop.mdl", "rose")),
                          [](const auto& instance) {
                              std::string name = instance.param.first;
                              std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
@@ -52,8 +53,8 @@ INSTANTIATE_TEST_SUITE_P(, Formats,
 // A file cut anywhere either is refused in words or was whole enough to be read.
 TEST(FormatFiles, AreReadOrRefusedWhereverTheyAreCut)
 {
-    for (const char* const name :
-         {"shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi", "plain.xmi", "shop.ecore"}) {
+    for (const char* const name : {"shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi",
+                                   "plain.xmi", "shop.ecore", "shop.mdl"}) {
         const std::string bytes = bytesOf(name);
         const design::Format* const format = design::formatOf({bytes, "-"});
         ASSERT_NE(format, nullptr) << name;

@@ -43,7 +43,7 @@ Design randomDesign(std::size_t count, std::size_t relationships, unsigned seed)
         else
             package.relationships.push_back(generalization(numbered(std::max(a, b)), numbered(std::min(a, b))));
         package.diagrams[0].lines.push_back(
-            {i % 2 == 0 ? package.associations.back().id : package.relationships.back().id, {}, false, {}});
+            {i % 2 == 0 ? package.associations.back().id : package.relationships.back().id, {}, false, {}, {}, {}});
     }
     return design;
 }
@@ -94,7 +94,7 @@ TEST(Layout, PutsSupertypesAboveTheirSubtypes)
     design.root.packages[0].relationships = {generalization("sub", "super")};
     design.root.packages[0].diagrams = {diagramOf({"sub", "super", "alone"})};
     Diagram& diagram = design.root.packages[0].diagrams[0];
-    diagram.lines = {{"sub is super", {}, false, {}}};
+    diagram.lines = {{"sub is super", {}, false, {}, {}, {}}};
     EXPECT_TRUE(layOutAlone(diagram, design));
     const Rectangle& sub = *diagram.boxes[0].bounds;
     const Rectangle& super = *diagram.boxes[1].bounds;
@@ -180,7 +180,7 @@ TEST(Layout, SetsTheOthersInRows)
     Design design = designOf(classes);
     design.root.packages[0].relationships = {generalization("sub", "super")};
     Diagram diagram = diagramOf(names);
-    diagram.lines = {{"sub is super", {}, false, {}}};
+    diagram.lines = {{"sub is super", {}, false, {}, {}, {}}};
     design.root.packages[0].diagrams = {diagram};
     Diagram& placed = design.root.packages[0].diagrams[0];
     EXPECT_TRUE(layOutAlone(placed, design));

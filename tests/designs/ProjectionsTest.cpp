@@ -50,50 +50,50 @@ TEST(Projections, AreInTheUnitsOfTheHost)
          "1/projections/0/fontSize", "1000"},
         {"a straight line",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"b is a", {}, false, {}}};
+             d.lines = {{"b is a", {}, false, {}, {}, {}}};
          },
          "4/projections", "[{'diagram':'diagram','vertices':''}]"},
         {"a line through bends, each once",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"b is a", {{240, 16}, {240, 16}, {48, 16}}, false, {}}};
+             d.lines = {{"b is a", {{240, 16}, {240, 16}, {48, 16}}, false, {}, {}, {}}};
          },
          "4/projections/0/vertices", "[[750,200],[750,50],[150,50],[150,200]]"},
         {"one bend is a way, one end is none",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"b is a", {{144, 16}}, false, {}}};
+             d.lines = {{"b is a", {{144, 16}}, false, {}, {}, {}}};
          },
          "4/projections/0/vertices", "[[630,200],[450,50],[270,200]]"},
         {"one end alone",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"b is a", {{144, 16}}, true, {}}};
+             d.lines = {{"b is a", {{144, 16}}, true, {}, {}, {}}};
          },
          "4/projections/0/vertices", "''"},
         {"a line from a class to itself",
          [](auto& p, auto& d) {
              p.relationships[0].supplier.id = "b";
-             d.lines = {{"b is a", {}, false, {}}};
+             d.lines = {{"b is a", {}, false, {}, {}, {}}};
          },
          "4/projections/0/vertices", "[[900,350],[1025,350],[1025,525],[825,525],[825,400]]"},
         {"an association's point is half way",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}}};
+             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}, {}, {}}};
          },
          "3/projections", "[{'diagram':'diagram','x':450,'y':250}]"},
         {"the first role has the way back",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}}};
+             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}, {}, {}}};
          },
          "3/roles/0/projections", "[{'diagram':'diagram','x':375,'y':250,'vertices':[[450,250],[300,250]]}]"},
         {"the second role has the way on",
          [](auto& /*p*/, auto& d) {
-             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}}};
+             d.lines = {{"a has b", {{96, 80}, {192, 80}}, true, {}, {}, {}}};
          },
          "3/roles/1/projections", "[{'diagram':'diagram','x':525,'y':250,'vertices':[[450,250],[600,250]]}]"},
         {"an association of three is in the middle of them",
          [](auto& p, auto& d) {
              p.associations[0].ends.resize(3);
              p.associations[0].ends[2].participant.id = "c";
-             d.lines = {{"a has b", {}, false, {}}};
+             d.lines = {{"a has b", {}, false, {}, {}, {}}};
          },
          "3/projections/0", "{'diagram':'diagram','x':750,'y':300}"},
         {"or at its symbol",
@@ -101,13 +101,13 @@ TEST(Projections, AreInTheUnitsOfTheHost)
              p.associations[0].ends.resize(3);
              p.associations[0].ends[2].participant.id = "c";
              d.boxes.push_back({"a has b", Rectangle{96, 192, 32, 32}, {}});
-             d.lines = {{"a has b", {}, false, {}}};
+             d.lines = {{"a has b", {}, false, {}, {}, {}}};
          },
          "3/projections/0", "{'diagram':'diagram','x':350,'y':650}"},
         {"an association with an end that has no place",
          [](auto& /*p*/, auto& d) {
              d.boxes[1].bounds.reset();
-             d.lines = {{"a has b", {}, false, {}}};
+             d.lines = {{"a has b", {}, false, {}, {}, {}}};
          },
          "3/projections", "none"},
     };
@@ -129,7 +129,7 @@ TEST(Projections, TurnWithTheirAssociation)
         design::Package& package = design.root.packages[0];
         package.associations = {association("a", "b")};
         package.associations[0].ends[isTurned ? 0 : 1].aggregation = design::Aggregation::Shared;
-        package.diagrams[0].lines = {{"a has b", {{96, 80}, {192, 112}}, true, {}}};
+        package.diagrams[0].lines = {{"a has b", {{96, 80}, {192, 112}}, true, {}, {}, {}}};
         const Imported imported = convert(design);
         EXPECT_EQ(imported.at(elements + "3/roles/1/participant"), isTurned ? "\"a\"" : "\"b\"");
         EXPECT_EQ(imported.at(elements + "3/roles/1/projections/0/vertices/1"), isTurned ? "[300,250]" : "[600,350]");

@@ -39,7 +39,7 @@ offers() {
 offers 'named.mdl|old.mdl|sub' check ''
 offers 'named.mdl|old.mdl|sub' check old.mdl ''
 offers 'named.mdl|old.mdl|sub' tree --depth 2 ''
-offers 'a b.model.json|design.mdj|sub' export ''
+offers 'a b.model.json|design.mdj|named.mdl|old.mdl|sub' export ''
 offers 'a b.model.json' export 'a\ b'
 offers '' import design.mdj ''
 offers 'sub/unit.cat' check sub/

@@ -135,8 +135,8 @@ TEST_F(ModelMessages, SayWhichCommandTakesAFile)
         {{"tree", "m.model.json"}, "m.model.json: this is a model file; petal export makes a Rose file of it"},
         {{"draw", "m.model.json"}, "m.model.json: this is a model file; petal export makes a Rose file of it"},
         {{"browse", "shop.mdj"}, "shop.mdj: this is a design (staruml); petal export makes a Rose file of it"},
-        {{"export", "m.mdl"}, "m.mdl: this is a Rose file already; petal check, tree, draw and browse take it"},
-        {{"import", "m.mdl"}, "m.mdl: this is a Rose file already; petal check, tree, draw and browse take it"},
+        {{"export", "m.mdl"}, "m.mdl:4:1: expected the object of a model or of a unit"},
+        {{"import", "m.mdl"}, "m.mdl:4:1: expected the object of a model or of a unit"},
         {{"import", "m.model.json"}, "m.model.json: this is a model file already; petal export takes it, and --layout"},
         {{"exprot", "m.model.json"}, "there is no command 'exprot'; did you mean 'export'?"},
     };

@@ -49,6 +49,12 @@ bool isOneOf(const std::array<std::string_view, size>& words, std::string_view w
 [[nodiscard]] Aggregation aggregationNamed(std::string_view word);
 [[nodiscard]] Direction directionNamed(std::string_view word);
 
+/// Of a class that is active or not.
+[[nodiscard]] constexpr Concurrency concurrencyOf(bool isActive)
+{
+    return isActive ? Concurrency::Active : Concurrency::Sequential;
+}
+
 /// "StateMachine" as "state machine".
 [[nodiscard]] std::string plainWords(std::string_view type);
 

@@ -125,7 +125,7 @@ void readClassifier(Reading& reading, const Object& object, const NamedClassifie
         classifier.stereotype = type.stereotype;
     classifier.visibility = visibilityNamed(json::text(object, "visibility"));
     classifier.isAbstract = json::flag(object, "isAbstract");
-    classifier.isActive = json::flag(object, "isActive");
+    classifier.concurrency = concurrencyOf(json::flag(object, "isActive"));
     readFeatures(reading, object, classifier, package);
     package.classifiers.push_back(std::move(classifier));
     json::forEach(object, "ownedElements", [&](const Object& member) {

@@ -132,7 +132,7 @@ private:
         if (!shown)
             reading.report.left(typeOf(view), idOf(view), diagram.name, "it shows no element");
         else if (!points.empty() || isRelation(typeOf(*shown)))
-            diagram.lines.push_back({id, parsePoints(points), true, appearanceOf(view)});
+            diagram.lines.push_back({id, parsePoints(points), true, appearanceOf(view), {}, {}});
         else
             diagram.boxes.push_back({id, boundsOf(view), appearanceOf(view)});
     }

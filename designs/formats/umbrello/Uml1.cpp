@@ -157,7 +157,7 @@ private:
             classifier.stereotype = type.stereotype;
         classifier.visibility = visibilityNamed(node.attribute("visibility").value());
         classifier.isAbstract = xml::flag(node, "isAbstract") && type.kind != ClassifierKind::Interface;
-        classifier.isActive = xml::flag(node, "isActive");
+        classifier.concurrency = concurrencyOf(xml::flag(node, "isActive"));
         for (const pugi::xml_node parameter : parts(node, "templateParameter")) {
             classifier.templateParameters.push_back(readTyped<Parameter>(parameter));
             classifier.templateParameters.back().initialValue.clear();

@@ -151,7 +151,7 @@ void readClassifier(Reading& reading, pugi::xml_node node, const NamedClassifier
         classifier.stereotype = type.stereotype;
     classifier.visibility = visibilityNamed(node.attribute("visibility").value());
     classifier.isAbstract = xml::flag(node, "isAbstract");
-    classifier.isActive = xml::flag(node, "isActive");
+    classifier.concurrency = concurrencyOf(xml::flag(node, "isActive"));
     for (const pugi::xml_node part : node.children())
         readPart(reading, part, classifier, package);
     package.classifiers.push_back(std::move(classifier));
