@@ -1,8 +1,10 @@
 #include "designs/Import.h"
 
 #include "designs/convert/PackageOrder.h"
+#include "designs/layout/Crossings.h"
 #include "designs/layout/Diagrams.h"
 #include "designs/layout/Layout.h"
+#include "designs/layout/Scaling.h"
 #include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
 
@@ -111,13 +113,15 @@ void prepareDiagrams(Package& root, const Catalogue& catalogue, bool isOrdered, 
     LayoutBudget budget;
     forEachPackage(root, [&](Package& package) {
         for (Diagram& diagram : package.diagrams) {
+            if (!isOrdered)
+                place(diagram, factorForText(diagram, catalogue), {});
             if (hasLayout && !layOut(diagram, catalogue, budget))
                 report.made("layout", diagram.id, diagram.name,
                             "there are too many boxes and lines to lay out; the boxes of the diagram stand in rows");
             if (diagram.keepsPlaces)
                 continue;
             if (!isOrdered)
-                makeRoomForText(diagram, catalogue);
+                openCrossingLines(diagram);
             settleOrigin(diagram, package.packages.size());
         }
     });

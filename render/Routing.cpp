@@ -197,8 +197,8 @@ Scene::End Scene::endOf(const Object& view, std::string_view key) const
     return path && !path->empty() ? End{nullptr, placeOn(*path, 0.5).point, true} : End{};
 }
 
-// Between the boxes of the roles when the file gives no place, or one that a box covers because its text needs more
-// room than the file says.
+// Between the boxes of the roles when the file gives no place, or one that a box of theirs covers, or if it is computed
+// any box.
 void Scene::findJunction(const Object& association)
 {
     std::vector<const Node*> nodes;
@@ -208,7 +208,8 @@ void Scene::findJunction(const Object& association)
     Junction& junction = junctions[&association];
     junction.place = locationOf(association);
     const auto isCovered = [&](const Node* node) { return node->rect.contains(junction.place); };
-    junction.isPlaced = isPlaced(association) && std::none_of(nodes.begin(), nodes.end(), isCovered);
+    junction.isPlaced = isPlaced(association) && std::none_of(nodes.begin(), nodes.end(), isCovered) &&
+                        !isComputedOnBox(junction.place);
     if (nodes.empty())
         return;
     const Node& first = *nodes.front();
@@ -227,6 +228,15 @@ void Scene::findJunction(const Object& association)
         junction.place = placeOn(junction.way, 0.5).point;
     else
         junction.place = between(exitOf(first, a, b), exitOf(second, b, a), 0.5);
+}
+
+bool Scene::isComputedOnBox(Point place) const
+{
+    if (!common.isComputed || comparisonsLeft < allNodes.size())
+        return false;
+    comparisonsLeft -= allNodes.size();
+    return std::any_of(allNodes.begin(), allNodes.end(),
+                       [&](const Node& node) { return node.isPlaced && node.rect.contains(place); });
 }
 
 const Scene::Junction* Scene::junctionAt(const Object& association) const

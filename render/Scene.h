@@ -98,6 +98,8 @@ private:
     void findJunction(const Object& association);
     /// From a point to another around boxes, if the exporter left the way open and a straight line would cross one.
     [[nodiscard]] Path wayAround(Point from, Point to, const Node* first, const Node* second) const;
+    /// Whether a box stands at a place that the exporter computed.
+    [[nodiscard]] bool isComputedOnBox(Point place) const;
     [[nodiscard]] const Junction* junctionAt(const Object& association) const;
     [[nodiscard]] static Path selfRolePath(const Object& role, const Node& node, const Junction& junction);
     [[nodiscard]] Point treePoint(const Object& tree) const;

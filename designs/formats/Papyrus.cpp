@@ -55,6 +55,22 @@ Appearance appearance(pugi::xml_node view)
     return result;
 }
 
+// <children visible="false" type="Class_AttributeCompartment">: what a box leaves out.
+HiddenFeatures hiddenIn(pugi::xml_node view)
+{
+    HiddenFeatures hidden;
+    for (const pugi::xml_node compartment : view.children("children")) {
+        const std::string_view type = compartment.attribute("type").value();
+        if (std::string_view(compartment.attribute("visible").value()) != "false")
+            continue;
+        if (type.ends_with("AttributeCompartment") || type.ends_with("LiteralCompartment"))
+            hidden.attributes.fill(true);
+        else if (type.ends_with("OperationCompartment"))
+            hidden.operations.fill(true);
+    }
+    return hidden;
+}
+
 // "(0.25,1.0)": the part of the box's width and height at which a line meets it; the middle where nothing is said.
 Point anchor(pugi::xml_node edge, const char* name, const Rectangle& box)
 {
@@ -170,7 +186,7 @@ private:
                 const Rectangle bounds = {offset.x + coordinate(layout, "x"), offset.y + coordinate(layout, "y"),
                                           std::max(coordinate(layout, "width"), 0.0),
                                           std::max(coordinate(layout, "height"), 0.0)};
-                diagram.boxes.push_back({element, bounds, appearance(node)});
+                diagram.boxes.push_back({element, bounds, appearance(node), hiddenIn(node)});
                 views.emplace(xml::xmiAttribute(node, "id"), View{element, bounds});
                 inner = {bounds.left, bounds.top + nameHeight};
             }
@@ -208,22 +224,36 @@ std::string fileWith(const std::filesystem::path& path, const char* extension)
     return path.filename().replace_extension(extension).string();
 }
 
-bool isNotation(std::string_view head)
+// The files of one design that may be given.
+enum class Part : std::uint8_t {
+    Model,    ///< .uml, perhaps with the diagrams in it
+    Diagrams, ///< .notation
+    Windows,  ///< .di: what the tool had open
+};
+
+// Windows and diagrams are told by the names of their files as well, since there may be nothing in them.
+Part partOf(const Source& source, std::string_view head)
 {
-    return head.find("<notation:Diagram") != std::string_view::npos && !uml2::hasModel(head);
+    if (uml2::hasModel(head))
+        return Part::Model;
+    const std::string ending = source.path.extension().string();
+    if (head.find("<notation:Diagram") != std::string_view::npos || ending == ".notation")
+        return Part::Diagrams;
+    return ending == ".di" ? Part::Windows : Part::Model;
 }
 
 bool recognizes(const Source& source)
 {
     const std::string head = xml::head(source.text);
-    if (isNotation(head))
-        return true;
-    if (uml2::hasModel(head) && head.find("xmlns:notation=") != std::string::npos)
-        return true;
-    return uml2::hasModel(head) && uml2::isBeside(source.path, fileWith(source.path, ".notation"));
+    if (partOf(source, head) != Part::Model)
+        return head.find("<notation:Diagram") != std::string::npos || head.find("xmi:version=") != std::string::npos;
+    if (!uml2::hasModel(head))
+        return false;
+    return head.find("xmlns:notation=") != std::string::npos ||
+           uml2::isBeside(source.path, fileWith(source.path, ".notation"));
 }
 
-// Either of the two files may be given. A fault in the other one is told with its name.
+// A fault in a file beside the one that was given is told with its name.
 xml::Document documentBeside(const std::string& bytes, const std::string& name)
 {
     try {
@@ -233,22 +263,30 @@ xml::Document documentBeside(const std::string& bytes, const std::string& name)
     }
 }
 
+// The file of that ending beside the one that was given.
+std::optional<xml::Document> readOther(const Source& source, const char* extension)
+{
+    const std::string name = fileWith(source.path, extension);
+    const std::optional<std::string> bytes = uml2::readBeside(source.path, name);
+    return bytes ? std::optional(documentBeside(*bytes, name)) : std::nullopt;
+}
+
 Design read(const Source& source, Report& report)
 {
-    const bool isNotationGiven = isNotation(xml::head(source.text));
-    const std::string other = fileWith(source.path, isNotationGiven ? ".uml" : ".notation");
-    const std::optional<std::string> beside = uml2::readBeside(source.path, other);
-    if (isNotationGiven && !beside)
-        throw UnreadableDesign("1:1: diagrams alone; the model is missing: " + other);
+    const Part part = partOf(source, xml::head(source.text));
+    const std::string modelName = fileWith(source.path, ".uml");
+    const auto model = part == Part::Model ? std::nullopt : readOther(source, ".uml");
+    if (part != Part::Model && !model)
+        throw UnreadableDesign((part == Part::Diagrams ? "1:1: diagrams alone" : "1:1: windows of a design alone") +
+                               ("; the model is missing: " + modelName));
+    const auto diagrams = part == Part::Diagrams ? std::nullopt : readOther(source, ".notation");
     const xml::Document given(source.text);
-    std::optional<xml::Document> second;
-    if (beside)
-        second.emplace(documentBeside(*beside, other));
-    const xml::Document& tree = isNotationGiven ? *second : given;
-    uml2::Outside outside(isNotationGiven ? source.path.parent_path() / other : source.path);
-    Design design = uml2::read(tree, outside, report);
-    // Diagrams may also stand in the same file.
-    NotationReader(design, outside, report).read((beside && !isNotationGiven ? *second : given).root());
+    uml2::Outside outside(part == Part::Model ? source.path : source.path.parent_path() / modelName);
+    Design design = uml2::read(model ? *model : given, outside, report);
+    const xml::Document* drawn = part == Part::Windows ? &*model : &given;
+    if (diagrams)
+        drawn = &*diagrams;
+    NotationReader(design, outside, report).read(drawn->root());
     return design;
 }
 
@@ -258,7 +296,7 @@ Format papyrusFormat()
 {
     return {"papyrus",
             "Papyrus model (.uml) with the diagrams beside it (.notation)",
-            {".uml", ".notation"},
+            {".uml", ".notation", ".di"},
             "a uml:Model or uml:Package with packaged elements",
             recognizes,
             read};

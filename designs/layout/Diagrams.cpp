@@ -1,6 +1,7 @@
 #include "designs/layout/Diagrams.h"
 
 #include "designs/layout/Geometry.h"
+#include "designs/layout/Scaling.h"
 #include "designs/model/Selection.h"
 #include "designs/model/Walk.h"
 
@@ -70,7 +71,7 @@ private:
         constexpr std::array<std::string_view, 3> notes = {"comment", "note", "note link"};
         const auto kind = kinds.find(id);
         if (kind != kinds.end() && std::find(notes.begin(), notes.end(), kind->second) != notes.end())
-            return "notes are drawn beside what they hang at";
+            return "notes have no places; they are drawn beside what they hang at, or as texts of the diagram";
         return catalogue.has(id) ? "it is taken, and shown with what it belongs to" : "what it shows is not taken";
     }
 
@@ -126,26 +127,6 @@ void addOverview(Package& package, const std::vector<const Classifier*>& classes
     for (const Element* const joint : joints)
         overview.lines.emplace_back().elementId = joint->id;
     package.diagrams.push_back(std::move(overview));
-}
-
-void move(Diagram& diagram, double x, double y)
-{
-    for (Box& box : diagram.boxes)
-        if (box.bounds) {
-            box.bounds->left += x;
-            box.bounds->top += y;
-        }
-    for (Line& line : diagram.lines) {
-        const auto moveAll = [&](Points& points) {
-            for (Point& point : points)
-                point = {point.x + x, point.y + y};
-        };
-        moveAll(line.points);
-        for (LinePart& part : line.parts)
-            moveAll(part.points);
-        if (line.middle)
-            line.middle = Point{line.middle->x + x, line.middle->y + y};
-    }
 }
 
 } // namespace
@@ -230,7 +211,7 @@ void settleOrigin(Diagram& diagram, std::size_t subPackages)
     const double symbolsRight = static_cast<double>(subPackages) * symbolDistance + margin;
     if (subPackages > 0 && all->top + y < symbolsBottom && all->left + x < symbolsRight)
         y = symbolsBottom + 2 * margin - all->top;
-    move(diagram, x, y);
+    place(diagram, 1, {x, y});
 }
 
 } // namespace design

@@ -56,6 +56,30 @@ bool contains(const Rectangle& box, Point point)
            point.y <= box.top + box.height;
 }
 
+bool crosses(Point a, Point b, const Rectangle& box)
+{
+    double first = 0; // of the line, in shares of its length
+    double last = 1;
+    const auto limit = [&](double from, double to, double low, double high) {
+        if (from == to) {
+            last = from > low && from < high ? last : first;
+            return;
+        }
+        const auto [enter, leave] = std::minmax({(low - from) / (to - from), (high - from) / (to - from)});
+        first = std::max(first, enter);
+        last = std::min(last, leave);
+    };
+    limit(a.x, b.x, box.left, box.left + box.width);
+    limit(a.y, b.y, box.top, box.top + box.height);
+    return first < last;
+}
+
+bool overlaps(const Rectangle& a, const Rectangle& b)
+{
+    return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+           b.top < a.top + a.height;
+}
+
 Rectangle unite(const Rectangle& a, const Rectangle& b)
 {
     const double left = std::min(a.left, b.left);

@@ -10,6 +10,11 @@ namespace design {
 [[nodiscard]] Point centreOf(const Rectangle& box);
 [[nodiscard]] bool contains(const Rectangle& box, Point point);
 
+/// Whether the straight line from `a` to `b` runs through the box.
+[[nodiscard]] bool crosses(Point a, Point b, const Rectangle& box);
+
+[[nodiscard]] bool overlaps(const Rectangle& a, const Rectangle& b);
+
 /// The smallest box around both.
 [[nodiscard]] Rectangle unite(const Rectangle& a, const Rectangle& b);
 

@@ -19,7 +19,7 @@ Size sizeFor(const Box& box, const Catalogue& catalogue)
 {
     constexpr Size symbol = {32, 32}; // of an association that joins more than two classes
     const Classifier* const classifier = catalogue.classifier(box.elementId);
-    return classifier ? boxSize(*classifier, box.appearance.fontSize) : symbol;
+    return classifier ? boxSize(*classifier, box) : symbol;
 }
 
 // Rows of about as much width as height, beginning at the given corner.
@@ -189,20 +189,55 @@ void placeBelow(Diagram& diagram, const Catalogue& catalogue, const Rectangle& r
         boxes[i]->bounds = nodes[i].place;
 }
 
-} // namespace
-
-bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
+// Limits a box that nobody sized where it would cover others, unless its corner lies in one of them.
+void keepClear(Rectangle& box, const std::vector<Box>& others)
 {
-    std::optional<Rectangle> placed;
-    std::size_t count = 0;
-    for (Box& box : diagram.boxes) {
-        if (!box.bounds)
+    constexpr double least = 20;
+    for (const Box& other : others) {
+        if (!other.bounds || &*other.bounds == &box || !overlaps(box, *other.bounds))
+            continue;
+        const double width = other.bounds->left - box.left;
+        const double height = other.bounds->top - box.top;
+        if (width >= least && width / box.width >= height / box.height)
+            box.width = width;
+        else if (height >= least)
+            box.height = height;
+    }
+}
+
+// Gives boxes a size that have a place alone.
+void sizePlaced(std::vector<Box>& boxes, const Catalogue& catalogue)
+{
+    std::size_t comparisonsLeft = 20000000; // so many take less than a second
+    std::vector<Box*> sized;
+    for (Box& box : boxes) {
+        if (!box.bounds || (box.bounds->width > 0 && box.bounds->height > 0))
             continue;
         const Size size = sizeFor(box, catalogue);
         if (box.bounds->width <= 0)
             box.bounds->width = size.width;
         if (box.bounds->height <= 0)
             box.bounds->height = size.height;
+        sized.push_back(&box);
+    }
+    for (Box* const box : sized) {
+        if (comparisonsLeft < boxes.size())
+            return;
+        comparisonsLeft -= boxes.size();
+        keepClear(*box->bounds, boxes);
+    }
+}
+
+} // namespace
+
+bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
+{
+    sizePlaced(diagram.boxes, catalogue);
+    std::optional<Rectangle> placed;
+    std::size_t count = 0;
+    for (const Box& box : diagram.boxes) {
+        if (!box.bounds)
+            continue;
         placed = placed ? unite(*placed, *box.bounds) : *box.bounds;
         ++count;
     }
@@ -211,20 +246,6 @@ bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
     if (count < diagram.boxes.size())
         placeBelow(diagram, catalogue, *placed);
     return true;
-}
-
-void makeRoomForText(Diagram& diagram, const Catalogue& catalogue)
-{
-    for (Box& box : diagram.boxes) {
-        const Classifier* const classifier = catalogue.classifier(box.elementId);
-        if (!box.bounds || !classifier)
-            continue;
-        const Size text = textSize(*classifier, box.appearance.fontSize);
-        const double width = std::max(box.bounds->width, text.width);
-        const double height = std::max(box.bounds->height, text.height);
-        const Point centre = centreOf(*box.bounds);
-        box.bounds = Rectangle{centre.x - width / 2, centre.y - height / 2, width, height};
-    }
 }
 
 } // namespace design

@@ -12,7 +12,4 @@ namespace design {
 /// because the layout library could not do it.
 [[nodiscard]] bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget);
 
-/// Makes boxes that are too small for their text large enough, about their centre.
-void makeRoomForText(Diagram& diagram, const Catalogue& catalogue);
-
 } // namespace design

@@ -9,9 +9,12 @@ namespace design {
 
 namespace {
 
-constexpr double pixelsInPoint = 96.0 / 72.0;
-constexpr double unitsInEm = 1000;
-constexpr double lineHeight = 1.15; // of the font size
+// Of the host, in its units, for a point of the font size. Its letters are a little narrower than Arial's.
+constexpr double unitsInPixel = 300.0 / 96.0;
+constexpr double em = 4.1;
+constexpr double lineHeight = 5;
+constexpr double narrower = 1.04;
+constexpr double unitsInEm = 1000; // of the widths below
 
 // Widths of the letters of Arial from blank to tilde, in thousandths of the font size.
 constexpr std::array<std::uint16_t, 95> letterWidths = {
@@ -42,9 +45,16 @@ double widthOf(std::string_view text)
     return width;
 }
 
+// `<<column>> $/name : Type = 0`
 double widthOf(const Attribute& attribute)
 {
     double width = widthOf(attribute.name);
+    if (!attribute.stereotype.empty())
+        width += widthOf("<<>> ") + widthOf(attribute.stereotype);
+    if (attribute.isStatic)
+        width += widthOf("$");
+    if (attribute.isDerived)
+        width += widthOf("/");
     if (!attribute.type.name.empty())
         width += widthOf(" : ") + widthOf(attribute.type.name);
     if (!attribute.initialValue.empty())
@@ -52,33 +62,100 @@ double widthOf(const Attribute& attribute)
     return width;
 }
 
-} // namespace
-
-Size textSize(const Classifier& classifier, double fontSize)
+double widthOf(const Literal& literal)
 {
-    std::size_t lines = 1 + classifier.attributes.size() + classifier.operations.size() + classifier.literals.size();
-    double widest = widthOf(classifier.name);
-    if (!classifier.stereotype.empty()) {
-        ++lines;
-        widest = std::max(widest, widthOf("<<>>") + widthOf(classifier.stereotype));
-    }
-    for (const Attribute& attribute : classifier.attributes)
-        widest = std::max(widest, widthOf(attribute));
-    for (const Operation& operation : classifier.operations)
-        widest = std::max(widest, widthOf(operation.name) + widthOf("()"));
-    for (const Literal& literal : classifier.literals)
-        widest = std::max(widest, widthOf(literal.name));
-    const double fontHeight = (fontSize > 0 ? fontSize : defaultFontSize) * pixelsInPoint;
-    return {widest / unitsInEm * fontHeight, static_cast<double>(lines) * lineHeight * fontHeight};
+    return widthOf(literal.name) + (literal.value.empty() ? 0 : widthOf(" = ") + widthOf(literal.value));
 }
 
-Size boxSize(const Classifier& classifier, double fontSize)
+// `<<query>> name()`
+double widthOf(const Operation& operation)
 {
-    constexpr double roomAtSides = 60; // with the signs of visibility, and some for longer names of types
-    constexpr double roomAboveAndBelow = 24;
+    const double stereotype = operation.stereotype.empty() ? 0 : widthOf("<<>> ") + widthOf(operation.stereotype);
+    return stereotype + widthOf(operation.name) + widthOf("()");
+}
+
+// Lines of text below each other.
+struct Lines {
+    std::size_t count = 0;
+    double widest = 0;
+
+    void add(double width)
+    {
+        ++count;
+        widest = std::max(widest, width);
+    }
+};
+
+template <class Feature>
+bool isShown(const Feature& feature, const std::array<bool, 4>& hidden)
+{
+    return !hidden[static_cast<std::size_t>(feature.visibility)];
+}
+
+Lines headOf(const Classifier& classifier)
+{
+    Lines head;
+    head.add(widthOf(classifier.name));
+    if (!classifier.stereotype.empty())
+        head.add(widthOf("<<>>") + widthOf(classifier.stereotype));
+    return head;
+}
+
+Lines attributesOf(const Classifier& classifier, const HiddenFeatures& hidden)
+{
+    Lines lines;
+    for (const Attribute& attribute : classifier.attributes)
+        if (isShown(attribute, hidden.attributes))
+            lines.add(widthOf(attribute));
+    for (const Literal& literal : classifier.literals)
+        if (!hidden.attributes[static_cast<std::size_t>(Visibility::Public)])
+            lines.add(widthOf(literal));
+    return lines;
+}
+
+Lines operationsOf(const Classifier& classifier, const HiddenFeatures& hidden)
+{
+    Lines lines;
+    for (const Operation& operation : classifier.operations)
+        if (isShown(operation, hidden.operations))
+            lines.add(widthOf(operation));
+    return lines;
+}
+
+} // namespace
+
+Size neededSize(const Classifier& classifier, const Box& box)
+{
+    constexpr double aboveName = 12;
+    constexpr double besideName = 18;
+    constexpr double besideMembers = 62; // with their icons
+    constexpr double aboveMembers = 10;
+    constexpr double belowMembers = 14;
+    constexpr double betweenMembers = 50; // attributes and operations
+    const Lines head = headOf(classifier);
+    const Lines attributes = attributesOf(classifier, box.hidden);
+    const Lines operations = operationsOf(classifier, box.hidden);
+    const double fontSize = box.appearance.fontSize > 0 ? box.appearance.fontSize : defaultFontSize;
+    const double scale = fontSize * em / narrower / unitsInEm;
+    const std::size_t members = attributes.count + operations.count;
+    double width = head.widest * scale + besideName;
+    double height = aboveName + static_cast<double>(head.count + members) * fontSize * lineHeight;
+    if (members > 0) {
+        width = std::max(width, std::max(attributes.widest, operations.widest) * scale + besideMembers);
+        height += aboveMembers + belowMembers;
+    }
+    if (operations.count > 0)
+        height += betweenMembers;
+    return {width / unitsInPixel, height / unitsInPixel};
+}
+
+Size boxSize(const Classifier& classifier, const Box& box)
+{
+    constexpr double roomAtSides = 40; // for longer names of types
+    constexpr double roomBelow = 20;   // the rules of what is empty
     constexpr double leastWidth = 100;
-    const Size text = textSize(classifier, fontSize);
-    return {std::max(text.width + roomAtSides, leastWidth), text.height + roomAboveAndBelow};
+    const Size needed = neededSize(classifier, box);
+    return {std::max(needed.width + roomAtSides, leastWidth), needed.height + roomBelow};
 }
 
 } // namespace design

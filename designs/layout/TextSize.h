@@ -9,13 +9,13 @@ struct Size {
     double height = 0;
 };
 
-/// How much room the text of a class box takes, without any around it, in pixels: name, stereotype, attributes and
-/// operations, one a line. Widths are those of Arial, which the reader of the exported file has, whatever fonts the
-/// machine of the import has.
-[[nodiscard]] Size textSize(const Classifier& classifier, double fontSize);
+/// How large a box must be for the host to show in it what it shows of a class: name, stereotype, and the attributes
+/// and operations that it does not hide, one a line; in pixels. Widths are those of Arial, which the reader of the
+/// exported file has, whatever fonts the machine of the import has.
+[[nodiscard]] Size neededSize(const Classifier& classifier, const Box& box);
 
 /// A comfortable size for the box of a class that nobody sized.
-[[nodiscard]] Size boxSize(const Classifier& classifier, double fontSize);
+[[nodiscard]] Size boxSize(const Classifier& classifier, const Box& box);
 
 /// The font size that a box gets when the file tells none.
 inline constexpr double defaultFontSize = 10;

@@ -4,6 +4,7 @@
 // the import works on. Elements are named by the identifiers of their file; geometry is in pixels of the tool, 96 to
 // the inch, x to the right and y downward.
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -214,12 +215,19 @@ struct Appearance {
     double fontSize = 0; ///< in points; 0: default
 };
 
+/// What a box leaves out of its classifier, by `Visibility`. Literals count as public attributes.
+struct HiddenFeatures {
+    std::array<bool, 4> attributes = {};
+    std::array<bool, 4> operations = {};
+};
+
 /// An element, of whatever kind, drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the
 /// file; a width or height of 0 with a place: placed by hand, sized by the tool.
 struct Box {
     std::string elementId;
     std::optional<Rectangle> bounds;
     Appearance appearance;
+    HiddenFeatures hidden = {};
 };
 
 /// The part of an association's line that leads from its middle to one end.
@@ -244,7 +252,7 @@ struct Diagram : Element {
     std::vector<Box> boxes; ///< in drawing order
     std::vector<Line> lines;
     std::vector<Remark> remarks; ///< comments that stand in the diagram alone
-    bool keepsPlaces = false;    ///< it was drawn for the host: no box grows, and nothing is moved
+    bool keepsPlaces = false;    ///< it was drawn for the host: nothing is enlarged or moved
 };
 
 struct Package : Element {

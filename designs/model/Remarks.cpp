@@ -15,11 +15,18 @@ public:
     {
         forEachElement(theRoot, [&](Element& element) { elements.emplace(element.id, &element); });
         elements.erase("");
+        forEachPackage(theRoot, [&](Package& package) {
+            for (Diagram& diagram : package.diagrams)
+                for (const Box& box : diagram.boxes)
+                    if (!elements.contains(box.elementId))
+                        diagrams[box.elementId].push_back(&diagram);
+        });
     }
 
     void run(Package& package)
     {
-        std::erase_if(package.remarks, [&](const Remark& remark) { return give(remark) || leave(remark); });
+        std::erase_if(package.remarks,
+                      [&](const Remark& remark) { return give(remark) || leave(remark) || show(remark); });
         for (Diagram& diagram : package.diagrams) {
             for (const Remark& remark : diagram.remarks)
                 if (!give(remark) && !leave(remark))
@@ -46,6 +53,18 @@ private:
         return isGiven;
     }
 
+    // Whether it stands in diagrams. Those have it as a note of their own then.
+    bool show(const Remark& remark)
+    {
+        const auto found = remark.id.empty() ? diagrams.end() : diagrams.find(remark.id);
+        if (found == diagrams.end())
+            return false;
+        for (Diagram* const diagram : found->second)
+            if (std::find(diagram->notes.begin(), diagram->notes.end(), remark.text) == diagram->notes.end())
+                diagram->notes.push_back(remark.text);
+        return true;
+    }
+
     // Whether it says nothing by itself, as a constraint does that constrains nothing.
     bool leave(const Remark& remark)
     {
@@ -57,6 +76,7 @@ private:
     const Package& root;
     Report& report;
     std::unordered_map<std::string_view, Element*> elements;
+    std::unordered_map<std::string_view, std::vector<Diagram*>> diagrams; // that show what is no element, by identifier
 };
 
 } // namespace

@@ -23,7 +23,7 @@ void settleNames(Package& root, Report& report);
 void settleEnds(Design& design, Report& report);
 
 /// Gives comments and constraints to the elements that they hang at. A comment that hangs at no element of the design
-/// becomes a note of the diagram that it stands in, or stays with its package; a constraint goes, and the report says
+/// becomes a note of the diagrams that it stands in, or stays with its package; a constraint goes, and the report says
 /// so.
 void settleRemarks(Package& root, Report& report);
 

@@ -181,6 +181,8 @@ private:
                 line << " " << box.bounds->left << "," << box.bounds->top << " " << box.bounds->width << "x"
                      << box.bounds->height;
             addAppearance(line, box.appearance);
+            addHidden(line, " without attributes", box.hidden.attributes);
+            addHidden(line, " without operations", box.hidden.operations);
             lines.push_back(line.str());
         }
         for (const design::Line& drawn : diagram.lines) {
@@ -198,6 +200,16 @@ private:
             addAppearance(line, drawn.appearance);
             lines.push_back(line.str());
         }
+    }
+
+    // ` without attributes +-`: by the signs of what is hidden.
+    static void addHidden(std::ostringstream& line, const char* word, const std::array<bool, 4>& hidden)
+    {
+        std::string signs;
+        for (std::size_t i = 0; i < hidden.size(); ++i)
+            signs += hidden[i] ? std::string(1, "+#-~"[i]) : std::string();
+        if (!signs.empty())
+            line << word << ' ' << signs;
     }
 
     static void addAppearance(std::ostringstream& line, const design::Appearance& appearance)

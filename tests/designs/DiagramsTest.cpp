@@ -80,8 +80,11 @@ TEST(Diagrams, ShowWhatARoseDiagramCan)
         {"notes and what joins them",
          {"note"},
          {"link"},
-         {"left drawn comment Main: notes are drawn beside what they hang at",
-          "left drawn note link Main: notes are drawn beside what they hang at"}},
+         {"left drawn comment Main: notes have no places; they are drawn beside what they hang at, or as texts of the "
+          "diagram",
+          "left drawn note link Main: notes have no places; they are drawn beside what they hang at, or as texts of "
+          "the "
+          "diagram"}},
         {"a line for an attribute",
          {"a"},
          {"attribute"},

@@ -30,20 +30,20 @@ TEST_P(Formats, TakeWhatAFileHoldsAndNothingElse)
     const design::Source source{bytes, pathOf(name)};
     ASSERT_NE(design::formatOf(source), nullptr);
     EXPECT_EQ(design::formatOf(source)->name, format);
-    // Either file of a pair may be given.
+    // Any file of a design may be given.
+    const bool isOther = name == std::string_view("shop.notation") || name == std::string_view("shop.di");
     EXPECT_THAT(linesOf(source),
-                ElementsAreArray(splitLines(
-                    bytesOf((name == std::string_view("shop.notation") ? "shop.uml" : std::string(name)) + ".lines"))));
+                ElementsAreArray(splitLines(bytesOf((isOther ? "shop.uml" : std::string(name)) + ".lines"))));
 }
 
 INSTANTIATE_TEST_SUITE_P(, Formats,
                          testing::Values(std::pair("shop.mdj", "staruml"), std::pair("enterprise-architect.xml", "ea"),
                                          std::pair("shop.uml", "papyrus"), std::pair("shop.notation", "papyrus"),
-                                         std::pair("one-file.uml", "papyrus"), std::pair("umbrello.xmi", "umbrello"),
-                                         std::pair("umbrello2.xmi", "umbrello"), std::pair("uml1.xmi", "umbrello"),
-                                         std::pair("plain.xmi", "xmi"), std::pair("all-kinds.xmi", "xmi"),
-                                         std::pair("shop.ecore", "ecore"), std::pair("packages.ecore", "ecore"),
-                                         std::pair("shop.mdl", "rose")),
+                                         std::pair("shop.di", "papyrus"), std::pair("one-file.uml", "papyrus"),
+                                         std::pair("umbrello.xmi", "umbrello"), std::pair("umbrello2.xmi", "umbrello"),
+                                         std::pair("uml1.xmi", "umbrello"), std::pair("plain.xmi", "xmi"),
+                                         std::pair("all-kinds.xmi", "xmi"), std::pair("shop.ecore", "ecore"),
+                                         std::pair("packages.ecore", "ecore"), std::pair("shop.mdl", "rose")),
                          [](const auto& instance) {
                              std::string name = instance.param.first;
                              std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
@@ -81,6 +81,24 @@ TEST(FormatFiles, NeedTheModelOfTheirDiagrams)
     folder.write("broken.notation", diagrams);
     folder.write("broken.uml", "<uml:Model>\n<a>");
     EXPECT_THAT(faultOf({diagrams, folder / "broken.notation"}), testing::StartsWith("broken.uml: 2:"));
+    const std::string windows = bytesOf("shop.di");
+    EXPECT_EQ(faultOf({windows, folder / "alone.di"}),
+              "1:1: windows of a design alone; the model is missing: alone.uml");
+    EXPECT_THAT(faultOf({windows, folder / "broken.di"}), testing::StartsWith("broken.uml: 2:"));
+    EXPECT_EQ(design::formatOf({windows, "-"}), nullptr);
+}
+
+// A .notation file may be missing, or have no diagrams.
+TEST(FormatFiles, MayHaveNoDiagramsBeside)
+{
+    const TemporaryFolder folder;
+    const std::string empty = "<xmi:XMI xmi:version='2.0' xmlns:xmi='http://www.omg.org/XMI'/>";
+    folder.write("shop.uml", bytesOf("shop.uml"));
+    const std::vector<std::string> lines = linesOf({empty, folder / "shop.di"});
+    EXPECT_THAT(lines, testing::Contains("class Item in sales"));
+    folder.write("shop.notation", empty);
+    EXPECT_EQ(linesOf({empty, folder / "shop.di"}), lines);
+    EXPECT_EQ(linesOf({empty, folder / "shop.notation"}), lines);
 }
 
 // What is there and cannot be read is no diagram less, and nothing but a regular file is waited for.

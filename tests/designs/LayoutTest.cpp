@@ -48,18 +48,12 @@ Design randomDesign(std::size_t count, std::size_t relationships, unsigned seed)
     return design;
 }
 
-bool overlap(const Rectangle& a, const Rectangle& b)
-{
-    return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
-           b.top < a.top + a.height;
-}
-
 void expectApart(const Diagram& diagram)
 {
     for (std::size_t i = 0; i < diagram.boxes.size(); ++i) {
         ASSERT_TRUE(diagram.boxes[i].bounds) << i;
         for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(overlap(*diagram.boxes[i].bounds, *diagram.boxes[k].bounds)) << i << " and " << k;
+            EXPECT_FALSE(overlaps(*diagram.boxes[i].bounds, *diagram.boxes[k].bounds)) << i << " and " << k;
     }
 }
 
@@ -153,19 +147,35 @@ TEST(Layout, LeavesPlacedBoxesWhereTheyAre)
     EXPECT_GT(diagram.boxes[2].bounds->top, 280);
 }
 
-// A box keeps its centre when its text needs more room.
-TEST(Layout, LeavesNoBoxSmallerThanItsText)
+// A box that was only placed covers none, unless it stands in one.
+TEST(Layout, SizesPlacedBoxesClearOfOthers)
 {
-    Design design = designOf({classNamed("a class with a long name"), classNamed("b")});
-    design.root.packages[0].diagrams = {diagramOf({"a class with a long name", "b"})};
-    Diagram& diagram = design.root.packages[0].diagrams[0];
-    diagram.boxes[0].bounds = Rectangle{100, 100, 20, 10};
-    diagram.boxes[1].bounds = Rectangle{300, 100, 50, 40};
-    design::makeRoomForText(diagram, design::Catalogue(design.root));
-    // The letters of Arial: 24 of them take 9.9 times the height of the font.
-    EXPECT_NEAR(diagram.boxes[0].bounds->width, 9.9 * 10 * 96 / 72, 15);
-    EXPECT_EQ(design::centreOf(*diagram.boxes[0].bounds).x, 110);
-    EXPECT_EQ(diagram.boxes[1].bounds->width, 50);
+    const struct {
+        const char* what;
+        Rectangle placed;
+        bool isClear;
+        bool isWhole; ///< has the size that it has alone
+    } rows[] = {
+        {"a box to the right", {200, 100, 0, 0}, true, false}, {"a box below", {300, 30, 0, 0}, true, false},
+        {"a box to the left", {500, 100, 0, 0}, true, true},   {"a box far away", {900, 900, 0, 0}, true, true},
+        {"it stands in one", {310, 110, 0, 0}, false, true},   {"it has a width", {150, 100, 100, 0}, true, true},
+    };
+    Design design = designOf({classNamed("a"), classNamed("b")});
+    const design::Size alone = boxSize(design.root.packages[0].classifiers[0], {"a", std::nullopt, {}});
+    for (const auto& row : rows) {
+        design.root.packages[0].diagrams = {diagramOf({"a", "b"})};
+        Diagram& diagram = design.root.packages[0].diagrams[0];
+        diagram.boxes[0].bounds = row.placed;
+        diagram.boxes[1].bounds = Rectangle{270, 60, 200, 80};
+        EXPECT_TRUE(layOutAlone(diagram, design));
+        const Rectangle& box = *diagram.boxes[0].bounds;
+        EXPECT_EQ(!overlaps(box, *diagram.boxes[1].bounds), row.isClear) << row.what;
+        EXPECT_EQ(box.height == alone.height && (row.placed.width > 0 || box.width == alone.width), row.isWhole)
+            << row.what;
+        EXPECT_EQ(box.left, row.placed.left) << row.what;
+        EXPECT_EQ(box.top, row.placed.top) << row.what;
+        EXPECT_EQ(diagram.boxes[1].bounds->width, 200) << row.what;
+    }
 }
 
 // Boxes that no line joins stand in rows below those that lines join, as wide as high.
@@ -194,29 +204,6 @@ TEST(Layout, SetsTheOthersInRows)
     EXPECT_LT(rows.width, rows.height * 2);
     EXPECT_LT(rows.height, rows.width * 2);
     EXPECT_GT(placed.lines[0].points.front().x, placed.boxes[0].bounds->left);
-}
-
-// The text of a class needs its name, and a line for each attribute and operation.
-TEST(Layout, MeasuresTexts)
-{
-    design::Classifier classifier = classNamed("iiii");
-    const design::Size narrow = design::textSize(classifier, 0);
-    classifier.name = "WWWW";
-    const design::Size wide = design::textSize(classifier, 0);
-    EXPECT_GT(wide.width, narrow.width);
-    EXPECT_EQ(wide.height, narrow.height);
-    EXPECT_GT(design::textSize(classifier, 20).width, wide.width);
-    classifier.attributes.resize(1);
-    const design::Size withAttribute = design::textSize(classifier, 0);
-    classifier.operations.resize(1);
-    const design::Size withBoth = design::textSize(classifier, 0);
-    EXPECT_GT(withAttribute.height, wide.height);
-    EXPECT_GT(withBoth.height, withAttribute.height);
-    classifier.attributes[0].name = "an attribute with a long name";
-    EXPECT_GT(design::textSize(classifier, 0).width, wide.width);
-    classifier.name = "\xE4\xBD\xA0\xE4\xBD\xA0"; // two ideographs, each as wide as high
-    classifier.attributes.clear();
-    EXPECT_NEAR(design::textSize(classifier, 9).width - design::textSize(classNamed("x"), 9).width, 24, 8);
 }
 
 TEST(Geometry, LeadsLinesFromBorderToBorder)

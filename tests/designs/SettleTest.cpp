@@ -199,6 +199,17 @@ TEST(Settle, GivesRemarksToWhatTheyHangAt)
          },
          {"note in package (of a package)", "note in package (loose)",
           "diagram  in second note(of a diagram) note(free)"}},
+        {"a loose comment that diagrams show",
+         [](Design& d) {
+             d.root.packages[0].remarks = {remark("shown", {}), remark("of a", {"a"}), remark("not shown", {})};
+             d.root.packages[0].remarks[0].id = "shown";
+             d.root.packages[0].remarks[1].id = "of a";
+             d.root.packages[1].diagrams.resize(2);
+             for (design::Diagram& diagram : d.root.packages[1].diagrams)
+                 diagram.boxes = {{"shown", std::nullopt, {}}, {"of a", std::nullopt, {}}};
+         },
+         {"note in package (not shown)", "class a in package note(of a)", "diagram  in second note(shown)",
+          "box <shown>", "box <of a>", "diagram  in second note(shown)", "box <shown>", "box <of a>"}},
         {"a comment on a relation that goes",
          [](Design& d) {
              d.root.packages[0].associations = {association("a", "uc")};

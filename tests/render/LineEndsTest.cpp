@@ -127,6 +127,9 @@ TEST(LineEnds, ExportsGoAroundBoxes)
     } rows[] = {
         {"a dependency", "(object UsesView \"\" @4 client @1 supplier @2)", {4}},
         {"an association", std::string("(object AssociationViewNew \"\" @3 ") + roles, {4, 5}},
+        {"an association whose place is on a box",
+         std::string("(object AssociationViewNew \"\" @3 location (700, 200) ") + roles,
+         {4, 5}},
     };
     for (const auto& row : rows) {
         const Parsed picture(std::string(boxes) +

@@ -52,6 +52,19 @@ std::vector<Point> bends(std::string_view path)
     return points;
 }
 
+// "AttPub=0;OpPri=0;": what a box leaves out, by the visibility of the features, beside what the whole diagram does.
+HiddenFeatures hiddenIn(std::string_view style, HiddenFeatures hidden)
+{
+    constexpr std::array<std::string_view, 4> attributes = {"AttPub=", "AttPro=", "AttPri=", "AttPkg="};
+    constexpr std::array<std::string_view, 4> operations = {"OpPub=", "OpPro=", "OpPri=", "OpPkg="};
+    const auto isHidden = [style](std::string_view key) { return xml::between(style, key, ';') == "0"; };
+    for (std::size_t i = 0; i < hidden.attributes.size(); ++i) {
+        hidden.attributes[i] = hidden.attributes[i] || isHidden(attributes[i]);
+        hidden.operations[i] = hidden.operations[i] || isHidden(operations[i]);
+    }
+    return hidden;
+}
+
 bool isBox(pugi::xml_node element)
 {
     return std::string_view(element.attribute("geometry").value()).starts_with("Left=");
@@ -69,6 +82,8 @@ public:
         diagram.id = xml::xmiAttribute(node, "id");
         diagram.name = valueOf(node, "properties", "name");
         diagram.documentation = valueOf(node, "properties", "documentation");
+        const std::string_view style = valueOf(node, "style1", "value");
+        hiddenInAll = hiding(xml::between(style, "HideAtts=", ';') == "1", xml::between(style, "HideOps=", ';') == "1");
         for (const pugi::xml_node element : node.child("elements").children("element"))
             if (isBox(element))
                 readBox(element);
@@ -103,6 +118,7 @@ private:
         choose(box.appearance.fontColor, "BFol=");
         box.appearance.fontName = xml::between(style, ";font=", ';');
         box.appearance.fontSize = xml::number(xml::between(style, "fontsz=", ';'), 0) / 10;
+        box.hidden = hiddenIn(style, hiddenInAll);
         boxes.emplace(xml::between(style, "DUID=", ';'), box);
         diagram.boxes.push_back(std::move(box));
     }
@@ -149,6 +165,7 @@ private:
     const Drawing& drawing;
     const Extension& extension;
     Diagram diagram;
+    HiddenFeatures hiddenInAll;                      // boxes of the diagram
     std::unordered_map<std::string_view, Box> boxes; // by the number that lines know them by
 };
 

@@ -14,13 +14,28 @@ namespace ea {
 
 namespace {
 
-void tellProxies(const Design& design, Report& report)
+constexpr const char* proxyKind = "proxy connector";
+
+// A line that other lines end at is a class in the tree; the Extension says that it is none, and which line it stands
+// for. Comments on it are about that line; what else ends at it goes with it.
+void removeProxies(Design& design, const Extension& extension, Report& report)
 {
-    forEachPackage(design.root, [&](const Package& package) {
-        for (const Classifier& classifier : package.classifiers)
-            if (classifier.name == "ProxyConnector")
-                report.made("proxy connector", classifier.id, classifier.name,
-                            "a line that other lines end at is a class in the file, and is taken as one");
+    const auto isProxy = [&](const Classifier& classifier) {
+        const auto kind = extension.kinds.find(classifier.id);
+        return classifier.name == "ProxyConnector" && (kind == extension.kinds.end() || kind->second == proxyKind);
+    };
+    forEachPackage(design.root, [&](Package& package) {
+        std::erase_if(package.classifiers, [&](const Classifier& classifier) {
+            if (!isProxy(classifier))
+                return false;
+            design.kinds[classifier.id] = proxyKind;
+            report.left(proxyKind, classifier.id, classifier.name, "it stands for a line that other lines end at");
+            return true;
+        });
+        for (Remark& remark : package.remarks)
+            for (std::string& id : remark.elementIds)
+                if (const auto line = extension.proxied.find(id); line != extension.proxied.end())
+                    id = line->second;
     });
 }
 
@@ -47,9 +62,9 @@ Design read(const Source& source, Report& report)
     const pugi::xml_node extensionNode = extensionIn(document.root());
     Extension extension = readExtension(extensionNode);
     umldi::readNames(document.root(), extension.names);
+    removeProxies(design, extension, report);
     complete(design, extension);
     readDiagrams(document.root(), extensionNode, extension, design, report);
-    tellProxies(design, report);
     design.kinds.merge(extension.kinds);
     design.outsideNames = std::move(extension.names);
     return design;

@@ -32,6 +32,8 @@ private:
         const std::string id(xml::xmiAttribute(element, "idref"));
         extension.kinds.emplace(id, plainWords(xml::typeName(element)));
         extension.names.emplace(id, element.attribute("name").value());
+        if (xml::typeName(element) == "ProxyConnector")
+            extension.proxied.emplace(id, element.attribute("classifier").value());
         readDetails(element);
         for (const pugi::xml_node attribute : element.child("attributes").children("attribute"))
             readDetails(attribute);

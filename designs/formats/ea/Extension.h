@@ -24,6 +24,7 @@ struct Extension {
     std::unordered_map<std::string, Details> details;           ///< of elements, features and connectors
     std::unordered_map<std::string, pugi::xml_node> connectors; ///< by identifier of the relation
     TextsById associationClasses;                               ///< by identifier of the connector
+    TextsById proxied; ///< lines, by identifier of the class that stands for one
     TextsById kinds;
     TextsById names;
 };

@@ -42,6 +42,14 @@ void Drawing::add(std::string_view packageId, Diagram diagram) const
     (owner == packages.end() ? root : *owner->second).diagrams.push_back(std::move(diagram));
 }
 
+HiddenFeatures hiding(bool allAttributes, bool allOperations)
+{
+    HiddenFeatures hidden;
+    hidden.attributes.fill(allAttributes);
+    hidden.operations.fill(allOperations);
+    return hidden;
+}
+
 std::optional<std::uint32_t> colourOfBgr(std::int64_t value)
 {
     if (value < 0 || value > 0xFFFFFF)

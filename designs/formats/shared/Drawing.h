@@ -34,6 +34,9 @@ private:
     std::unordered_map<std::string, std::string> ofAssociationClasses;
 };
 
+/// A box that leaves out all attributes, all operations, or both.
+[[nodiscard]] HiddenFeatures hiding(bool allAttributes, bool allOperations);
+
 /// Colours as some tools keep them, 0xBBGGRR; negative is the tool's default.
 [[nodiscard]] std::optional<std::uint32_t> colourOfBgr(std::int64_t value);
 

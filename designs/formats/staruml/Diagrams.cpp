@@ -1,4 +1,6 @@
 #include "designs/formats/staruml/Reading.h"
+
+#include "designs/formats/shared/Drawing.h"
 #include "designs/model/Texts.h"
 #include "text/Words.h"
 
@@ -59,6 +61,11 @@ Appearance appearanceOf(const Object& view)
     appearance.fontColor = parseColour(json::text(view, "fontColor"));
     parseFont(json::text(view, "font"), appearance);
     return appearance;
+}
+
+HiddenFeatures hiddenIn(const Object& view)
+{
+    return hiding(json::flag(view, "suppressAttributes"), json::flag(view, "suppressOperations"));
 }
 
 std::optional<Rectangle> boundsOf(const Object& view)
@@ -134,7 +141,7 @@ private:
         else if (!points.empty() || isRelation(typeOf(*shown)))
             diagram.lines.push_back({id, parsePoints(points), true, appearanceOf(view), {}, {}});
         else
-            diagram.boxes.push_back({id, boundsOf(view), appearanceOf(view)});
+            diagram.boxes.push_back({id, boundsOf(view), appearanceOf(view), hiddenIn(view)});
     }
 
     const Reading& reading;

@@ -66,6 +66,19 @@ Appearance appearance(pugi::xml_node widget, pugi::xml_node diagramNode)
     return result;
 }
 
+// showattributes="0" showoperations="1" showpubliconly="0"
+HiddenFeatures hiddenIn(pugi::xml_node widget)
+{
+    const auto is = [widget](const char* name, std::string_view value) {
+        return widget.attribute(name).value() == value;
+    };
+    HiddenFeatures hidden = hiding(is("showattributes", "0"), is("showoperations", "0"));
+    for (std::size_t i = 0; is("showpubliconly", "1") && i < hidden.attributes.size(); ++i)
+        if (i != static_cast<std::size_t>(Visibility::Public))
+            hidden.attributes[i] = hidden.operations[i] = true;
+    return hidden;
+}
+
 class DiagramReader {
 public:
     DiagramReader(Package& root, Report& theReport) : report(theReport), drawing(root) {}
@@ -114,7 +127,7 @@ private:
             const Rectangle bounds = {coordinate(widget, "x"), coordinate(widget, "y"),
                                       std::max(coordinate(widget, "width"), 0.0),
                                       std::max(coordinate(widget, "height"), 0.0)};
-            diagram.boxes.push_back({std::string(id), bounds, appearance(widget, diagramNode)});
+            diagram.boxes.push_back({std::string(id), bounds, appearance(widget, diagramNode), hiddenIn(widget)});
         } else if (name != "notewidget" && name.ends_with("widget")) {
             report.left("drawn " + std::string(name.substr(0, name.size() - 6)), id, diagram.name, nothingOfThisKind);
         } else if (name == "floatingtext") {
