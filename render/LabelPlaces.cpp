@@ -32,6 +32,10 @@ double sideOf(const Object& label)
     return label.integer("orientation") == 0 ? 1 : -1;
 }
 
+// Where a free place is looked for: steps along the line to each side, and distances from it.
+constexpr LabelPlaces::Reach near = {7, {1, 4, 9}};
+constexpr LabelPlaces::Reach far = {30, {4, 16, 30}};
+
 } // namespace
 
 bool isLineLabel(const Object& label)
@@ -138,13 +142,18 @@ void LabelPlaces::place(const Wanted& wanted)
         return;
     std::optional<Rect> best;
     double least = 0;
-    for (const Rect& rect : candidates(wanted)) {
-        const double cost = costOf(wanted, rect);
-        if (!best || cost < least) {
-            best = rect;
-            least = cost;
+    const auto look = [&](const std::vector<Rect>& places) {
+        for (const Rect& rect : places) {
+            const double cost = costOf(wanted, rect);
+            if (!best || cost < least) {
+                best = rect;
+                least = cost;
+            }
         }
-    }
+    };
+    look(candidates(wanted, near));
+    if (best && least >= onLabel)
+        look(candidates(wanted, far));
     if (!best)
         return;
     obstacles.addRect(Obstacles::Kind::label, *best);
@@ -166,22 +175,29 @@ double LabelPlaces::costOf(const Wanted& wanted, const Rect& rect)
     return cost;
 }
 
-std::vector<Rect> LabelPlaces::candidates(const Wanted& wanted) const
+std::vector<Rect> LabelPlaces::candidates(const Wanted& wanted, const Reach& reach)
 {
     std::vector<Rect> rects;
     const double length = lengthOf(*wanted.path);
-    constexpr int steps = 7;
     constexpr double stride = 45;
     const PathPlace end = placeOn(*wanted.path, 1);
     const double half =
         std::abs(end.direction.x) * wanted.size.width / 2 + std::abs(end.direction.y) * wanted.size.height / 2;
-    const double home = wanted.isAtEnd ? length - labelGap - half : length / 2;
-    for (int step = -steps; step <= (wanted.isAtEnd ? 0 : steps); ++step)
+    const double shortOfEnd = length - labelGap - half; // behind the start of a line that is shorter than its label
+    double home = length / 2;
+    if (wanted.isAtEnd)
+        home = shortOfEnd > 0 ? shortOfEnd : std::max(length - labelGap, 0.0);
+    for (int step = -reach.steps; step <= (wanted.isAtEnd ? 0 : reach.steps); ++step) {
+        const double at = home + step * stride;
+        if (at <= -stride || at >= length + stride)
+            continue;
+        const PathPlace on = placeOn(*wanted.path, length > 0 ? at / length : 0);
         for (const double side : {1.0, -1.0})
-            for (const double gap : {wanted.isAtEnd ? endGap : labelGap, 4 * labelGap, 9 * labelGap}) {
-                const PathPlace on = placeOn(*wanted.path, length > 0 ? (home + step * stride) / length : 0);
+            for (const double gaps : reach.gaps) {
+                const double gap = wanted.isAtEnd && gaps < 2 ? endGap : gaps * labelGap;
                 rects.push_back(rectAround(onSide(on, side * sideOf(*wanted.label), wanted.size, gap), wanted.size));
             }
+    }
     return rects;
 }
 

@@ -3,6 +3,7 @@
 #include "render/Obstacles.h"
 #include "render/Scene.h"
 
+#include <array>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -28,6 +29,12 @@ public:
     /// Nothing for files in which labels have places that somebody chose.
     [[nodiscard]] std::optional<Rect> of(const Object& label) const;
 
+    /// How far from the middle or end of its line a label may stand.
+    struct Reach {
+        int steps;                  ///< along the line
+        std::array<double, 3> gaps; ///< beside it
+    };
+
 private:
     struct Wanted {
         const Object* label;
@@ -41,7 +48,7 @@ private:
     [[nodiscard]] bool keep(const Wanted& wanted);
     void place(const Wanted& wanted);
     [[nodiscard]] double costOf(const Wanted& wanted, const Rect& rect);
-    [[nodiscard]] std::vector<Rect> candidates(const Wanted& wanted) const;
+    [[nodiscard]] static std::vector<Rect> candidates(const Wanted& wanted, const Reach& reach);
 
     std::vector<Path> wholePaths; ///< of associations
     std::vector<Wanted> labels;

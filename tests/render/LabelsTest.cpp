@@ -16,9 +16,14 @@ TEST(Labels, StandWhereRosePutThem)
         double top;
     } rows[] = {
         {"location (700, 150) anchor_loc 1", 597.5, 125},
-        {"location (700, 200) anchor_loc 1", 597.5, 175}, // over the line
-        {"location (200, 200) anchor_loc 1", 97.5, 175},  // over a box
-        {"location (700, 900) anchor_loc 1", 597.5, 875}, // far from the line
+        {"location (700, 200) anchor_loc 1", 597.5, 175},  // over the line
+        {"location (200, 200) anchor_loc 1", 97.5, 175},   // over a box
+        {"location (700, 900) anchor_loc 1", 597.5, 875},  // far from the line
+        {"location (200, 256) anchor_loc 1", 97.5, 238.9}, // its letters touch the lower edge of a box
+        {"location (200, 138) anchor_loc 1", 97.5, 105.3}, // the upper edge
+        {"location (448, 180) anchor_loc 1", 350, 155},    // the right edge
+        {"location (200, 249) anchor_loc 1", 97.5, 224},   // more than a touch
+        {"location (440, 180) anchor_loc 1", 337.5, 155},
         {"location (700, 150) anchor_loc 3", 700, 125},
         {"location (700, 150) max_width 405 justify 0", 800, 150},
         {"location (700, 150) max_width 405 justify 1", 700, 150},
@@ -97,13 +102,14 @@ TEST(Labels, OfExportsKeepAPlaceThatIsFree)
 TEST(Labels, AreAllApart)
 {
     std::string items = roseTwoBoxes;
-    for (int i = 0; i < 5; ++i)
+    constexpr int count = 24; // more than have room close to the line
+    for (int i = 0; i < count; ++i)
         items.append("(object UsesView \"\" @")
             .append(std::to_string(10 + i))
             .append(" client @1 supplier @2 label (object SegLabel \"\" location (0, 0) label \"some words\"))");
     const Parsed picture(items, "", render::mostInSvg, exportStart);
     std::vector<render::Rect> rooms;
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < count; ++i)
         rooms.push_back(rectOf(itemOf(picture.svg, 10 + i).child("rect")));
     for (std::size_t a = 0; a < rooms.size(); ++a)
         for (std::size_t b = 0; b < a; ++b)
