@@ -27,7 +27,7 @@ function(add_enumerations header)
   set(script "${script}" PARENT_SCOPE)
 endfunction()
 
-set(script "\"use strict\";\n(() => {\n")
+set(script "\"use strict\";\n(async () => {\n")
 foreach(header IN LISTS HEADERS)
   add_enumerations(${header})
 endforeach()

@@ -82,8 +82,8 @@ constexpr std::pair<std::string_view, std::string_view> labels[] = {
     {"exportControl", "Visibility"},
     {"file_name", "Unit file"},
     {"initv", "Initial value"},
-    {"is_unit", "Controlled unit"},
-    {"is_loaded", "Loaded"},
+    {"is_loaded", ""}, // what is not is told above the sheet
+    {"is_unit", ""},   // a unit has a file
     {"label", "Label"},
     {"max_height", ""},
     {"max_width", ""},

@@ -5,9 +5,6 @@
 #include "browse/Sheets.h"
 #include "text/JsonWriter.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <filesystem>
 
 namespace browse {
@@ -19,9 +16,9 @@ using reader::Object;
 // Texts are handed on in pieces of about this size.
 constexpr std::size_t pieceSize = std::size_t{1} << 20U;
 
-void passOn(std::string& text, const Sink& sink)
+void passOn(std::string& text, Packer& packer)
 {
-    sink(text);
+    packer.add(text);
     text.clear();
 }
 
@@ -36,25 +33,6 @@ std::string escapedText(std::string_view text)
         else
             result += c;
     return result;
-}
-
-bool beginsWith(std::string_view text, std::string_view lowerCase)
-{
-    return text.size() >= lowerCase.size() &&
-           std::equal(lowerCase.begin(), lowerCase.end(), text.begin(),
-                      [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
-}
-
-// What would end the element of the page that holds a picture, or change what ends it, becomes text.
-std::string harmless(std::string picture)
-{
-    constexpr std::array<std::string_view, 3> ends = {"<!--", "<script", "</script"};
-    for (std::size_t at = picture.find('<'); at != std::string::npos; at = picture.find('<', at + 1)) {
-        const std::string_view rest = std::string_view(picture).substr(at, 8);
-        if (std::any_of(ends.begin(), ends.end(), [&](std::string_view end) { return beginsWith(rest, end); }))
-            picture.replace(at, 1, "&lt;");
-    }
-    return picture;
 }
 
 class Page {
@@ -78,6 +56,7 @@ public:
 private:
     void writeModel()
     {
+        Packer packer(sink);
         std::string text;
         text::JsonWriter json(text, pageLayout);
         json.beginObject().key("title").value(options.title).key("objects").value(document.objectCount());
@@ -90,14 +69,15 @@ private:
         for (const Element& element : elements.all()) {
             writeElement(json, sheets, element);
             if (text.size() > pieceSize)
-                passOn(text, sink);
+                passOn(text, packer);
         }
         json.endList().key("shared").beginList();
         sheets.writeShared(json);
         json.endList();
-        writeDiagrams(json, text);
+        writeDiagrams(json, text, packer);
         json.endObject();
-        passOn(text, sink);
+        passOn(text, packer);
+        packer.finish();
     }
 
     static void writeElement(text::JsonWriter& json, Sheets& sheets, const Element& element)
@@ -185,7 +165,7 @@ private:
     }
 
     // The items of a diagram are [VIEW, ELEMENT, VIEW, ELEMENT ...].
-    void writeDiagrams(text::JsonWriter& json, std::string& text) const
+    void writeDiagrams(text::JsonWriter& json, std::string& text, Packer& packer) const
     {
         using enum DiagramField;
         json.key("diagrams").beginList();
@@ -198,7 +178,7 @@ private:
             });
             json.endList();
             if (text.size() > pieceSize)
-                passOn(text, sink);
+                passOn(text, packer);
         }
         json.endList();
     }
@@ -217,8 +197,9 @@ private:
     {
         std::size_t number = 0;
         for (const reader::Diagram& diagram : index.diagrams()) {
-            sink("<script type=\"image/svg+xml\" id=\"picture-" + std::to_string(number++) + "\">");
-            sink(harmless(options.picture ? options.picture(diagram) : std::string()));
+            sink("<script type=\"text/plain\" id=\"picture-" + std::to_string(number++) + "\">");
+            if (const std::string picture = options.picture ? options.picture(diagram) : ""; !picture.empty())
+                pack(picture, sink);
             sink("</script>\n");
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browse/Packing.h"
 #include "reader/Index.h"
 
 #include <functional>
@@ -7,9 +8,6 @@
 #include <string_view>
 
 namespace browse {
-
-/// Takes the page piece by piece.
-using Sink = std::function<void(std::string_view)>;
 
 struct PageOptions {
     std::string title; ///< of the page: usually the name of the file

@@ -42,5 +42,7 @@ function goTo(element) {
   else location.hash = address;
 }
 
+const opensElsewhere = (event) => event.ctrlKey || event.metaKey || event.shiftKey || event.altKey;
+
 const linkTo = (element, text = nameOf(element), shown = undefined) =>
   make("a", { href: addressOf(element, shown), dir: "auto" }, text);

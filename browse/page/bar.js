@@ -27,7 +27,7 @@ function switchTree() {
 }
 
 // In a narrow window the tree is a drawer, which lies over the page and is closed at first.
-const isNarrow = matchMedia("(max-width: 760px)");
+const isNarrow = matchMedia("screen and (max-width: 760px)");
 const closeDrawer = () => {
   if (isNarrow.matches && !byId("columns").classList.contains("without-tree")) switchTree();
 };
@@ -50,7 +50,12 @@ divider.addEventListener("keydown", (event) => {
 byId("model-title").textContent = model.title;
 byId("home").setAttribute("aria-label", "Overview of " + model.title);
 byId("skip").addEventListener("click", () => main.focus());
-byId("print").addEventListener("click", () => print());
+byId("print").addEventListener("click", () => (location.hash.length < 2 ? printModel() : byId("printing").showModal()));
+byId("printing").addEventListener("close", ({ target: dialog }) => {
+  if (dialog.returnValue === "page") print();
+  else if (dialog.returnValue === "model") printModel();
+  dialog.returnValue = "";
+});
 byId("show-keys").addEventListener("click", () => byId("keys").showModal());
 byId("toggle-tree").addEventListener("click", switchTree);
 byId("theme").addEventListener("click", switchTheme);
@@ -58,8 +63,9 @@ matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () =>
   setTheme(document.documentElement.dataset.theme));
 
 document.addEventListener("keydown", (event) => {
-  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("input") || byId("keys").open) return;
+  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("input") || document.querySelector("dialog[open]")) return;
   if (event.key === "/") search.start();
+  else if (event.key === "?") byId("keys").showModal();
   else if (event.key === "Escape") tree.focus();
   else if (!picture || tree.hasFocus() || !picture.key(event.key)) return;
   event.preventDefault();
@@ -70,10 +76,6 @@ addEventListener("hashchange", () => {
 });
 isNarrow.addEventListener("change", closeDrawer);
 closeDrawer();
-// The pictures stand behind this script.
-document.addEventListener("DOMContentLoaded", () => {
-  if (picture && !picture.svg) show();
-});
 
 const keptTheme = kept((storage) => storage.getItem("petal-theme"));
 setTheme(["light", "dark"].includes(keptTheme) ? keptTheme : undefined);

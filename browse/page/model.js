@@ -1,9 +1,8 @@
 // The model: its elements, what they are called and what belongs to what. The places of what its lists say are named as
 // in the program that writes them.
 
-const holder = byId("model");
-const model = JSON.parse(holder.textContent);
-holder.remove();
+const model = JSON.parse(await unpacked("model"));
+byId("model").remove();
 
 const { elements, kinds, diagrams } = model;
 const groupNames = Object.keys(Group);
@@ -95,8 +94,9 @@ const nameOf = (element) => nameAtDepth(element, 0);
 function signatureOf(element) {
   if (groupOf(element) !== Group.feature) return "";
   const { type, value, parameters } = detailsOf(element);
-  const wordsOf = (parameter) => [parameter[ParameterField.name], parameter[ParameterField.type]];
-  const list = (parameters || []).map((each) => wordsOf(each).filter(Boolean).join(" : ")).join(", ");
+  const wordsOf = (each) => [each[ParameterField.name], each[ParameterField.type]].filter(Boolean).join(" : ") +
+    (each[ParameterField.value] ? " = " + each[ParameterField.value] : "");
+  const list = (parameters || []).map(wordsOf).join(", ");
   return (wordOf(element) === "operation" ? "(" + list + ")" : "") +
     (type ? " : " + type[TypeField.name] : "") + (value ? " = " + value : "");
 }

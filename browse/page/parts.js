@@ -1,9 +1,9 @@
 // Parts of sheets.
 
-const mostLinks = 200;
+let mostLinks = 200; // in one list, until the others are asked for
 
-const heading = (element) =>
-  make("div", { class: "head" }, iconOf(element), make("h1", { tabindex: "-1", dir: "auto" }, nameOf(element)));
+const heading = (element) => make("div", { class: "head" }, iconOf(element),
+  make("h1", { tabindex: "-1", dir: "auto" }, nameOf(element)), copyButton(element));
 
 function trail(element) {
   const links = ancestorsOf(element).map((each) => make("li", {}, linkTo(each)));
@@ -84,13 +84,15 @@ function signatureParts(element) {
   const { parameters, type } = detailsOf(element);
   const parts = (parameters || []).flatMap((each, i) => {
     const name = each[ParameterField.name];
-    return [i ? ", " : "", name, name && each[ParameterField.type] ? " : " : "", parameterType(each)];
+    const value = each[ParameterField.value];
+    return [i ? ", " : "", name, name && each[ParameterField.type] ? " : " : "", parameterType(each),
+      value ? " = " + value : ""];
   });
   return [linkTo(element), "(", ...parts, ")", ...(type ? [" : ", typeText(element)] : [])];
 }
 
 const operationsSection = (operations) =>
-  section("Operations", ...table([signColumn, ["Signature", "", signatureParts], documentationColumn], operations));
+  section("Operations", ...table([signColumn, ["Signature", "signature", signatureParts], documentationColumn], operations));
 
 const literalsSection = (list) => section("Literals", ...table([
   ["Name", "", ([name]) => [name]],

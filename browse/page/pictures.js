@@ -1,10 +1,17 @@
 // Pictures: moved and zoomed, with links to what they show.
 
+// What the item of a picture is called: what it shows, and all that can be read in it.
+function spokenName(element, node) {
+  const isSeen = (part) => part.localName !== "title";
+  const textOf = (each) => [...each.childNodes].filter(isSeen).map((part) => part.textContent).join("").trim();
+  const texts = [...node.querySelectorAll("text")].map(textOf).filter(Boolean).join(" ");
+  return [wordOf(element), texts.includes(nameOf(element)) ? "" : nameOf(element), texts].filter(Boolean).join(" ");
+}
+
 // Only shapes, texts and images are taken from a picture.
-function pictureOf(number) {
-  const source = byId("picture-" + number);
-  if (!source || !source.textContent.trim()) return null;
-  const parsed = new DOMParser().parseFromString(source.textContent, "image/svg+xml");
+function pictureFrom(text) {
+  if (!text) return null;
+  const parsed = new DOMParser().parseFromString(text, "image/svg+xml");
   const root = parsed.documentElement;
   if (root.localName !== "svg" || parsed.querySelector("parsererror")) return null;
   parsed.querySelectorAll("script, foreignObject, style, animate, set").forEach((node) => node.remove());
@@ -15,20 +22,35 @@ function pictureOf(number) {
   return document.importNode(root, true);
 }
 
-const positions = new Map(); // of the pictures that were seen, by diagram
+const positions = new Map(); // of the pictures that were seen, by diagram and by entry of the history
 const [leastScale, greatestScale, edge] = [0.02, 8, 16];
 
 class Picture {
-  constructor(element, shown) {
+  constructor(element, shown, entry) {
     this.element = element;
     this.shown = shown;
+    this.entry = entry;
     this.items = new Map();
     const items = diagrams[diagramOf().get(element)][DiagramField.items];
     for (let i = 0; i < items.length; i += 2) this.items.set(items[i], items[i + 1]);
-    this.svg = pictureOf(diagramOf().get(element));
-    if (this.svg) this.prepare();
-    else this.box = make("p", { class: "message" }, document.readyState === "loading"
-      ? "The picture is coming." : "There is no picture of this diagram.");
+    this.box = make("div", { class: "picture", tabindex: "0", role: "group", "aria-label": "Picture of " +
+      nameOf(element) });
+    this.percent = make("button", { type: "button", class: "percent", title: "Own size (1)",
+      onclick: () => this.key("1") });
+  }
+
+  // Called when the box is in the page and has a size.
+  async load() {
+    const svg = pictureFrom(await pictureText(this.element));
+    if (!this.box.isConnected) return;
+    if (!svg) {
+      this.box.replaceWith(make("p", { class: "message" }, "There is no picture of this diagram."));
+      document.querySelector(".tools")?.remove();
+      return;
+    }
+    this.svg = svg;
+    this.prepare();
+    this.place();
   }
 
   prepare() {
@@ -42,21 +64,17 @@ class Picture {
     for (const name of ["role", "aria-label", "aria-labelledby"]) svg.removeAttribute(name);
     for (const node of svg.querySelectorAll("[data-view]")) this.prepareItem(node);
     this.paper = make("div", { class: "paper" }, svg);
-    this.box = make("div", { class: "picture", tabindex: "0", role: "group",
-      "aria-label": "Picture of " + nameOf(this.element) }, this.paper);
-    this.percent = make("button", { type: "button", class: "percent", title: "Own size (1)",
-      onclick: () => this.key("1") });
+    this.box.append(this.paper);
     this.listen();
   }
 
   prepareItem(node) {
     const target = this.items.get(Number(node.dataset.view));
     if (target === undefined || target === this.element || !node.querySelector(":not(title)")) return;
-    node.classList.add("leads");
-    node.setAttribute("tabindex", "0");
-    node.setAttribute("role", "link");
-    node.setAttribute("aria-label", wordOf(target) + " " + nameOf(target));
-    node.dataset.element = target;
+    const link = makeShape("a", { class: "leads", href: addressOf(target), "data-element": target,
+      "aria-label": spokenName(target, node) });
+    node.replaceWith(link);
+    link.append(node);
     for (const line of node.querySelectorAll("line, polyline[fill=none], path[fill=none]")) {
       const reach = line.cloneNode(); // a thin line is hard to hit
       reach.setAttribute("class", "reach");
@@ -64,18 +82,17 @@ class Picture {
     }
   }
 
-  // Called when it is in the page and has a size.
+  // Where it was when the reader left it, by Back or by another way.
   place() {
-    if (!this.svg) return;
-    const old = positions.get(this.element);
-    if (old && this.shown === undefined) this.move(...old);
+    const old = positions.get(this.entry) || (this.shown === undefined && positions.get(this.element));
+    if (old) this.move(...old);
     else this.fit();
-    if (this.shown !== undefined) this.showItem();
+    if (this.shown !== undefined) this.showItem(!old);
   }
 
   move(x, y, scale) {
     [this.x, this.y, this.scale] = [x, y, scale];
-    positions.set(this.element, [x, y, scale]);
+    for (const key of [this.element, this.entry]) positions.set(key, [x, y, scale]);
     this.paper.style.transform = `translate(${x}px, ${y}px) scale(${scale})`;
     const percent = Math.round(scale * 100) + " %";
     this.percent.textContent = percent;
@@ -99,12 +116,13 @@ class Picture {
     this.move(x - (x - this.x) * ratio, y - (y - this.y) * ratio, scale);
   }
 
-  // Marks what shows the element and brings the first of it to the middle.
-  showItem() {
+  // Marks what shows the element, and brings the first of it to the middle.
+  showItem(isToMove) {
     const isIt = (node) => Number(node.dataset.element) === this.shown;
     const nodes = [...this.svg.querySelectorAll("[data-element]")].filter(isIt);
     if (nodes.length === 0) return;
     nodes.forEach((node) => node.append(halo(node.getBBox(), 4 * this.unit)));
+    if (!isToMove) return;
     if (this.scale < 0.6) this.center(0.6);
     const outer = this.box.getBoundingClientRect();
     const inner = nodes[0].getBoundingClientRect();
@@ -144,9 +162,9 @@ class Picture {
         this.box.classList.remove("moving");
       });
     this.box.addEventListener("click", (event) => {
-      const node = event.target.closest("[data-element]");
-      if (node && !wasMoved) goTo(Number(node.dataset.element));
+      if (wasMoved) event.preventDefault(); // it was no click on the link below
     });
+    this.box.addEventListener("dragstart", (event) => event.preventDefault());
     this.box.addEventListener("keydown", (event) => this.keyInside(event));
   }
 
@@ -163,11 +181,9 @@ class Picture {
 
   keyInside(event) {
     if (event.ctrlKey || event.altKey || event.metaKey) return;
-    const node = event.target.closest("[data-element]");
     const step = { ArrowLeft: [60, 0], ArrowRight: [-60, 0], ArrowUp: [0, 60], ArrowDown: [0, -60] }[event.key];
-    if (event.key === "Enter" && node) goTo(Number(node.dataset.element));
-    else if (step) this.move(this.x + step[0], this.y + step[1], this.scale);
-    else return;
+    if (!step) return;
+    this.move(this.x + step[0], this.y + step[1], this.scale);
     event.preventDefault();
   }
 
@@ -183,16 +199,16 @@ class Picture {
   tools() {
     const button = (label, name, key) => make("button", { type: "button", "aria-label": label,
       title: label + " (" + key + ")", onclick: () => this.key(key) }, icon(name));
-    return make("div", { class: "tools", role: "toolbar", "aria-label": "Size of the picture" },
+    return make("div", { class: "tools", role: "toolbar", "aria-label": "Picture" },
       button("Smaller", "minus", "-"), this.percent, button("Larger", "plus", "+"),
-      button("Whole picture", "fit", "0"));
+      button("Whole picture", "fit", "0"),
+      make("button", { type: "button", title: "Save as SVG", onclick: () => saveSvg(this.element) }, "SVG"),
+      make("button", { type: "button", title: "Save as PNG",
+        onclick: () => this.svg && savePng(this.element, this.width, this.height) }, "PNG"));
   }
 }
 
 function halo({ x, y, width, height }, room) {
-  const rectangle = document.createElementNS("http://www.w3.org/2000/svg", "rect");
-  const shape = { x: x - room, y: y - room, width: width + 2 * room, height: height + 2 * room, rx: room };
-  for (const [name, value] of Object.entries(shape)) rectangle.setAttribute(name, value);
-  rectangle.setAttribute("class", "halo");
-  return rectangle;
+  return makeShape("rect", { class: "halo", x: x - room, y: y - room, width: width + 2 * room,
+    height: height + 2 * room, rx: room });
 }

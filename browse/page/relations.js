@@ -10,7 +10,7 @@ function associationRows(element, association) {
   const isSeen = (own, i, other, k) => leadsHere(own) && k !== i && (!leadsHere(other) || k > i);
   return ends.flatMap((own, i) => ends.filter((other, k) => isSeen(own, i, other, k)).map((other) => {
     const note = [words(other), words(own) && "(this: " + words(own) + ")"].filter(Boolean).join(" ");
-    return { phrase: forwardOf(association), via: association, note,
+    return { phrase: forwardOf(association), via: association, note, role: words(other), ownRole: words(own),
       text: other[EndField.name], target: other[EndField.target], state: other[EndField.state] };
   }));
 }

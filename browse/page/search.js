@@ -33,13 +33,20 @@ const search = (() => {
     return rank >= 0 && rank < 4 && isWithin(element, parts.slice(0, -1)) ? rank : -1;
   }
 
+  // Several words: each is in the name or in that of its owner, and not all in the latter.
+  function isNamed(element, name, words) {
+    if (!words.some((word) => name.includes(word))) return false;
+    const owner = texts().names[parentOf(element)];
+    return words.every((word) => name.includes(word) || owner.includes(word));
+  }
+
   // 0 for the name itself, then beginnings, beginnings of words, parts, documentation; -1 for nothing of it.
   function rankOf(element, query, words) {
     const name = texts().names[element];
     const at = name.indexOf(query);
     if (at === 0) return name.length === query.length ? 0 : 1;
     if (at > 0) return /[\p{L}\p{N}]/u.test(name[at - 1]) ? 3 : 2;
-    if (words.length > 1 && words.every((word) => name.includes(word))) return 3;
+    if (words.length > 1 && isNamed(element, name, words)) return 3;
     const documented = texts().words[element];
     return documented && words.every((word) => documented.includes(word) || name.includes(word)) ? 4 : -1;
   }
@@ -63,11 +70,10 @@ const search = (() => {
   }
 
   function marked(text, words) {
-    const lower = text.toLowerCase();
-    const word = words.find((each) => lower.includes(each));
-    if (!word || lower.length !== text.length) return [text];
-    const at = lower.indexOf(word);
-    return [text.slice(0, at), make("mark", {}, text.slice(at, at + word.length)), text.slice(at + word.length)];
+    const escaped = words.filter(Boolean).map((word) => word.replace(/[^\p{L}\p{N}\s]/gu, "\\$&"));
+    if (escaped.length === 0) return [text];
+    const pieces = text.split(new RegExp("(" + escaped.join("|") + ")", "i")); // every other one is a word
+    return pieces.map((piece, i) => (i % 2 ? make("mark", {}, piece) : piece));
   }
 
   // Where the element is, or the piece of its documentation that was found.
@@ -82,8 +88,8 @@ const search = (() => {
   }
 
   function makeResult(element, index, words) {
-    return make("div",
-      { class: "result", role: "option", id: "result-" + index, "aria-selected": "false", "data-index": index },
+    return make("a", { class: "result", role: "option", id: "result-" + index, "aria-selected": "false",
+      href: addressOf(element), tabindex: "-1", "data-index": index },
       iconOf(element),
       make("div", { class: "result-text" },
         make("div", { class: "result-name", dir: "auto" }, ...marked(nameOf(element), words)),
@@ -158,7 +164,9 @@ const search = (() => {
   list.addEventListener("pointerdown", (event) => event.preventDefault()); // the focus stays in the field
   list.addEventListener("click", (event) => {
     const row = event.target.closest(".result");
-    if (row) take(Number(row.dataset.index));
+    if (!row || opensElsewhere(event)) return;
+    event.preventDefault();
+    take(Number(row.dataset.index));
   });
   return {
     start: () => {

@@ -2,16 +2,9 @@
 
 const columnsOf = (list, makeItem) => limited(make("ul", { class: "links in-columns" }), list, makeItem);
 
-const isEmpty = (diagram) => diagrams[diagramOf().get(diagram)]?.[DiagramField.items].length === 0;
-const emptyNote = (diagram) => (isEmpty(diagram) ? " (empty)" : "");
-
-function diagramsSection(title, list, shown) {
+function diagramsSection(title, list, isPrinted, shown) {
   if (!list || list.length === 0) return "";
-  return section(title, ...columnsOf(list, (each) => {
-    const item = linkItem(each, shown);
-    item.append(noteOf(wordOf(each) + emptyNote(each)));
-    return item;
-  }));
+  return section(title, ...(isPrinted ? columnsOf(list, (each) => linkItem(each)) : cards(list, wordOf, shown)));
 }
 
 function plural(word) {
@@ -41,7 +34,8 @@ function contentsSections(children) {
   return [...byWord].map(([word, list]) => section(plural(word), ...listOf(list)));
 }
 
-function sheetOf(element) {
+// On paper there are links in place of pictures, and no properties of tools.
+function sheetOf(element, isPrinted = false) {
   const { missing, parameters, ends, tools } = detailsOf(element);
   const children = sortedChildren(element);
   const features = (word) => children.filter((child) => wordOf(child) === word);
@@ -58,12 +52,13 @@ function sheetOf(element) {
     operations.length ? operationsSection(operations) : "",
     parameters ? parametersSection(parameters) : "",
     ends ? endsSection(ends) : "",
+    neighboursSection(element),
     relationsSection(element),
-    diagramsSection("Diagrams", children.filter((child) => groupOf(child) === Group.diagram)),
-    diagramsSection("Shown in", shownIn().get(element), element),
+    diagramsSection("Diagrams", children.filter((child) => groupOf(child) === Group.diagram), isPrinted),
+    diagramsSection("Shown in", shownIn().get(element), isPrinted, element),
     ...contentsSections(others),
     propertiesSection(element),
-    tools === undefined ? "" : toolsSection(tools));
+    tools === undefined || isPrinted ? "" : toolsSection(tools));
 }
 
 const figureOrder = ["package", "class", "enumeration", "use case", "association", "diagram"];
@@ -91,19 +86,22 @@ function figures() {
 }
 
 function allDiagrams() {
+  const all = [...diagramOf().keys()];
   const byWord = new Map();
-  for (const element of diagramOf().keys()) addTo(byWord, wordOf(element), element);
-  if (byWord.size === 0) return "";
-  const item = (element) => {
-    const link = linkItem(element);
-    link.append(noteOf(nameOf(parentOf(element)) + emptyNote(element)));
-    return link;
+  for (const element of all) if (!isEmpty(element)) addTo(byWord, wordOf(element), element);
+  const empty = all.filter(isEmpty);
+  if (all.length === 0) return "";
+  const emptyItem = (element) => {
+    const item = linkItem(element);
+    item.append(noteOf(nameOf(parentOf(element))));
+    return item;
   };
   return section("Diagrams", ...[...byWord].flatMap(([word, list]) =>
-    [make("h3", {}, plural(word)), ...columnsOf(list, item)]));
+    [make("h3", {}, plural(word)), ...cards(list, (each) => nameOf(parentOf(each)))]),
+  ...(empty.length ? [make("h3", {}, "Empty diagrams"), ...columnsOf(empty, emptyItem)] : []));
 }
 
-function overview() {
+function overview(isPrinted = false) {
   const title = make("div", { class: "head" }, icon("model", "of-diagram"),
     make("h1", { tabindex: "-1", dir: "auto" }, model.title));
   const missing = table([
@@ -122,9 +120,9 @@ function overview() {
   ], model.faults);
   return make("article", { class: "sheet" }, title, documentation(0),
     model.faults.length ? section("Faults of the file", ...faults) : "", figures(),
-    allDiagrams(),
+    isPrinted ? "" : allDiagrams(),
     model.missing.length ? section("Units that are not loaded", ...missing) : "",
     section("Files", ...files),
     detailsOf(0).properties === undefined ? "" : propertiesSection(0),
-    detailsOf(0).tools === undefined ? "" : toolsSection(detailsOf(0).tools));
+    detailsOf(0).tools === undefined || isPrinted ? "" : toolsSection(detailsOf(0).tools));
 }

@@ -3,7 +3,7 @@
 let picture = null; // that of the diagram shown
 
 function diagramPage(element, shown) {
-  picture = new Picture(element, shown);
+  picture = new Picture(element, shown, shownEntry);
   const isListed = (target) => target !== element && groupOf(target) !== Group.relation;
   const targets = [...new Set(picture.items.values())].filter(isListed)
     .sort((a, b) => groupOf(a) - groupOf(b) || collator.compare(nameOf(a), nameOf(b)));
@@ -11,15 +11,22 @@ function diagramPage(element, shown) {
   return make("article", { class: "diagram" },
     make("header", { class: "diagram-head" },
       make("div", { class: "diagram-title" }, trail(element), heading(element), sortLine(element)),
-      picture.svg ? picture.tools() : ""),
+      isEmpty(element) ? "" : picture.tools()),
     make("div", { class: "diagram-body" }, picture.box,
-      make("aside", { class: "beside", "aria-label": "About this diagram" },
+      make("aside", { class: "beside", tabindex: "0", "aria-label": "About this diagram" },
         documentation(element), targets.length ? section("On this diagram", ...list) : "")));
 }
 
 const main = byId("main");
-const scrolled = new Map();
-let shownAddress = null;
+const scrolled = new Map(); // by entry of the history
+let shownEntry = null;
+let entryCount = 0;
+
+// What tells this step of the reader's way from others, so that Back leads to what was seen there.
+function currentEntry() {
+  if (!history.state?.entry) history.replaceState({ entry: Date.now() + "-" + entryCount++ }, "");
+  return history.state.entry;
+}
 
 function pageOf(element, shown) {
   if (element === undefined) return make("p", { class: "message" }, "Nothing in this model has this address.");
@@ -28,15 +35,16 @@ function pageOf(element, shown) {
 }
 
 function show() {
-  const isFirst = shownAddress === null;
-  if (!isFirst) scrolled.set(shownAddress, main.scrollTop);
-  shownAddress = location.hash;
+  const isFirst = shownEntry === null;
+  if (!isFirst) scrolled.set(shownEntry, main.scrollTop);
+  shownEntry = currentEntry();
   const [element, shown] = placeOfAddress();
   picture = null;
   main.replaceChildren(pageOf(element, shown));
   if (element !== undefined) tree.reveal(element);
   document.title = element ? nameOf(element) + " \u2013 " + model.title : model.title;
-  main.scrollTop = scrolled.get(shownAddress) || 0;
-  if (picture) picture.place();
+  main.scrollTop = scrolled.get(shownEntry) || 0;
+  if (picture) picture.load();
+  else if (printsByItself()) (window.requestIdleCallback || setTimeout)(() => unpackAll(ready));
   if (!isFirst && !tree.hasFocus()) focusTitle();
 }

@@ -40,10 +40,12 @@ const tree = (() => {
   function makeRow(index) {
     const { element, level, position, size } = rows[index];
     const opens = hasChildren(element);
-    const row = make("div", {
+    const row = make("a", {
       class: index === active ? "row active" : "row",
       id: "row-" + element,
       role: "treeitem",
+      href: addressOf(element),
+      tabindex: "-1",
       "aria-level": level,
       "aria-posinset": position,
       "aria-setsize": size,
@@ -159,9 +161,16 @@ const tree = (() => {
     else return;
     event.preventDefault();
   });
+  // Rows are links that others than the first button of the mouse may open elsewhere; the focus stays with the tree.
+  box.addEventListener("mousedown", (event) => {
+    if (event.button !== 0 || !event.target.closest(".row")) return;
+    event.preventDefault();
+    box.focus({ preventScroll: true });
+  });
   box.addEventListener("click", (event) => {
     const row = event.target.closest(".row");
-    if (!row) return;
+    if (!row || opensElsewhere(event)) return;
+    event.preventDefault();
     active = Number(row.dataset.index);
     const { element } = rows[active];
     if (event.target.closest(".twisty") || element === selected) setExpanded(active, !expanded.has(element));

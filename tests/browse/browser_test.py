@@ -3,6 +3,7 @@
 The environment variable PETAL_SCREENSHOTS names a folder for pictures of the pages, to be looked at.
 """
 
+import base64
 import json
 import os
 import pathlib
@@ -15,6 +16,7 @@ import unittest
 from webdriver import Browser, missing_programs
 
 PETAL = None
+AXE = pathlib.Path(__file__).parent / "node_modules/axe-core/axe.min.js"
 HOSTILE = "</script><img src=x onerror=document.title='taken'>"
 WORDS = "An order is <b>placed</b> by a customer.\nIt has items."
 
@@ -95,8 +97,14 @@ class Pages(unittest.TestCase):
     def setUp(self):
         self.browser.open("about:blank")
         self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
-        self.browser.open(self.page.as_uri())
+        self.open(self.page.as_uri())
         self.browser.console()
+
+    def open(self, address):
+        """Opens a page anew; it unpacks its model before it shows anything."""
+        self.browser.open("about:blank")
+        self.browser.open(address)
+        self.browser.wait_for("document.querySelector('main h1, main .message')")
 
     def tearDown(self):
         self.assertEqual(self.browser.console(), [])
@@ -120,6 +128,10 @@ class Pages(unittest.TestCase):
         self.search(name)
         self.browser.press("Enter")
         self.wait_for_title(name)
+
+    def go_to_diagram(self):
+        self.go_to("Orders at a glance")
+        self.browser.wait_for("document.querySelector('.paper')")
 
     def active_row(self):
         return self.browser.script(
@@ -165,7 +177,7 @@ class Pages(unittest.TestCase):
         broken.write_text('(object Petal version 42)\n(object Design "Logical View"\n  is_unit = TRUE\n')
         result = subprocess.run([PETAL, "browse", broken.name], cwd=self.folder, stderr=subprocess.PIPE, text=True)
         self.assertEqual(result.returncode, 1, result.stderr)
-        self.browser.open((self.folder / "broken.html").as_uri())
+        self.open((self.folder / "broken.html").as_uri())
         self.assertIn("Faults of the file", self.text("main"))
         self.assertIn("broken.mdl:4:1", self.text("main"))
 
@@ -175,8 +187,7 @@ class Pages(unittest.TestCase):
         self.browser.devtools("Emulation.setDeviceMetricsOverride", width=400, height=800, deviceScaleFactor=1,
                               mobile=False)
         try:
-            self.browser.open("about:blank")
-            self.browser.open(self.page.as_uri())
+            self.open(self.page.as_uri())
             self.assertEqual(width(), 0)
             self.browser.click("#toggle-tree")
             self.assertGreater(width(), 200)
@@ -194,7 +205,7 @@ class Pages(unittest.TestCase):
         for words, first, count in (("ord", "Order", None), ("ITEM", "Item", None), ("rush ord", "Rush order", None),
                                     ("placed customer", "Order", 1), ("what it costs", "price", 1), ("zzz", None, 0),
                                     ("orders::order", "Order", None), ("order.price", "price", 1),
-                                    ("other::order", None, 0), ("paused", "Progress", 1)):
+                                    ("other::order", None, 0), ("paused", "Progress", 1), ("order price", "price", 1)):
             with self.subTest(words):
                 self.search(words)
                 names = self.found_names()
@@ -231,19 +242,94 @@ class Pages(unittest.TestCase):
         self.assertEqual(self.browser.script("return location.hash"), sheet)
         self.browser.forward()
         self.wait_for_title("Orders at a glance")
+        self.browser.wait_for(f"document.querySelector({json.dumps(item)})")
         self.browser.script("document.querySelector(arguments[0]).focus()", item)
         self.browser.press("Enter")
         self.wait_for_title("Item")
+
+    def test_draws_the_neighbourhood_of_a_class(self):
+        self.go_to("Order")
+        section = "section[aria-label='Neighbourhood'] "
+        names = self.browser.script("return [...document.querySelectorAll(arguments[0])].map((each) =>"
+                                    " each.getAttribute('aria-label'))", section + "a")
+        self.assertEqual(names, ["Item", "Rush order"])
+        self.assertEqual(self.text(section + ".self text"), "Order")
+        self.assertIn("items 0..n", self.text(section + ".label"))
+        self.keep("neighbourhood")
+        self.browser.click(section + "a[aria-label='Rush order']")
+        self.wait_for_title("Rush order")
+        middles = self.browser.script("return [...document.querySelectorAll(arguments[0])].map((box) => {"
+                                      " const { top, bottom } = box.getBoundingClientRect();"
+                                      " return (top + bottom) / 2; })", section + "a, " + section + ".self")
+        self.assertLess(*middles, "the supertype stands above")
+
+    def test_shows_the_diagrams_small(self):
+        self.browser.wait_for("document.querySelector('.card img')?.complete &&"
+                              " document.querySelector('.card img').naturalWidth > 100")
+        self.go_to("Order")
+        self.browser.script("document.querySelector('.card').scrollIntoView()")
+        self.browser.wait_for("document.querySelector('.card img').naturalWidth > 100")
+        self.browser.click("section[aria-label='Shown in'] .card")
+        self.wait_for_title("Orders at a glance")
+
+    def test_has_real_links(self):
+        self.search("order")
+        for selector in (".result", ".row", "a.card", ".leads"):
+            with self.subTest(selector):
+                if selector == ".leads":
+                    self.go_to_diagram()
+                self.browser.script("document.querySelector(arguments[0]).addEventListener('auxclick',"
+                                    " (event) => { window.opened = event.target.closest('a').href?.baseVal"
+                                    " ?? event.target.closest('a').href; event.preventDefault(); })", selector)
+                before = self.browser.script("return location.hash")
+                self.browser.middle_click(selector)
+                self.assertIn("#", self.browser.script("return window.opened"))
+                self.assertEqual(self.browser.script("return location.hash"), before)
+                if selector == ".result":
+                    self.browser.press("Escape", "Escape")
+
+    def test_copies_a_link_and_saves_a_diagram(self):
+        self.go_to("Order")
+        self.browser.script("navigator.clipboard.writeText = async (text) => { window.copied = text; }")
+        self.browser.click("button[aria-label='Copy link']")
+        self.browser.wait_for("window.copied === location.href")
+        self.browser.wait_for("document.getElementById('status').textContent === 'Link copied'")
+        self.browser.devtools("Browser.setDownloadBehavior", behavior="allow", downloadPath=str(self.folder))
+        self.go_to_diagram()
+        for ending, start in (("SVG", b"<"), ("PNG", b"\x89PNG")):
+            with self.subTest(ending):
+                self.browser.click(f"button[title='Save as {ending}']")
+                saved = self.folder / ("Logical-View-Orders-Orders-at-a-glance." + ending.lower())
+                end = time.monotonic() + 10
+                while not saved.exists() and time.monotonic() < end:
+                    time.sleep(0.05)
+                self.assertTrue(saved.read_bytes().startswith(start))
+
+    def test_keeps_zoom_and_place_for_the_way_back(self):
+        self.go_to("Order")
+        self.browser.click("section[aria-label='Shown in'] a")
+        self.browser.wait_for("document.querySelector('.halo')")
+        self.browser.press("+", "+")
+        transform = self.transform()
+        self.browser.click("section[aria-label='On this diagram'] a")
+        self.browser.wait_for("document.querySelector('.sheet')")
+        self.browser.back()
+        self.browser.wait_for("document.querySelector('.halo')")
+        self.assertEqual(self.transform(), transform)
+
+    def test_shows_the_keys(self):
+        self.browser.press("?")
+        self.assertTrue(self.browser.script("return document.getElementById('keys').open"))
+        self.browser.press("Escape")
+        self.assertFalse(self.browser.script("return document.getElementById('keys').open"))
 
     def test_opens_an_address(self):
         self.go_to("Order")
         address = self.browser.script("return location.href")
         for where, title in ((address, "Order"), (address.replace("#Order~", "#Old-name~"), "Order")):
-            self.browser.open("about:blank")
-            self.browser.open(where)
+            self.open(where)
             self.assertEqual(self.text("main h1"), title, where)
-        self.browser.open("about:blank")
-        self.browser.open(self.page.as_uri() + "#rush%20order")
+        self.open(self.page.as_uri() + "#rush%20order")
         self.assertEqual(self.text("main h1"), "Rush order")
         for wrong in ("#Order~000000000BAD", "#%E0%A4%A", "#~"):
             self.browser.open(self.page.as_uri() + wrong)
@@ -264,7 +350,7 @@ class Pages(unittest.TestCase):
         self.assertEqual(self.browser.script("return document.activeElement.id"), "tree")
 
     def test_zooms_and_moves_a_picture(self):
-        self.go_to("Orders at a glance")
+        self.go_to_diagram()
         whole = self.transform()
         center = self.browser.script("const box = document.querySelector('.picture').getBoundingClientRect();"
                                      "return [box.left + box.width / 2, box.top + box.height / 2].map(Math.round)")
@@ -338,7 +424,7 @@ class Pages(unittest.TestCase):
         def is_dark(selector):
             return self.browser.script("const [r, g, b] = getComputedStyle(document.querySelector(arguments[0]))"
                                        ".backgroundColor.match(/\\d+/g).map(Number); return r + g + b < 200", selector)
-        self.go_to("Orders at a glance")
+        self.go_to_diagram()
         for theme, other in (("light", "dark"), ("dark", "light")):
             self.browser.devtools("Emulation.setEmulatedMedia", media="",
                                   features=[{"name": "prefers-color-scheme", "value": theme}])
@@ -354,6 +440,7 @@ class Pages(unittest.TestCase):
     def test_prints_sheet_and_picture(self):
         for name, selector in (("Order", ".sheet"), ("Orders at a glance", ".paper svg")):
             self.go_to(name)
+            self.browser.wait_for("document.querySelector('.sheet, .paper')")
             self.browser.devtools("Emulation.setEmulatedMedia", media="print", features=[])
             shown = "const node = document.querySelector(arguments[0]); return node.getBoundingClientRect().width"
             self.assertEqual(self.browser.script(shown, "#navigation"), 0)
@@ -364,10 +451,65 @@ class Pages(unittest.TestCase):
             self.keep("print-" + name.split()[-1])
             self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
 
+    def test_prints_the_whole_model_as_one_document(self):
+        parts = "return [...document.querySelectorAll('#printed h1')].map((each) => each.textContent)"
+        self.browser.script("window.print = () => { window.printed = {"
+                            " titles: [...document.querySelectorAll('#printed h1')].map((each) => each.textContent),"
+                            " pictures: document.querySelectorAll('#printed .printed-picture').length,"
+                            " broken: [...document.querySelectorAll('#printed a[href]')].filter((each) =>"
+                            " !document.getElementById(each.getAttribute('href').slice(1))).length };"
+                            " dispatchEvent(new Event('afterprint')); }")
+        titles = ["shop.mdl", "Use Case View", "Logical View", "Orders", "Orders at a glance", "Item", "Order",
+                  "Rush order", "Other", "Customer", "Component View", "Deployment View"]
+        for way in ("from the first page", "from a sheet"):
+            with self.subTest(way):
+                if way == "from a sheet":
+                    self.go_to("Order")
+                self.browser.click("#print")
+                if way == "from a sheet":
+                    self.browser.click("#printing button[value=model]")
+                self.browser.wait_for("window.printed")
+                found = self.browser.script("const found = window.printed; delete window.printed; return found")
+                self.assertEqual([title for title in titles if title not in found["titles"]], [])
+                self.assertEqual((found["pictures"], found["broken"]), (1, 0))
+                self.assertEqual(self.browser.script(parts), [])
+
+    def test_is_printed_whole_by_the_browser(self):
+        self.browser.wait_for("document.querySelector('.card img')?.naturalWidth > 100")
+        pages = base64.b64decode(self.browser.devtools("Page.printToPDF")["data"])
+        self.assertGreater(pages.count(b"/Type /Page\n"), 3)
+        self.go_to("Order")
+        pages = base64.b64decode(self.browser.devtools("Page.printToPDF")["data"])
+        self.assertLess(pages.count(b"/Type /Page\n"), 3)
+
+    @unittest.skipUnless(AXE.exists(), "axe-core is not there: npm ci --prefix tests/browse")
+    def test_has_no_serious_barriers(self):
+        check = """axe.run().then(({ violations }) => done(violations
+            .filter(({ impact }) => ["serious", "critical"].includes(impact))
+            .map(({ id, nodes }) => [id, nodes.map((node) => node.html)])));"""
+        self.addCleanup(self.browser.devtools, "Emulation.clearDeviceMetricsOverride")
+        for width in (400, 1400):
+            self.browser.devtools("Emulation.setDeviceMetricsOverride", width=width, height=900, deviceScaleFactor=1,
+                                  mobile=False)
+            for theme in ("light", "dark"):
+                self.browser.devtools("Emulation.setEmulatedMedia", media="",
+                                      features=[{"name": "prefers-color-scheme", "value": theme}])
+                for name in ("", "Order", "Orders at a glance", "Progress"):
+                    with self.subTest(name, width=width, theme=theme):
+                        self.open(self.page.as_uri() + "#" + name.replace(" ", "%20"))
+                        if name == "Orders at a glance":
+                            self.browser.wait_for("document.querySelector('.leads')")
+                        self.browser.script(AXE.read_text(encoding="utf-8"))
+                        self.assertEqual(self.browser.after_script(check), [])
+                self.search("order")
+                self.assertEqual(self.browser.after_script(check), [])
+
     def test_is_fast_with_many_elements(self):
         page = page_of(self.folder, "large", large_model(1450))
+        self.browser.open("about:blank")
         start = time.monotonic()
         self.browser.open(page.as_uri())
+        self.browser.wait_for("document.querySelector('main h1')")
         opened = time.monotonic() - start
         paint = self.browser.script("return performance.getEntriesByName('first-contentful-paint')[0]?.startTime")
         size = page.stat().st_size

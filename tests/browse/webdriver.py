@@ -114,6 +114,11 @@ class Browser:
         actions = [{"type": kind, "value": key} for key in typed for kind in ("keyDown", "keyUp")]
         self.command("POST", "/actions", {"actions": [{"type": "key", "id": "keys", "actions": actions}]})
 
+    def middle_click(self, selector):
+        place = {"type": "pointerMove", "duration": 0, "x": 0, "y": 0, "origin": {ELEMENT: self.find(selector)}}
+        moves = [place, {"type": "pointerDown", "button": 1}, {"type": "pointerUp", "button": 1}]
+        self.command("POST", "/actions", {"actions": [{"type": "pointer", "id": "mouse", "actions": moves}]})
+
     def wheel(self, x, y, amount):
         step = {"type": "scroll", "x": x, "y": y, "deltaX": 0, "deltaY": amount, "duration": 0, "origin": "viewport"}
         self.command("POST", "/actions", {"actions": [{"type": "wheel", "id": "wheel", "actions": [step]}]})
