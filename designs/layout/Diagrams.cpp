@@ -40,6 +40,7 @@ public:
     {
         std::erase_if(diagram.boxes, [&](const Box& box) { return leave("box", box.elementId, whyNoBox(box)); });
         std::erase_if(diagram.lines, [&](const Line& line) { return leave("line", line.elementId, whyNoLine(line)); });
+        openLinesOfOtherBoxes();
         addAssociationClasses();
     }
 
@@ -81,8 +82,13 @@ private:
             return "a Rose file shows the packages of a diagram's package at places of its own";
         if (!catalogue.classifier(box.elementId) && !catalogue.association(box.elementId))
             return whyNotShown(box.elementId);
-        if (!shown.insert(box.elementId).second)
+        if (!shown.insert(box.elementId).second) {
+            constexpr std::size_t mostOthers = 20; // each is compared with each line
+            std::vector<Rectangle>& others = otherBoxes[box.elementId];
+            if (box.bounds && others.size() < mostOthers)
+                others.push_back(*box.bounds);
             return "a Rose diagram shows a class once";
+        }
         return "";
     }
 
@@ -99,6 +105,35 @@ private:
         return "";
     }
 
+    // A line to a box that is left, since another one shows its class, has no way to that one.
+    void openLinesOfOtherBoxes()
+    {
+        if (otherBoxes.empty())
+            return;
+        std::unordered_map<std::string_view, const Rectangle*> places;
+        for (const Box& box : diagram.boxes)
+            if (box.bounds)
+                places.emplace(box.elementId, &*box.bounds);
+        const auto leadsElsewhere = [&](std::string_view end, Point point) {
+            const auto others = otherBoxes.find(std::string(end));
+            const auto place = places.find(end);
+            if (others == otherBoxes.end() || place == places.end())
+                return false;
+            const double own = distance(point, nearestIn(*place->second, point));
+            return std::any_of(others->second.begin(), others->second.end(),
+                               [&](const Rectangle& other) { return distance(point, nearestIn(other, point)) < own; });
+        };
+        for (Line& line : diagram.lines) {
+            const auto ends = endsOf(line.elementId, catalogue);
+            if (!line.hasEnds || line.points.empty() ||
+                (!leadsElsewhere(ends.front(), line.points.front()) &&
+                 !leadsElsewhere(ends.back(), line.points.back())))
+                continue;
+            line.points.clear();
+            line.hasEnds = false;
+        }
+    }
+
     void addAssociationClasses()
     {
         for (const Line& line : diagram.lines) {
@@ -113,8 +148,9 @@ private:
     const TextsById& kinds;
     const Catalogue& catalogue;
     Report& report;
-    std::unordered_set<std::string> shown; // boxes
-    std::unordered_set<std::string> drawn; // lines
+    std::unordered_set<std::string> shown;                              // boxes
+    std::unordered_map<std::string, std::vector<Rectangle>> otherBoxes; // of what is shown already
+    std::unordered_set<std::string> drawn;                              // lines
 };
 
 void addOverview(Package& package, const std::vector<const Classifier*>& classes,

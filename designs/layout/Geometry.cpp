@@ -7,11 +7,6 @@ namespace design {
 
 namespace {
 
-double distance(Point a, Point b)
-{
-    return std::hypot(b.x - a.x, b.y - a.y);
-}
-
 Point between(Point a, Point b, double share)
 {
     return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share};
@@ -32,11 +27,27 @@ Point exitPoint(const Rectangle& box, Point inside, Point outside)
     return between(inside, outside, std::max(share, 0.0));
 }
 
-// Makes a way begin at the border of the box when it begins inside.
+// Makes a way that begins short of the box begin at it: a first piece that leads straight to it is made longer.
+void extendStart(Points& way, const Rectangle& box)
+{
+    constexpr double hardlyShort = 4;
+    const Point start = way.front();
+    const Point nearest = nearestIn(box, start);
+    const bool isAbove = nearest.x == start.x && way[1].x == start.x;
+    const bool isBeside = nearest.y == start.y && way[1].y == start.y;
+    if (isAbove || isBeside || distance(start, nearest) < hardlyShort)
+        way.front() = nearest;
+    else
+        way.insert(way.begin(), nearest);
+}
+
+// Makes a way begin at the border of the box when it begins inside, or short of it.
 void clipStart(Points& way, const Rectangle& box)
 {
     const auto firstOutside = std::find_if(way.begin(), way.end(), [&](Point point) { return !contains(box, point); });
-    if (firstOutside == way.begin() || firstOutside == way.end())
+    if (firstOutside == way.begin())
+        return extendStart(way, box);
+    if (firstOutside == way.end())
         return;
     const auto lastInside = firstOutside - 1;
     *lastInside = exitPoint(box, *lastInside, *firstOutside);
@@ -44,6 +55,11 @@ void clipStart(Points& way, const Rectangle& box)
 }
 
 } // namespace
+
+double distance(Point a, Point b)
+{
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
 
 Point centreOf(const Rectangle& box)
 {
@@ -78,6 +94,12 @@ bool overlaps(const Rectangle& a, const Rectangle& b)
 {
     return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
            b.top < a.top + a.height;
+}
+
+Point nearestIn(const Rectangle& box, Point point)
+{
+    return {std::clamp(point.x, box.left, std::max(box.left, box.left + box.width)),
+            std::clamp(point.y, box.top, std::max(box.top, box.top + box.height))};
 }
 
 Rectangle unite(const Rectangle& a, const Rectangle& b)

@@ -106,6 +106,35 @@ TEST(Diagrams, ShowWhatARoseDiagramCan)
     }
 }
 
+// Where a class is drawn twice, the lines of the box that goes do not lead to the other one.
+TEST(Diagrams, OpenLinesToBoxesThatAreLeft)
+{
+    const struct {
+        const char* what;
+        Point start; ///< at the box of the client
+        bool isOpened;
+    } rows[] = {
+        {"at the first box", {90, 20}, false},
+        {"at the second", {510, 20}, true},
+        {"nearer to the first", {260, 20}, false},
+        {"nearer to the second", {340, 20}, true},
+    };
+    for (const auto& row : rows) {
+        Design design = joined();
+        Diagram diagram = diagramOf({"a", "b", "a"});
+        diagram.boxes[0].bounds = Rectangle{0, 0, 100, 50};
+        diagram.boxes[1].bounds = Rectangle{0, 200, 100, 50};
+        diagram.boxes[2].bounds = Rectangle{500, 0, 100, 50};
+        diagram.lines = {{"a is b", {row.start, {50, 200}}, true, {}, {}, {}}};
+        design.root.packages[0].diagrams = {diagram};
+        design::Report report;
+        design::settleDiagrams(design.root.packages[0], design.kinds, design::Catalogue(design.root), report);
+        const design::Line& line = design.root.packages[0].diagrams[0].lines[0];
+        EXPECT_EQ(line.points.empty(), row.isOpened) << row.what;
+        EXPECT_EQ(line.hasEnds, !row.isOpened) << row.what;
+    }
+}
+
 // Overviews hold the classes of their package, and the lines that lie within it.
 TEST(Diagrams, AreOverviewsWhereThereAreNone)
 {

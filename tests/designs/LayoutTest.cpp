@@ -220,7 +220,9 @@ TEST(Geometry, LeadsLinesFromBorderToBorder)
         {"whole way", {{100, 20}, {150, 20}, {150, 120}, {200, 120}}, true, {100, 20}, {200, 120}},
         {"ends inside", {{50, 20}, {150, 20}, {150, 120}, {250, 120}}, true, {100, 20}, {200, 120}},
         {"bends only", {{50, 125}}, false, {50, 50}, {200, 125}},
-        {"ends short of the boxes", {{110, 20}, {190, 120}}, true, {110, 20}, {190, 120}},
+        {"ends short of the boxes", {{110, 20}, {190, 120}}, true, {100, 20}, {200, 120}},
+        {"straight to them", {{110, 20}, {150, 20}, {150, 120}, {190, 120}}, true, {100, 20}, {200, 120}},
+        {"far beside them", {{150, 80}, {150, 300}}, true, {100, 50}, {200, 150}},
     };
     for (const auto& row : rows) {
         const design::Points way = design::fromBorderToBorder(row.way, row.hasEnds, first, second);
@@ -229,6 +231,20 @@ TEST(Geometry, LeadsLinesFromBorderToBorder)
         EXPECT_EQ(way.back().x, row.end.x) << row.what;
         EXPECT_EQ(way.back().y, row.end.y) << row.what;
     }
+}
+
+// What leads straight to a box, or nearly touches it, gets no corner there.
+TEST(Geometry, ExtendsLinesThatEndShortOfABox)
+{
+    const Rectangle box = {0, 0, 100, 50};
+    const Rectangle other = {200, 0, 100, 50};
+    const struct {
+        Point start;
+        std::size_t size;
+    } rows[] = {{{120, 25}, 2}, {{102, 27}, 2}, {{120, 27}, 3}, {{100, 25}, 2}, {{50, 25}, 2}};
+    for (const auto& row : rows)
+        EXPECT_EQ(design::fromBorderToBorder({row.start, {200, 25}}, true, box, other).size(), row.size)
+            << row.start.x << ',' << row.start.y;
 }
 
 TEST(Geometry, SplitsLinesHalfWay)
