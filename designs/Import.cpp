@@ -48,6 +48,12 @@ bool hasClassifiers(const Package& root)
                            (found.empty() ? "" : "; found only: " + found));
 }
 
+bool isEmpty(const Package& package)
+{
+    return package.packages.empty() && package.classifiers.empty() && package.associations.empty() &&
+           package.relationships.empty() && package.remarks.empty() && package.diagrams.empty();
+}
+
 template <class Item>
 void moveBehind(std::vector<Item>& from, std::vector<Item>& to)
 {
@@ -75,6 +81,17 @@ void moveIntoLogicalView(Package& root)
     moveBehind(root.relationships, view->relationships);
     moveBehind(root.remarks, view->remarks);
     moveBehind(root.diagrams, view->diagrams);
+}
+
+// The packages beside the Logical View of a Rose file, such as that of its use cases, if there is anything in them that
+// a model has.
+void moveIntoFirst(Package& root)
+{
+    std::vector<Package> others(std::make_move_iterator(root.packages.begin() + 1),
+                                std::make_move_iterator(root.packages.end()));
+    root.packages.resize(1);
+    std::erase_if(others, isEmpty);
+    moveBehind(others, root.packages.front().packages);
 }
 
 // Rose has the end that an association leads to first and the one that it comes from second. Readers of its files put
@@ -107,6 +124,13 @@ void turnAssociations(Package& root)
     });
 }
 
+void layOutOrTell(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget, Report& report)
+{
+    if (!layOut(diagram, catalogue, budget))
+        report.made("layout", diagram.id, diagram.name,
+                    "there are too many boxes and lines to lay out; the boxes of the diagram stand in rows");
+}
+
 // In a file of the host boxes have their sizes, but may stand where its symbols of packages will be.
 void prepareDiagrams(Package& root, const Catalogue& catalogue, bool isOrdered, bool hasLayout, Report& report)
 {
@@ -115,9 +139,8 @@ void prepareDiagrams(Package& root, const Catalogue& catalogue, bool isOrdered, 
         for (Diagram& diagram : package.diagrams) {
             if (!isOrdered)
                 place(diagram, factorForText(diagram, catalogue), {});
-            if (hasLayout && !layOut(diagram, catalogue, budget))
-                report.made("layout", diagram.id, diagram.name,
-                            "there are too many boxes and lines to lay out; the boxes of the diagram stand in rows");
+            if (hasLayout)
+                layOutOrTell(diagram, catalogue, budget, report);
             if (diagram.keepsPlaces)
                 continue;
             if (!isOrdered)
@@ -127,32 +150,68 @@ void prepareDiagrams(Package& root, const Catalogue& catalogue, bool isOrdered, 
     });
 }
 
+void checkDepth(const Package& root)
+{
+    if (depthOf(root) > deepestPackage)
+        throw UnreadableDesign("packages lie in each other more than " + std::to_string(deepestPackage) + " deep");
+}
+
+void settleAllDiagrams(Design& design, Reach reach, bool hasLayout, Report& report)
+{
+    const Catalogue catalogue(design.root);
+    forEachPackage(design.root,
+                   [&](Package& package) { settleDiagrams(package, reach, design.kinds, catalogue, report); });
+    if (hasLayout && !showsAnything(design.root))
+        addOverviews(design.root, catalogue, report);
+}
+
 } // namespace
 
 Converted importDesign(const Format& format, const Source& source, bool hasLayout, Report& report)
 {
     Design design = format.read(source, report);
+    design.document.reset();
+    leaveUseCases(design, report);
     if (!hasClassifiers(design.root))
         throwNothingFound(format, report);
-    if (depthOf(design.root) > deepestPackage)
-        throw UnreadableDesign("packages lie in each other more than " + std::to_string(deepestPackage) + " deep");
-    settle(design, report);
+    checkDepth(design.root);
+    settle(design, Reach::Classifiers, report);
+    if (design.isOrdered && !design.root.packages.empty())
+        moveIntoFirst(design.root);
     moveIntoLogicalView(design.root);
     if (!design.isOrdered)
         turnAssociations(design.root);
-    {
-        const Catalogue catalogue(design.root);
-        forEachPackage(design.root,
-                       [&](Package& package) { settleDiagrams(package, design.kinds, catalogue, report); });
-        if (hasLayout && !showsAnything(design.root))
-            addOverviews(design.root, catalogue, report);
-    }
+    settleAllDiagrams(design, Reach::Classifiers, hasLayout, report);
     if (!design.isOrdered)
         orderPackages(design.root);
     giveIdentifiers(design, report);
     const Catalogue catalogue(design.root);
     prepareDiagrams(design.root, catalogue, design.isOrdered, hasLayout, report);
     return convert(design, catalogue, report);
+}
+
+Design readDesign(const Format& format, const Source& source, Report& report)
+{
+    Design design = format.read(source, report);
+    if (!hasClassifiers(design.root) && !design.document)
+        throwNothingFound(format, report);
+    checkDepth(design.root);
+    return design;
+}
+
+void settleFor(const Format& target, Design& design, bool hasLayout, Report& report)
+{
+    settle(design, Reach::Packages, report);
+    settleAllDiagrams(design, Reach::Packages, hasLayout, report);
+    giveIdentifiers(design, report);
+    if (!target.hasPlaces || !hasLayout)
+        return;
+    const Catalogue catalogue(design.root);
+    LayoutBudget budget;
+    forEachPackage(design.root, [&](Package& package) {
+        for (Diagram& diagram : package.diagrams)
+            layOutOrTell(diagram, catalogue, budget, report);
+    });
 }
 
 } // namespace design

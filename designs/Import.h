@@ -11,4 +11,13 @@ namespace design {
 /// nothing of what a model is made of.
 [[nodiscard]] Converted importDesign(const Format& format, const Source& source, bool hasLayout, Report& report);
 
+/// Reads a design to write it in another format. Throws UnreadableDesign, also when nothing was found that any format
+/// could take.
+[[nodiscard]] Design readDesign(const Format& format, const Source& source, Report& report);
+
+/// Settles what was read for the writer of that format: every relation joins classifiers or packages, and every diagram
+/// shows what is there. Diagrams without places are laid out if the format has places, and a design without any diagram
+/// gets overviews, unless `hasLayout` is false.
+void settleFor(const Format& target, Design& design, bool hasLayout, Report& report);
+
 } // namespace design

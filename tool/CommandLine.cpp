@@ -18,11 +18,6 @@
 
 namespace {
 
-std::string checkFormat(const std::string& name)
-{
-    return whyNotAFormat(name);
-}
-
 const std::map<std::string, ColourUse> colourUses = {
     {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
 
@@ -37,12 +32,12 @@ void addColourOption(CLI::App& command)
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
 }
 
-// The options of both commands that take designs of other tools.
-void addDesignOptions(CLI::App& command, DesignRequest& request)
+// The options of all commands that take designs of other tools.
+void addDesignOptions(CLI::App& command, DesignRequest& request, std::string (*check)(const std::string&))
 {
     command.add_option("--from", request.format, "Format of the design (default: told by its content)")
         ->type_name("FORMAT")
-        ->check(CLI::Validator(checkFormat, ""));
+        ->check(CLI::Validator(check, ""));
     command
         .add_flag_callback(
             "--layout", [&request] { request.hasLayout = true; },
@@ -110,7 +105,8 @@ Command addExportCommand(CLI::App& app)
         ->add_option("--stats-json", request->statisticsFile,
                      "Write what the export cost as JSON; - is standard output")
         ->type_name("FILE");
-    addDesignOptions(*command, request->design);
+    addDesignOptions(*command, request->design, whyNotAFormat);
+    addReadOptions(*command, request->reading);
     command->add_flag("--strict", request->isStrict, "Write nothing when there are warnings");
     addColourOption(*command);
     return {command, [request, options] {
@@ -243,11 +239,34 @@ Command addImportCommand(CLI::App& app)
                      "The file to write, or the folder, which ends in /; - writes to standard output (default: "
                      "DESIGN's name with .model.json, here)")
         ->type_name("FILE|DIR/");
-    addDesignOptions(*command, request->design);
+    addDesignOptions(*command, request->design, whyNotAFormat);
+    addReadOptions(*command, request->reading);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
     command->add_flag("--list-formats", request->listsFormats, "List the formats of designs and exit");
     addColourOption(*command);
     return {command, [request] { return runImport(*request); }};
+}
+
+Command addConvertCommand(CLI::App& app)
+{
+    auto request = std::make_shared<ConvertRequest>();
+    CLI::App* const command = app.add_subcommand("convert", convertHelp);
+    command->add_option("IN", request->input, "The Rose file, design or model file; - reads standard input")
+        ->type_name("");
+    command
+        ->add_option("-o,--output", request->output,
+                     "The file to write, or the folder, which ends in /; - writes to standard output (default: IN's "
+                     "name with the ending of the format, here)")
+        ->type_name("FILE|DIR/");
+    addDesignOptions(*command, request->design, whyNotAFormatIn);
+    command->add_option("--to", request->target, "Format to write (default: told by the ending of the output)")
+        ->type_name("FORMAT")
+        ->check(CLI::Validator(whyNotAFormatOut, ""));
+    addReadOptions(*command, request->reading);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    command->add_flag("--list-formats", request->listsFormats, "List the formats, whether they come in or go out");
+    addColourOption(*command);
+    return {command, [request] { return runConvert(*request); }};
 }
 
 Command addOptionsCommand(CLI::App& app)
@@ -327,10 +346,10 @@ int runCommandLine(int argc, char** argv)
     app.set_version_flag("-V,--version", versionText, "Say which version this is, how it was built, and exit");
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
-    const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app), addCheckCommand(app),
-                                           addTreeCommand(app),   addDiffCommand(app),   addGitCommand(app),
-                                           addDrawCommand(app),   addBrowseCommand(app), addOptionsCommand(app),
-                                           addHelpCommand(app)};
+    const std::vector<Command> commands = {addExportCommand(app),  addImportCommand(app), addConvertCommand(app),
+                                           addCheckCommand(app),   addTreeCommand(app),   addDiffCommand(app),
+                                           addGitCommand(app),     addDrawCommand(app),   addBrowseCommand(app),
+                                           addOptionsCommand(app), addHelpCommand(app)};
     for (CLI::App* const command : app.get_subcommands({}))
         command->group("Commands");
     std::string helpFlag = "--help";

@@ -33,6 +33,7 @@ struct ExportRequest {
     std::string statisticsFile;
     std::vector<OptionValue> options; ///< in the order given; the last one for a name holds
     DesignRequest design;
+    ReadRequest reading; ///< of a Rose file
     bool isQuiet = false;
     bool isStrict = false; ///< warnings are errors
     bool showsStatistics = false;
@@ -44,11 +45,29 @@ struct ImportRequest {
     std::string input;  ///< path, or `-` for standard input
     std::string output; ///< file or folder, `-` for standard output, or empty for the design's name
     DesignRequest design;
+    ReadRequest reading; ///< of a Rose file
     bool isQuiet = false;
     bool listsFormats = false; ///< instead of importing, which then needs no input
 };
 
 int runImport(const ImportRequest& request);
+
+struct ConvertRequest {
+    std::string input;  ///< path, or `-` for standard input
+    std::string output; ///< file or folder, `-` for standard output, or empty for the input's name
+    std::string target; ///< name of a format, or empty to tell it by the output's ending
+    DesignRequest design;
+    ReadRequest reading; ///< of a Rose file
+    bool isQuiet = false;
+    bool listsFormats = false; ///< instead of converting, which then needs no input
+};
+
+/// Writes a design in another format.
+int runConvert(const ConvertRequest& request);
+
+/// Why designs do not come in, or go out, in a format of that name, or the empty text when they do.
+[[nodiscard]] std::string whyNotAFormatIn(const std::string& name);
+[[nodiscard]] std::string whyNotAFormatOut(const std::string& name);
 
 struct CheckRequest {
     std::vector<std::string> files; ///< paths, or `-` for standard input

@@ -3,7 +3,6 @@
 #include "Amounts.h"
 #include "designs/convert/ModelLayout.h"
 #include "text/Files.h"
-#include "text/JsonWriter.h"
 #include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
@@ -122,11 +121,14 @@ std::string whyNotARoseFile(const std::string& path)
 
 std::string whyNotAFormat(const std::string& name)
 {
-    if (design::formatNamed(name))
+    const design::Format* const named = design::formatNamed(name);
+    if (named && named->read)
         return "";
     std::vector<std::string_view> known;
     std::string list;
     for (const design::Format& format : design::formats()) {
+        if (!format.read)
+            continue;
         known.push_back(format.name);
         list.append("\n  ").append(format.name);
     }
@@ -162,18 +164,26 @@ const design::Format* formatOfExport(std::string_view text, const std::string& p
     return format;
 }
 
-ImportedDesign importDesign(const design::Format& format, std::string_view text, const std::string& path,
-                            bool hasLayout)
+ImportedDesign importDesign(const design::Format& format, const design::Source& source, bool hasLayout)
 {
     ImportedDesign imported;
-    imported.file = text::fileName(path);
+    imported.file = text::fileName(source.path.string());
     imported.format = format.name;
     try {
-        imported.converted = design::importDesign(format, {text, path}, hasLayout, imported.report);
+        imported.converted = design::importDesign(format, source, hasLayout, imported.report);
     } catch (const design::UnreadableDesign& error) {
         throw DesignError(placed(imported.file, error.what()));
     }
     return imported;
+}
+
+design::Design readSource(const design::Format& format, const design::Source& source, design::Report& report)
+{
+    try {
+        return design::readDesign(format, source, report);
+    } catch (const design::UnreadableDesign& error) {
+        throw DesignError(placed(text::fileName(source.path.string()), error.what()));
+    }
 }
 
 std::unique_ptr<KivModel> placeBoxes(std::unique_ptr<KivModel> model, const std::string& name, bool isQuiet)
@@ -195,10 +205,21 @@ std::string summaryOf(const ImportedDesign& imported)
         text.append(separator).append(counted(taken.count, singularOf(taken.kind), taken.kind));
         separator = ", ";
     }
-    text += '\n';
-    addEntries(text, "left out: ", imported.report.leftEntries());
-    addEntries(text, "made up: ", imported.report.madeEntries());
+    return text + '\n' + linesOf(imported.report);
+}
+
+std::string linesOf(const design::Report& report)
+{
+    std::string text;
+    addEntries(text, "left out: ", report.leftEntries());
+    addEntries(text, "made up: ", report.madeEntries());
     return text;
+}
+
+void writeReport(text::JsonWriter& json, const design::Report& report)
+{
+    writeEntries(json, "left", report.leftEntries());
+    writeEntries(json, "made", report.madeEntries());
 }
 
 std::string reportAsJson(const std::optional<ImportedDesign>& imported, const std::vector<ModelWarning>& warnings)
@@ -215,8 +236,7 @@ std::string reportAsJson(const std::optional<ImportedDesign>& imported, const st
         for (const design::Taken& taken : imported->converted.taken)
             json.member(taken.kind, std::uint64_t{taken.count});
     json.endObject();
-    writeEntries(json, "left", report.leftEntries());
-    writeEntries(json, "made", report.madeEntries());
+    writeReport(json, report);
     writeWarnings(json, warnings);
     json.endObject();
     text += '\n';

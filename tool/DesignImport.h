@@ -3,6 +3,7 @@
 #include "ModelInput.h"
 
 #include "designs/Import.h"
+#include "text/JsonWriter.h"
 
 #include <memory>
 #include <optional>
@@ -41,8 +42,11 @@ struct ImportedDesign {
                                                    const std::string& name);
 
 /// Throws `DesignError`.
-[[nodiscard]] ImportedDesign importDesign(const design::Format& format, std::string_view text, const std::string& path,
-                                          bool hasLayout);
+[[nodiscard]] ImportedDesign importDesign(const design::Format& format, const design::Source& source, bool hasLayout);
+
+/// Reads a design to write it in another format. Throws `DesignError`.
+[[nodiscard]] design::Design readSource(const design::Format& format, const design::Source& source,
+                                        design::Report& report);
 
 /// Places what has no place in the model of a model file; what could only be done roughly is told on standard error,
 /// unless `isQuiet`.
@@ -51,6 +55,12 @@ struct ImportedDesign {
 
 /// What was taken, left and made up, by kinds, for a terminal.
 [[nodiscard]] std::string summaryOf(const ImportedDesign& imported);
+
+/// What was left and made up alone, a line for each kind and reason.
+[[nodiscard]] std::string linesOf(const design::Report& report);
+
+/// Adds the members `left` and `made`, with what was left and made up one by one, to the object that is open.
+void writeReport(text::JsonWriter& json, const design::Report& report);
 
 /// The same one by one, as JSON, and the warnings; of a model file, which leaves nothing out, without a design.
 [[nodiscard]] std::string reportAsJson(const std::optional<ImportedDesign>& imported,

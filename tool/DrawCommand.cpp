@@ -57,6 +57,12 @@ std::string formatOfEnding(const std::string& path)
     return ending.size() > 1 && isFormat(ending.substr(1)) ? ending.substr(1) : std::string();
 }
 
+NamedDiagram named(const Diagram& diagram)
+{
+    return {diagram.name, std::string(reader::diagramKindName(diagram.kind)),
+            diagram.owner ? reader::shownName(*diagram.owner) : std::string()};
+}
+
 // Whether the pictures go into a folder, by the name that the user gives. One with an ending is a file.
 bool isFolder(const std::string& output)
 {
@@ -147,7 +153,8 @@ private:
         PictureNames names;
         std::vector<FileRole> pictures;
         for (const Diagram* const diagram : selected)
-            pictures.push_back({(folder / names.nameFor(*diagram, std::string(".").append(format))).string(), role});
+            pictures.push_back(
+                {(folder / names.nameFor(named(*diagram), std::string(".").append(format))).string(), role});
         refuseClashes(pictures, read);
         makeFolder(folder.string());
         int exitCode = done;

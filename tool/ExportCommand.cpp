@@ -80,7 +80,8 @@ std::optional<Input> loadAnyModel(const ExportRequest& request, const std::strin
     const std::string name = text::fileName(path);
     Input input;
     if (const design::Format* const format = formatOfExport(content, path, request.design.format)) {
-        input.imported = importDesign(*format, content, path, request.design.hasLayout.value_or(true));
+        const reader::ReadOptions reading = readOptions(request.reading);
+        input.imported = importDesign(*format, {content, path, &reading}, request.design.hasLayout.value_or(true));
         input.loaded = {std::move(input.imported->converted.model), content.size(), input.imported->converted.objects};
     } else if (std::optional<LoadedModel> loaded = takeModelFile(content, name)) {
         input.loaded = std::move(*loaded);

@@ -28,6 +28,15 @@ Examples:
   petal import --list-formats
 )";
 
+inline constexpr const char* convertHelp = R"(Write a design of one tool in the format of another.
+
+Examples:
+  petal convert orders.mdl -o orders.xmi --to ea
+  petal convert orders.mdl -o diagrams/ --to plantuml
+  petal convert orders.mdj -o orders.ecore
+  petal convert --list-formats
+)";
+
 inline constexpr const char* checkHelp = R"(Say what is wrong with Rose files, one finding a line.
 
 Examples:

@@ -49,7 +49,8 @@ std::optional<Input> readInput(const ImportRequest& request)
     }
     const design::Format& format = formatOfImport(content, request.input, request.design.format);
     Input input;
-    input.imported = importDesign(format, content, request.input, hasLayout.value_or(true));
+    const reader::ReadOptions reading = readOptions(request.reading);
+    input.imported = importDesign(format, {content, request.input, &reading}, hasLayout.value_or(true));
     input.contents = contentsOf(*input.imported->converted.model);
     input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
     return input;
@@ -93,7 +94,9 @@ int listFormats()
     for (const design::Format& format : design::formats())
         longest = std::max(longest, format.name.size());
     for (const design::Format& format : design::formats())
-        std::cout << format.name << std::string(longest + 2 - format.name.size(), ' ') << format.description << '\n';
+        if (format.read)
+            std::cout << format.name << std::string(longest + 2 - format.name.size(), ' ') << format.description
+                      << '\n';
     return endOfOutput(done, exportFailed);
 }
 

@@ -35,17 +35,16 @@ std::string safeName(const std::string& text)
 
 } // namespace
 
-std::string PictureNames::nameFor(const reader::Diagram& diagram, const std::string& ending)
+std::string PictureNames::nameFor(const NamedDiagram& diagram, const std::string& ending)
 {
-    const std::string kind(reader::diagramKindName(diagram.kind));
     std::string name = safeName(diagram.name);
     if (name.empty())
-        name = kind + " diagram";
+        name = diagram.kind + " diagram";
     std::string unique = name;
     if (isTaken(unique, ending))
-        unique = name + " (" + kind + ")";
-    if (isTaken(unique, ending) && diagram.owner)
-        unique = name + " (" + safeName(reader::shownName(*diagram.owner)) + ")";
+        unique = name + " (" + diagram.kind + ")";
+    if (isTaken(unique, ending) && !diagram.owner.empty())
+        unique = name + " (" + safeName(diagram.owner) + ")";
     const std::string numbered = unique;
     std::size_t& number = numbers[text::lowerCase(numbered)];
     while (isTaken(unique, ending))

@@ -55,6 +55,8 @@ std::string_view stereotypeFor(ClassifierKind kind)
     case ClassifierKind::Class:
     case ClassifierKind::Interface:
     case ClassifierKind::AssociationClass:
+    case ClassifierKind::Actor:
+    case ClassifierKind::UseCase:
         break;
     }
     return "";
@@ -72,6 +74,8 @@ Kind countedAs(ClassifierKind kind)
         return Kind::Enumerations;
     case ClassifierKind::Class:
     case ClassifierKind::AssociationClass:
+    case ClassifierKind::Actor:
+    case ClassifierKind::UseCase:
         break;
     }
     return Kind::Classes;

@@ -31,9 +31,19 @@ const Format* formatNamed(std::string_view name)
     return formatWith([name](const Format& format) { return format.name == name; });
 }
 
+const Format* formatWrittenTo(std::string_view fileName)
+{
+    const auto isEndOf = [&](std::string_view ending) {
+        return fileName.size() > ending.size() && fileName.ends_with(ending);
+    };
+    return formatWith([&](const Format& format) {
+        return format.write && std::any_of(format.endings.begin(), format.endings.end(), isEndOf);
+    });
+}
+
 const Format* formatOf(const Source& source)
 {
-    return formatWith([&source](const Format& format) { return format.recognizes(source); });
+    return formatWith([&source](const Format& format) { return format.recognizes && format.recognizes(source); });
 }
 
 } // namespace design

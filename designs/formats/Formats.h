@@ -12,6 +12,9 @@ namespace design {
 /// The format whose name is given, or null.
 [[nodiscard]] const Format* formatNamed(std::string_view name);
 
+/// The first format that goes out into files with that ending, or null.
+[[nodiscard]] const Format* formatWrittenTo(std::string_view fileName);
+
 /// The format that the content is of, or null when it is of none.
 [[nodiscard]] const Format* formatOf(const Source& source);
 

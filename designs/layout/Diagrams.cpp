@@ -31,8 +31,9 @@ std::vector<std::string_view> endsOf(std::string_view id, const Catalogue& catal
 
 class DiagramSettler {
 public:
-    DiagramSettler(Diagram& theDiagram, const TextsById& theKinds, const Catalogue& theCatalogue, Report& theReport)
-        : diagram(theDiagram), kinds(theKinds), catalogue(theCatalogue), report(theReport)
+    DiagramSettler(Diagram& theDiagram, Reach theReach, const TextsById& theKinds, const Catalogue& theCatalogue,
+                   Report& theReport)
+        : diagram(theDiagram), reach(theReach), kinds(theKinds), catalogue(theCatalogue), report(theReport)
     {
     }
 
@@ -78,6 +79,8 @@ private:
 
     std::string_view whyNoBox(const Box& box)
     {
+        if (catalogue.package(box.elementId) && reach == Reach::Packages)
+            return shown.insert(box.elementId).second ? "" : "a diagram shows a package once";
         if (catalogue.package(box.elementId))
             return "a Rose file shows the packages of a diagram's package at places of its own";
         if (!catalogue.classifier(box.elementId) && !catalogue.association(box.elementId))
@@ -87,7 +90,7 @@ private:
             std::vector<Rectangle>& others = otherBoxes[box.elementId];
             if (box.bounds && others.size() < mostOthers)
                 others.push_back(*box.bounds);
-            return "a Rose diagram shows a class once";
+            return reach == Reach::Packages ? "a diagram shows a class once" : "a Rose diagram shows a class once";
         }
         return "";
     }
@@ -101,7 +104,7 @@ private:
                         [&](std::string_view end) { return !shown.contains(std::string(end)); }))
             return "what it joins is not in the diagram";
         if (!drawn.insert(line.elementId).second)
-            return "a Rose diagram shows a line once";
+            return reach == Reach::Packages ? "a diagram shows a line once" : "a Rose diagram shows a line once";
         return "";
     }
 
@@ -145,6 +148,7 @@ private:
     }
 
     Diagram& diagram;
+    const Reach reach;
     const TextsById& kinds;
     const Catalogue& catalogue;
     Report& report;
@@ -167,10 +171,10 @@ void addOverview(Package& package, const std::vector<const Classifier*>& classes
 
 } // namespace
 
-void settleDiagrams(Package& package, const TextsById& kinds, const Catalogue& catalogue, Report& report)
+void settleDiagrams(Package& package, Reach reach, const TextsById& kinds, const Catalogue& catalogue, Report& report)
 {
     for (Diagram& diagram : package.diagrams)
-        DiagramSettler(diagram, kinds, catalogue, report).run();
+        DiagramSettler(diagram, reach, kinds, catalogue, report).run();
 }
 
 bool showsAnything(const Package& root)

@@ -3,13 +3,14 @@
 #include "designs/model/Catalogue.h"
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
+#include "designs/model/Settling.h"
 
 namespace design {
 
-/// Leaves in a package's diagrams what a Rose class diagram can show: every class once, and the lines between classes
-/// that are there. The rest goes into the report, by the kinds that the file calls it. An association class that its
-/// association would lead to comes in.
-void settleDiagrams(Package& package, const TextsById& kinds, const Catalogue& catalogue, Report& report);
+/// Leaves in a package's diagrams what can be shown: every class once, every package once if `reach` includes packages,
+/// and the lines between those that are there. The rest goes into the report, by the kinds that the file calls it. An
+/// association class that its association would lead to comes in.
+void settleDiagrams(Package& package, Reach reach, const TextsById& kinds, const Catalogue& catalogue, Report& report);
 
 /// Whether any diagram of the design shows anything.
 [[nodiscard]] bool showsAnything(const Package& root);

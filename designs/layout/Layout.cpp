@@ -18,6 +18,8 @@ using NodeOfElement = std::unordered_map<std::string_view, std::size_t>;
 Size sizeFor(const Box& box, const Catalogue& catalogue)
 {
     constexpr Size symbol = {32, 32}; // of an association that joins more than two classes
+    if (const Package* const package = catalogue.package(box.elementId))
+        return boxSize(*package, box);
     const Classifier* const classifier = catalogue.classifier(box.elementId);
     return classifier ? boxSize(*classifier, box) : symbol;
 }
@@ -172,6 +174,19 @@ private:
     std::vector<Line*> joinedLines;
 };
 
+// The place is the left upper corner, or the centre in files that have that.
+void giveSize(Rectangle& bounds, Size size, bool isAboutCentre)
+{
+    if (bounds.width <= 0) {
+        bounds.width = size.width;
+        bounds.left -= isAboutCentre ? size.width / 2 : 0;
+    }
+    if (bounds.height <= 0) {
+        bounds.height = size.height;
+        bounds.top -= isAboutCentre ? size.height / 2 : 0;
+    }
+}
+
 void placeBelow(Diagram& diagram, const Catalogue& catalogue, const Rectangle& rest)
 {
     std::vector<Graph::Node> nodes;
@@ -206,7 +221,7 @@ void keepClear(Rectangle& box, const std::vector<Box>& others)
 }
 
 // Gives boxes a size that have a place alone.
-void sizePlaced(std::vector<Box>& boxes, const Catalogue& catalogue)
+void sizePlaced(std::vector<Box>& boxes, bool isAboutCentre, const Catalogue& catalogue)
 {
     std::size_t comparisonsLeft = 20000000; // so many take less than a second
     std::vector<Box*> sized;
@@ -214,10 +229,7 @@ void sizePlaced(std::vector<Box>& boxes, const Catalogue& catalogue)
         if (!box.bounds || (box.bounds->width > 0 && box.bounds->height > 0))
             continue;
         const Size size = sizeFor(box, catalogue);
-        if (box.bounds->width <= 0)
-            box.bounds->width = size.width;
-        if (box.bounds->height <= 0)
-            box.bounds->height = size.height;
+        giveSize(*box.bounds, size, isAboutCentre);
         sized.push_back(&box);
     }
     for (Box* const box : sized) {
@@ -232,7 +244,7 @@ void sizePlaced(std::vector<Box>& boxes, const Catalogue& catalogue)
 
 bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
 {
-    sizePlaced(diagram.boxes, catalogue);
+    sizePlaced(diagram.boxes, diagram.keepsPlaces, catalogue);
     std::optional<Rectangle> placed;
     std::size_t count = 0;
     for (const Box& box : diagram.boxes) {

@@ -158,4 +158,13 @@ Size boxSize(const Classifier& classifier, const Box& box)
     return {std::max(needed.width + roomAtSides, leastWidth), needed.height + roomBelow};
 }
 
+Size boxSize(const Package& package, const Box& box)
+{
+    constexpr double roomAtSides = 40;
+    constexpr Size least = {110, 70};
+    const double fontSize = box.appearance.fontSize > 0 ? box.appearance.fontSize : defaultFontSize;
+    const double width = widthOf(package.name) * fontSize * em / narrower / unitsInEm / unitsInPixel;
+    return {std::max(width + roomAtSides, least.width), least.height};
+}
+
 } // namespace design

@@ -17,6 +17,9 @@ struct Size {
 /// A comfortable size for the box of a class that nobody sized.
 [[nodiscard]] Size boxSize(const Classifier& classifier, const Box& box);
 
+/// The same for the box of a package, with its tab.
+[[nodiscard]] Size boxSize(const Package& package, const Box& box);
+
 /// The font size that a box gets when the file tells none.
 inline constexpr double defaultFontSize = 10;
 

@@ -6,10 +6,15 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+namespace reader {
+class Document;
+}
 
 namespace design {
 
@@ -29,7 +34,8 @@ enum class Visibility : std::uint8_t {
     Package,
 };
 
-/// What every element has. Several stereotypes are joined with ", ".
+/// What every element has. Several stereotypes are joined with ", "; the word for a kind that is no class in all tools,
+/// such as "Actor", is among them where the file has it so.
 struct Element {
     std::string id;
     std::string name;
@@ -121,6 +127,8 @@ enum class ClassifierKind : std::uint8_t {
     PrimitiveType,
     Enumeration,
     AssociationClass,
+    Actor,
+    UseCase, ///< the host has nothing of this kind
 };
 
 /// What a class is that is not only a class.
@@ -222,7 +230,8 @@ struct HiddenFeatures {
 };
 
 /// An element, of whatever kind, drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the
-/// file; a width or height of 0 with a place: placed by hand, sized by the tool.
+/// file; a width or height of 0 with a place: placed by hand, sized by the tool (the place is the centre in a diagram
+/// that keeps its places).
 struct Box {
     std::string elementId;
     std::optional<Rectangle> bounds;
@@ -247,8 +256,15 @@ struct Line {
     std::vector<LinePart> parts; ///< one for each end
 };
 
-/// A class diagram. Diagrams of other kinds do not come here, they are counted in the report.
+enum class DiagramKind : std::uint8_t {
+    Class,
+    UseCase,
+};
+
+/// A diagram of classifiers, packages and what joins them. Diagrams of other kinds do not come here, they are counted
+/// in the report.
 struct Diagram : Element {
+    DiagramKind kind = DiagramKind::Class;
     std::vector<Box> boxes; ///< in drawing order
     std::vector<Line> lines;
     std::vector<Remark> remarks; ///< comments that stand in the diagram alone
@@ -273,6 +289,8 @@ struct Design {
     /// place for: what refers to it must not be taken for a reference to something outside of the file.
     TextsById kinds;
     TextsById outsideNames; ///< of elements outside of the file, as far as it tells them
+    /// The Rose file that it was read from, which holds diagrams of kinds that a design has not; or null.
+    std::shared_ptr<const reader::Document> document;
     bool isOrdered = false; ///< packages, and the ends of associations, stand in the order of the host's files already
 };
 

@@ -19,8 +19,8 @@ constexpr const char* placeholderPackage = "External";
 
 class EndSettler {
 public:
-    EndSettler(Design& theDesign, Report& theReport)
-        : design(theDesign), report(theReport), catalogue(theDesign.root), identifiers(theDesign.root)
+    EndSettler(Design& theDesign, Reach theReach, Report& theReport)
+        : design(theDesign), reach(theReach), report(theReport), catalogue(theDesign.root), identifiers(theDesign.root)
     {
     }
 
@@ -126,11 +126,17 @@ private:
         return true;
     }
 
+    // The same where packages may be ends.
+    std::string settleWidely(Reference& reference)
+    {
+        return reach == Reach::Packages && catalogue.package(reference.id) ? "" : settle(reference);
+    }
+
     bool settle(Relationship& relationship)
     {
-        std::string reason = settle(relationship.client);
+        std::string reason = settleWidely(relationship.client);
         if (reason.empty())
-            reason = settle(relationship.supplier);
+            reason = settleWidely(relationship.supplier);
         if (!reason.empty())
             report.left(nameOf(relationship.kind), relationship.id, relationship.name, reason);
         return reason.empty();
@@ -154,6 +160,7 @@ private:
     }
 
     Design& design;
+    const Reach reach;
     Report& report;
     Catalogue catalogue;
     NewIdentifiers identifiers;
@@ -173,10 +180,10 @@ void nameReferences(Design& design)
 
 } // namespace
 
-void settleEnds(Design& design, Report& report)
+void settleEnds(Design& design, Reach reach, Report& report)
 {
     nameReferences(design);
-    EndSettler(design, report).run();
+    EndSettler(design, reach, report).run();
 }
 
 } // namespace design

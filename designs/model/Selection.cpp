@@ -50,7 +50,10 @@ bool Selection::isClass(const Classifier& classifier) const
     case ClassifierKind::Class:
     case ClassifierKind::Interface:
     case ClassifierKind::AssociationClass:
+    case ClassifierKind::Actor:
         return true;
+    case ClassifierKind::UseCase:
+        return false;
     case ClassifierKind::DataType:
         return isNeededAsClass(classifier) || !dataTypeNamed(classifier.name);
     case ClassifierKind::PrimitiveType:

@@ -2,11 +2,11 @@
 
 namespace design {
 
-void settle(Design& design, Report& report)
+void settle(Design& design, Reach reach, Report& report)
 {
     giveIdentifiers(design, report);
     settleNames(design.root, report);
-    settleEnds(design, report);
+    settleEnds(design, reach, report);
     settleRemarks(design.root, report);
 }
 

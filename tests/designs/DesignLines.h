@@ -107,8 +107,8 @@ private:
 
     void add(const design::Classifier& classifier, const design::Package& package)
     {
-        const char* const words[] = {"class ",     "interface ",   "datatype ",
-                                     "primitive ", "enumeration ", "associationclass "};
+        const char* const words[] = {"class ",       "interface ",        "datatype ", "primitive ",
+                                     "enumeration ", "associationclass ", "actor ",    "usecase "};
         std::string line = words[static_cast<int>(classifier.kind)] + classifier.name + " in " + package.name;
         if (classifier.visibility != design::Visibility::Public)
             line.insert(0, word(classifier.visibility));
@@ -238,6 +238,6 @@ inline std::vector<std::string> linesOf(const design::Source& source)
         return {"of no format"};
     design::Report report;
     design::Design design = format->read(source, report);
-    design::settle(design, report);
+    design::settle(design, design::Reach::Classifiers, report);
     return DesignLines(std::move(design), report).take();
 }

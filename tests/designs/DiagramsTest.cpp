@@ -97,7 +97,8 @@ TEST(Diagrams, ShowWhatARoseDiagramCan)
         std::transform(row.lines.begin(), row.lines.end(), std::back_inserter(diagram.lines), lineOf);
         design.root.packages[0].diagrams = {diagram};
         design::Report report;
-        design::settleDiagrams(design.root.packages[0], design.kinds, design::Catalogue(design.root), report);
+        design::settleDiagrams(design.root.packages[0], design::Reach::Classifiers, design.kinds,
+                               design::Catalogue(design.root), report);
         std::vector<std::string> lines = DesignLines(std::move(design), report).take();
         std::erase_if(lines, [](const std::string& line) {
             return !line.starts_with("box ") && !line.starts_with("line ") && !line.starts_with("left ");

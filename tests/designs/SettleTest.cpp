@@ -34,7 +34,7 @@ Design small()
 std::vector<std::string> settledLines(Design design)
 {
     design::Report report;
-    design::settle(design, report);
+    design::settle(design, design::Reach::Classifiers, report);
     return DesignLines(std::move(design), report).take();
 }
 

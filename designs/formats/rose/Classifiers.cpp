@@ -51,6 +51,8 @@ ClassifierKind kindNamed(const Object& object, const std::string& stereotype)
         return ClassifierKind::DataType;
     if (word == "primitive")
         return ClassifierKind::PrimitiveType;
+    if (word == "actor")
+        return ClassifierKind::Actor;
     return (word == "enumeration" || word == "enum") && isEnumeration(object) ? ClassifierKind::Enumeration
                                                                               : ClassifierKind::Class;
 }
@@ -145,6 +147,17 @@ Attribute readAttribute(const Reading& reading, const Object& object)
     attribute.isStatic = object.flag("static");
     attribute.isDerived = object.flag("derived");
     return attribute;
+}
+
+void readUseCase(Reading& reading, const Object& object, Package& package)
+{
+    Classifier& useCase = package.classifiers.emplace_back();
+    reading.describe(object, useCase);
+    useCase.kind = ClassifierKind::UseCase;
+    useCase.isAbstract = object.flag("abstract");
+    readRelationships(reading, object, package);
+    for (const Object* const diagram : object.objects("logical_presentations"))
+        readDiagram(reading, *diagram, object, package);
 }
 
 // The host writes that stereotype of every interface that has none.

@@ -59,13 +59,15 @@ Appearance appearanceOf(const Object& view)
     return appearance;
 }
 
-// A view has its centre; what has no size gets one about it later.
+// A view has its centre; what the file leaves without a size gets one about it later.
 std::optional<Rectangle> boundsOf(const Object& view)
 {
     constexpr double smallest = 1;
     const std::optional<Point> centre = pointIn(view, "location");
     if (!centre)
         return std::nullopt;
+    if (!view.has("width") && !view.has("height"))
+        return Rectangle{centre->x, centre->y, 0, 0};
     const double width = std::max(view.number("width") / unitsInPixel, smallest);
     const double height = std::max(view.number("height") / unitsInPixel, smallest);
     return Rectangle{centre->x - width / 2, centre->y - height / 2, width, height};
@@ -81,6 +83,7 @@ public:
     Diagram read()
     {
         reading.describe(object, diagram);
+        diagram.kind = object.is("UseCaseDiagram") ? DiagramKind::UseCase : DiagramKind::Class;
         diagram.keepsPlaces = true;
         for (const Object* const item : items)
             if (isOneOf(boxViews, item->kind()))
@@ -241,7 +244,8 @@ private:
 
 void readDiagram(Reading& reading, const Object& object, const Object& owner, Package& package)
 {
-    if (reader::diagramKindOf(object) == reader::DiagramKind::classes)
+    const auto kind = reader::diagramKindOf(object);
+    if (kind == reader::DiagramKind::classes || kind == reader::DiagramKind::useCases)
         package.diagrams.push_back(DiagramReader(reading, object, owner).read());
     else if (!object.objects("items").empty())
         reading.leave(object, classDiagramsOnly);

@@ -57,6 +57,11 @@ private:
 // Each reads an object into the package; what lies in it goes there, too.
 
 [[nodiscard]] bool isClass(const Object& object);
+[[nodiscard]] inline bool isUseCase(const Object& object)
+{
+    return object.is("UseCase");
+}
+void readUseCase(Reading& reading, const Object& object, Package& package);
 void readClass(Reading& reading, const Object& object, Package& package);
 [[nodiscard]] Attribute readAttribute(const Reading& reading, const Object& object);
 void readAssociation(Reading& reading, const Object& object, Package& package);

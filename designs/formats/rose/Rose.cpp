@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <utility>
 
 namespace design {
@@ -30,6 +31,8 @@ void readMember(Reading& reading, const Object& object, Package& package)
         readPackage(reading, object, package.packages.emplace_back());
     else if (isClass(object))
         readClass(reading, object, package);
+    else if (isUseCase(object))
+        readUseCase(reading, object, package);
     else if (object.is("Association"))
         readAssociation(reading, object, package);
     else if (reader::elementKindOf(object) == reader::ElementKind::none)
@@ -52,13 +55,19 @@ bool isEmpty(const Package& package)
            package.diagrams.empty();
 }
 
-// Use cases, components, states and the like, wherever they lie.
+// What a package is read of, as opposed to what lies in classes and elsewhere.
+bool isMember(const Object& object)
+{
+    return object.parent() && object.parent()->is("Class_Category");
+}
+
+// Components, states and the like, wherever they lie.
 void leaveOthers(Reading& reading, const Object& root)
 {
     reader::forEachObject(root, [&](const Object& object) {
         switch (reader::elementKindOf(object)) {
         case reader::ElementKind::classifier:
-            if (!isClass(object))
+            if (!isClass(object) && !(isUseCase(object) && isMember(object)))
                 reading.leave(object, nothingOfThisKind);
             break;
         case reader::ElementKind::component:
@@ -75,7 +84,7 @@ void leaveOthers(Reading& reading, const Object& root)
         }
         const auto diagram = reader::diagramKindOf(object);
         const bool isOfPackage =
-            object.parent() && (object.parent()->is("Class_Category") || isClass(*object.parent()));
+            isMember(object) || (object.parent() && (isClass(*object.parent()) || isUseCase(*object.parent())));
         if (diagram && !isOfPackage && !object.objects("items").empty())
             reading.leave(object, classDiagramsOnly);
     });
@@ -97,10 +106,9 @@ Design readDocument(const reader::Document& document, Report& report)
         Package useCases;
         if (const Object* const other = root.object(useCaseView))
             readPackage(reading, *other, useCases);
-        Package& package = design.root.packages.emplace_back();
-        readPackage(reading, *logical, package);
+        readPackage(reading, *logical, design.root.packages.emplace_back());
         if (!isEmpty(useCases))
-            package.packages.push_back(std::move(useCases));
+            design.root.packages.push_back(std::move(useCases));
     } else {
         readMember(reading, root, design.root);
     }
@@ -135,14 +143,17 @@ bool recognizes(const Source& source)
 Design read(const Source& source, Report& report)
 {
     try {
-        const reader::Document document(std::string(source.text), source.path.string());
-        const auto& findings = document.findings();
+        auto document = std::make_shared<const reader::Document>(
+            std::string(source.text), source.path.string(), source.reading ? *source.reading : reader::ReadOptions());
+        const auto& findings = document->findings();
         const auto fault = std::find_if(findings.begin(), findings.end(), [](const reader::Finding& finding) {
             return finding.severity == reader::Severity::error;
         });
         if (fault != findings.end())
-            throw UnreadableDesign(textOf(*fault, document));
-        return readDocument(document, report);
+            throw UnreadableDesign(textOf(*fault, *document));
+        Design design = readDocument(*document, report);
+        design.document = std::move(document);
+        return design;
     } catch (const reader::NotPetal& error) {
         throw UnreadableDesign(error.what());
     }

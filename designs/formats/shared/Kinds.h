@@ -1,6 +1,7 @@
 #pragma once
 
 #include "designs/model/Design.h"
+#include "designs/model/Report.h"
 
 #include <algorithm>
 #include <array>
@@ -57,10 +58,5 @@ bool isOneOf(const std::array<std::string_view, size>& words, std::string_view w
 
 /// "StateMachine" as "state machine".
 [[nodiscard]] std::string plainWords(std::string_view type);
-
-/// Why something is left out or made up.
-inline constexpr std::string_view nothingOfThisKind = "the host model has nothing of this kind";
-inline constexpr std::string_view classDiagramsOnly = "only class diagrams are taken";
-inline constexpr std::string_view besideItsOwner = "it stands beside the class that it lay in";
 
 } // namespace design

@@ -17,7 +17,7 @@ constexpr std::array classifierTypes = {
     NamedClassifier{"UMLPrimitiveType", ClassifierKind::PrimitiveType},
     NamedClassifier{"UMLEnumeration", ClassifierKind::Enumeration},
     NamedClassifier{"UMLStereotype", ClassifierKind::Class, "stereotype"},
-    NamedClassifier{"UMLActor", ClassifierKind::Class, "Actor"},
+    NamedClassifier{"UMLActor", ClassifierKind::Actor, "Actor"},
     NamedClassifier{"UMLComponent", ClassifierKind::Class, "component"},
     NamedClassifier{"UMLObject", ClassifierKind::Class, "object"},
 };

@@ -20,7 +20,7 @@ constexpr std::array classifierElements = {
     NamedClassifier{"DataType", ClassifierKind::DataType},
     NamedClassifier{"Primitive", ClassifierKind::PrimitiveType},
     NamedClassifier{"Enumeration", ClassifierKind::Enumeration},
-    NamedClassifier{"Actor", ClassifierKind::Class, "Actor"},
+    NamedClassifier{"Actor", ClassifierKind::Actor, "Actor"},
     NamedClassifier{"Signal", ClassifierKind::Class, "signal"},
     NamedClassifier{"Component", ClassifierKind::Class, "component"},
     NamedClassifier{"Object", ClassifierKind::Class, "object"},

@@ -15,7 +15,7 @@ constexpr std::array classifierTypes = {
     NamedClassifier{"DataType", ClassifierKind::DataType},
     NamedClassifier{"PrimitiveType", ClassifierKind::PrimitiveType},
     NamedClassifier{"Enumeration", ClassifierKind::Enumeration},
-    NamedClassifier{"Actor", ClassifierKind::Class, "Actor"},
+    NamedClassifier{"Actor", ClassifierKind::Actor, "Actor"},
     NamedClassifier{"Signal", ClassifierKind::Class, "signal"},
     NamedClassifier{"Component", ClassifierKind::Class, "component"},
     NamedClassifier{"InstanceSpecification", ClassifierKind::Class, "object"},

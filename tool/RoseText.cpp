@@ -1,0 +1,23 @@
+#include "RoseText.h"
+
+#include "CommandLog.h"
+#include "TemporaryFile.h"
+#include "text/Files.h"
+
+#include "kiv/KivIbmRationalRose98ExportDllInterface.h"
+
+#include <filesystem>
+
+std::string roseTextOf(KivModel& model)
+{
+    constexpr mode_t ownersOnly = 0600;
+    const TemporaryFile file(std::filesystem::temp_directory_path().string(), ownersOnly);
+    KivIbmRationalRose98ExportDllInterface bridge;
+    KivOptionList options;
+    bridge.getOptionList(options);
+    options.setValue(BP_FILE.getName(), KivString(file.openablePath()));
+    options.setValue(BP_SUPPORTED_TYPES.getName(), KivString(BP_SUPPORTED_TYPES_ENUM_AS_IS.getText()));
+    CommandLog log("");
+    bridge.run(KivString(file.openablePath()), model, options, log);
+    return text::readFile(file.openablePath());
+}
