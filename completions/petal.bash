@@ -72,6 +72,7 @@ _petal_argument() {
         --fail-on) _petal_words "$2" note warning error ;;
         --diagram) _petal_diagrams "$2" "${@:3}" ;;
         --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
+        --to) _petal_words "$2" $(petal convert --list-formats 2>/dev/null | sed -n 's/ .* out .*//p') ;;
         --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
         --units-within) _petal_files "$2" /. ;;
         --only) _petal_words "$2" added removed changed moved ;;
@@ -83,7 +84,7 @@ _petal_argument() {
 _petal_takes_argument() {
     case $1 in
         -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
-            --from | --report | --charset | --path | --units-within | --depth | --diagram | --format | --color | \
+            --from | --to | --report | --charset | --path | --units-within | --depth | --diagram | --format | --color | \
             --fail-on | --only) return 0 ;;
         *) return 1 ;;
     esac
@@ -124,12 +125,20 @@ _petal_command_with_files() {
 _petal_export() {
     local options=(-h --help -o --output --option --types --foreign-keys --qualifiers --constraints --no-geometry
         --scale --x-scale --y-scale --log -q --quiet --stats --stats-json --from --layout --no-layout --report
-        --strict --color)
+        --charset --path --units-within --no-units --strict --color)
     _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_import() {
-    local options=(-h --help -o --output --from --layout --no-layout --report -q --quiet --list-formats --color)
+    local options=(-h --help -o --output --from --layout --no-layout --report --charset --path --units-within
+        --no-units -q --quiet --list-formats --color)
+    local most_files=1
+    _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
+_petal_convert() {
+    local options=(-h --help -o --output --from --to --layout --no-layout --report --charset --path --units-within
+        --no-units -q --quiet --list-formats --color)
     local most_files=1
     _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
@@ -187,10 +196,11 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help -V --version
             else
-                _petal_words "$current" export import check tree diff git draw browse options help
+                _petal_words "$current" export import convert check tree diff git draw browse options help
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
+        convert) _petal_convert "$current" "${before[@]:1}" ;;
         import) _petal_import "$current" "${before[@]:1}" ;;
         check) _petal_check "$current" "${before[@]:1}" ;;
         tree) _petal_tree "$current" "${before[@]:1}" ;;
@@ -199,7 +209,7 @@ _petal() {
         draw) _petal_draw "$current" "${before[@]:1}" ;;
         browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;
-        help) _petal_words "$current" export import check tree diff git draw browse options ;;
+        help) _petal_words "$current" export import convert check tree diff git draw browse options ;;
     esac
 
     # The shell replaces only what stands behind the last = where it splits words there.

@@ -18,6 +18,10 @@ function __petal_formats
     petal import --list-formats 2>/dev/null | string replace -r ' +' \t
 end
 
+function __petal_formats_out
+    petal convert --list-formats 2>/dev/null | string match -r '^\S+(?=.* out )'
+end
+
 # The names of the diagrams in the files of the command line.
 function __petal_diagrams
     set -l files (string match -r '.*\.(?:mdl|cat|sub|prc)$' -- (commandline -opc))
@@ -29,6 +33,7 @@ complete -c petal -f
 set -l command __fish_use_subcommand
 complete -c petal -n $command -a export -d 'Write a design as a Rose 98 model file'
 complete -c petal -n $command -a import -d 'Make a model file of a design'
+complete -c petal -n $command -a convert -d 'Write a design in the format of another tool'
 complete -c petal -n $command -a check -d 'Say what is wrong with Rose files'
 complete -c petal -n $command -a tree -d 'Print the outline of a Rose file'
 complete -c petal -n $command -a diff -d 'Tell what is different in two Rose files'
@@ -60,6 +65,10 @@ complete -c petal -n $export -l stats-json -r -F -d 'Write what the export cost 
 
 complete -c petal -n $export -l from -x -a '(__petal_formats)' -d 'Format of the design'
 complete -c petal -n $export -l layout -d 'Place what has no place, in a model file too'
+complete -c petal -n $export -l charset -x -d 'Encoding of the files'
+complete -c petal -n $export -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $export -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
+complete -c petal -n $export -l no-units -d 'Leave controlled units out'
 complete -c petal -n $export -l strict -d 'Write nothing when there are warnings'
 complete -c petal -n $export -l no-layout -d 'Place nothing that has no place'
 complete -c petal -n $export -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
@@ -73,9 +82,30 @@ complete -c petal -n $import -l from -x -a '(__petal_formats)' -d 'Format of the
 complete -c petal -n $import -l layout -d 'Place what has no place, in a model file too'
 complete -c petal -n $import -l no-layout -d 'Place nothing that has no place'
 complete -c petal -n $import -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
+complete -c petal -n $import -l charset -x -d 'Encoding of the files'
+complete -c petal -n $import -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $import -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
+complete -c petal -n $import -l no-units -d 'Leave controlled units out'
 complete -c petal -n $import -s q -l quiet -d 'Print nothing but errors'
 complete -c petal -n $import -l list-formats -d 'List the formats of designs'
 complete -c petal -n $import -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
+
+set -l convert '__fish_seen_subcommand_from convert'
+complete -c petal -n $convert -F
+complete -c petal -n $convert -s h -l help -d 'Print help'
+complete -c petal -n $convert -s o -l output -r -F -d 'The file to write, - for standard output'
+complete -c petal -n $convert -l from -x -a '(__petal_formats)' -d 'Format of the design'
+complete -c petal -n $convert -l to -x -a '(__petal_formats_out)' -d 'Format to write'
+complete -c petal -n $convert -l layout -d 'Place what has no place, in a model file too'
+complete -c petal -n $convert -l no-layout -d 'Place nothing that has no place'
+complete -c petal -n $convert -l report -r -F -d 'Write what was left out or made up, and warnings, as JSON'
+complete -c petal -n $convert -l charset -x -d 'Encoding of the files'
+complete -c petal -n $convert -l path -x -d 'Folder behind a symbol in the paths of units'
+complete -c petal -n $convert -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
+complete -c petal -n $convert -l no-units -d 'Leave controlled units out'
+complete -c petal -n $convert -s q -l quiet -d 'Print nothing but errors'
+complete -c petal -n $convert -l list-formats -d 'List the formats'
+complete -c petal -n $convert -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l check '__fish_seen_subcommand_from check'
 complete -c petal -n $check -F
@@ -153,4 +183,4 @@ set -l options '__fish_seen_subcommand_from options'
 complete -c petal -n $options -s h -l help -d 'Print help'
 complete -c petal -n $options -l json -d 'Print the list as JSON'
 
-complete -c petal -n '__fish_seen_subcommand_from help' -a 'export import check tree diff git draw browse options'
+complete -c petal -n '__fish_seen_subcommand_from help' -a 'export import convert check tree diff git draw browse options'

@@ -18,8 +18,8 @@ namespace design {
 
 /// The file as it was read, and where it lay (for files that belong to it, such as the diagrams beside a model).
 struct Source {
-    std::string_view text;      ///< all bytes, undecoded
-    std::filesystem::path path; ///< "-" for standard input
+    std::string_view text;                        ///< all bytes, undecoded
+    std::filesystem::path path;                   ///< "-" for standard input
     const reader::ReadOptions* reading = nullptr; ///< how Rose files are read; null: as they say themselves
 };
 
@@ -60,8 +60,8 @@ struct Format {
     /// goes into `report`.
     /// Null in a format that only goes out.
     Design (*read)(const Source& source, Report& report) = nullptr;
-    /// Writes the whole design. What the format cannot hold goes into `report`, by the words of `countElements`. Null in
-    /// a format that only comes in.
+    /// Writes the whole design. What the format cannot hold goes into `report`, by the words of `countElements`. Null
+    /// in a format that only comes in.
     std::vector<WrittenFile> (*write)(const Writing& writing, Report& report) = nullptr;
     bool isWrittenByDiagram = false; ///< what comes out is a file for each diagram, or all of them in one
     bool hasPlaces = true;           ///< what comes out says where boxes are, so that they must have places

@@ -129,7 +129,8 @@ TEST(Diagrams, OpenLinesToBoxesThatAreLeft)
         diagram.lines = {{"a is b", {row.start, {50, 200}}, true, {}, {}, {}}};
         design.root.packages[0].diagrams = {diagram};
         design::Report report;
-        design::settleDiagrams(design.root.packages[0], design.kinds, design::Catalogue(design.root), report);
+        design::settleDiagrams(design.root.packages[0], design::Reach::Classifiers, design.kinds,
+                               design::Catalogue(design.root), report);
         const design::Line& line = design.root.packages[0].diagrams[0].lines[0];
         EXPECT_EQ(line.points.empty(), row.isOpened) << row.what;
         EXPECT_EQ(line.hasEnds, !row.isOpened) << row.what;
