@@ -1,6 +1,7 @@
 #include "designs/convert/Classes.h"
 
 #include "designs/convert/Documentation.h"
+#include "designs/model/Texts.h"
 
 namespace design {
 
@@ -40,26 +41,6 @@ int numberOf(Concurrency concurrency)
         break;
     }
     return KivConcurrency::Synchronous;
-}
-
-// What Rose files call classifiers that are no plain classes.
-std::string_view stereotypeFor(ClassifierKind kind)
-{
-    switch (kind) {
-    case ClassifierKind::DataType:
-        return "dataType";
-    case ClassifierKind::PrimitiveType:
-        return "primitive";
-    case ClassifierKind::Enumeration:
-        return "enumeration";
-    case ClassifierKind::Class:
-    case ClassifierKind::Interface:
-    case ClassifierKind::AssociationClass:
-    case ClassifierKind::Actor:
-    case ClassifierKind::UseCase:
-        break;
-    }
-    return "";
 }
 
 Kind countedAs(ClassifierKind kind)

@@ -21,7 +21,7 @@ Size sizeFor(const Box& box, const Catalogue& catalogue)
     if (const Package* const package = catalogue.package(box.elementId))
         return boxSize(*package, box);
     const Classifier* const classifier = catalogue.classifier(box.elementId);
-    return classifier ? boxSize(*classifier, box) : symbol;
+    return classifier ? boxSize(*classifier, box, catalogue) : symbol;
 }
 
 // Rows of about as much width as height, beginning at the given corner.

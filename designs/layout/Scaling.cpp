@@ -10,9 +10,9 @@ namespace design {
 namespace {
 
 // How much larger a box must be, by what the file says of its size; 0 where it says nothing.
-double factorFor(const Box& box, const Classifier& classifier)
+double factorFor(const Box& box, const Classifier& classifier, const Catalogue& catalogue)
 {
-    const Size needed = neededSize(classifier, box);
+    const Size needed = neededSize(classifier, box, catalogue);
     double factor = 0;
     if (box.bounds->width > 0)
         factor = std::max(factor, needed.width / box.bounds->width);
@@ -30,7 +30,7 @@ double factorForText(const Diagram& diagram, const Catalogue& catalogue)
     std::vector<double> factors;
     for (const Box& box : diagram.boxes) {
         const Classifier* const classifier = box.bounds ? catalogue.classifier(box.elementId) : nullptr;
-        const double factor = classifier ? factorFor(box, *classifier) : 0;
+        const double factor = classifier ? factorFor(box, *classifier, catalogue) : 0;
         if (factor > 0)
             factors.push_back(factor);
     }

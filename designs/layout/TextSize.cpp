@@ -1,5 +1,7 @@
 #include "designs/layout/TextSize.h"
 
+#include "designs/model/Texts.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -46,8 +48,10 @@ double widthOf(std::string_view text)
 }
 
 // `<<column>> $/name : Type = 0`
-double widthOf(const Attribute& attribute)
+double widthOf(const Attribute& attribute, const Catalogue& catalogue)
 {
+    const Classifier* const type = attribute.type.name.empty() ? catalogue.classifierOf(attribute.type) : nullptr;
+    const std::string& typeName = type ? type->name : attribute.type.name;
     double width = widthOf(attribute.name);
     if (!attribute.stereotype.empty())
         width += widthOf("<<>> ") + widthOf(attribute.stereotype);
@@ -55,8 +59,8 @@ double widthOf(const Attribute& attribute)
         width += widthOf("$");
     if (attribute.isDerived)
         width += widthOf("/");
-    if (!attribute.type.name.empty())
-        width += widthOf(" : ") + widthOf(attribute.type.name);
+    if (!typeName.empty())
+        width += widthOf(" : ") + widthOf(typeName);
     if (!attribute.initialValue.empty())
         width += widthOf(" = ") + widthOf(attribute.initialValue);
     return width;
@@ -96,17 +100,19 @@ Lines headOf(const Classifier& classifier)
 {
     Lines head;
     head.add(widthOf(classifier.name));
-    if (!classifier.stereotype.empty())
-        head.add(widthOf("<<>>") + widthOf(classifier.stereotype));
+    const std::string_view stereotype =
+        classifier.stereotype.empty() ? stereotypeFor(classifier.kind) : std::string_view(classifier.stereotype);
+    if (!stereotype.empty())
+        head.add(widthOf("<<>>") + widthOf(stereotype));
     return head;
 }
 
-Lines attributesOf(const Classifier& classifier, const HiddenFeatures& hidden)
+Lines attributesOf(const Classifier& classifier, const HiddenFeatures& hidden, const Catalogue& catalogue)
 {
     Lines lines;
     for (const Attribute& attribute : classifier.attributes)
         if (isShown(attribute, hidden.attributes))
-            lines.add(widthOf(attribute));
+            lines.add(widthOf(attribute, catalogue));
     for (const Literal& literal : classifier.literals)
         if (!hidden.attributes[static_cast<std::size_t>(Visibility::Public)])
             lines.add(widthOf(literal));
@@ -124,7 +130,7 @@ Lines operationsOf(const Classifier& classifier, const HiddenFeatures& hidden)
 
 } // namespace
 
-Size neededSize(const Classifier& classifier, const Box& box)
+Size neededSize(const Classifier& classifier, const Box& box, const Catalogue& catalogue)
 {
     constexpr double aboveName = 12;
     constexpr double besideName = 18;
@@ -133,7 +139,7 @@ Size neededSize(const Classifier& classifier, const Box& box)
     constexpr double belowMembers = 14;
     constexpr double betweenMembers = 50; // attributes and operations
     const Lines head = headOf(classifier);
-    const Lines attributes = attributesOf(classifier, box.hidden);
+    const Lines attributes = attributesOf(classifier, box.hidden, catalogue);
     const Lines operations = operationsOf(classifier, box.hidden);
     const double fontSize = box.appearance.fontSize > 0 ? box.appearance.fontSize : defaultFontSize;
     const double scale = fontSize * em / narrower / unitsInEm;
@@ -149,12 +155,12 @@ Size neededSize(const Classifier& classifier, const Box& box)
     return {width / unitsInPixel, height / unitsInPixel};
 }
 
-Size boxSize(const Classifier& classifier, const Box& box)
+Size boxSize(const Classifier& classifier, const Box& box, const Catalogue& catalogue)
 {
     constexpr double roomAtSides = 40; // for longer names of types
     constexpr double roomBelow = 20;   // the rules of what is empty
     constexpr double leastWidth = 100;
-    const Size needed = neededSize(classifier, box);
+    const Size needed = neededSize(classifier, box, catalogue);
     return {std::max(needed.width + roomAtSides, leastWidth), needed.height + roomBelow};
 }
 

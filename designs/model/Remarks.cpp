@@ -19,7 +19,7 @@ public:
             for (Diagram& diagram : package.diagrams)
                 for (const Box& box : diagram.boxes)
                     if (!elements.contains(box.elementId))
-                        diagrams[box.elementId].push_back(&diagram);
+                        addDiagram(box.elementId, diagram);
         });
     }
 
@@ -36,6 +36,14 @@ public:
     }
 
 private:
+    // Once, even if it shows the thing twice.
+    void addDiagram(std::string_view id, Diagram& diagram)
+    {
+        std::vector<Diagram*>& all = diagrams[id];
+        if (all.empty() || all.back() != &diagram)
+            all.push_back(&diagram);
+    }
+
     // Whether it hangs at an element. Tools have one remark in several diagrams; an element has it once. The host has
     // no notes on a whole model.
     bool give(const Remark& remark)
@@ -60,8 +68,7 @@ private:
         if (found == diagrams.end())
             return false;
         for (Diagram* const diagram : found->second)
-            if (std::find(diagram->notes.begin(), diagram->notes.end(), remark.text) == diagram->notes.end())
-                diagram->notes.push_back(remark.text);
+            diagram->notes.push_back(remark.text);
         return true;
     }
 

@@ -102,4 +102,23 @@ void addLine(std::string& text, std::string_view line)
     text += line;
 }
 
+std::string_view stereotypeFor(ClassifierKind kind)
+{
+    switch (kind) {
+    case ClassifierKind::DataType:
+        return "dataType";
+    case ClassifierKind::PrimitiveType:
+        return "primitive";
+    case ClassifierKind::Enumeration:
+        return "enumeration";
+    case ClassifierKind::Class:
+    case ClassifierKind::Interface:
+    case ClassifierKind::AssociationClass:
+    case ClassifierKind::Actor:
+    case ClassifierKind::UseCase:
+        break;
+    }
+    return "";
+}
+
 } // namespace design

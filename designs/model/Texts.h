@@ -30,4 +30,8 @@ void addWord(std::string& list, std::string_view word);
 /// Adds a line to a text such as the documentation of an element; an empty one adds nothing.
 void addLine(std::string& text, std::string_view line);
 
+/// What Rose files call classifiers that are no plain classes, where they have no stereotype of their own; empty for
+/// classes.
+[[nodiscard]] std::string_view stereotypeFor(ClassifierKind kind);
+
 } // namespace design

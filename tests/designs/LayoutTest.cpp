@@ -161,7 +161,8 @@ TEST(Layout, SizesPlacedBoxesClearOfOthers)
         {"it stands in one", {310, 110, 0, 0}, false, true},   {"it has a width", {150, 100, 100, 0}, true, true},
     };
     Design design = designOf({classNamed("a"), classNamed("b")});
-    const design::Size alone = boxSize(design.root.packages[0].classifiers[0], {"a", std::nullopt, {}});
+    const design::Size alone =
+        boxSize(design.root.packages[0].classifiers[0], {"a", std::nullopt, {}}, design::Catalogue(design.root));
     for (const auto& row : rows) {
         design.root.packages[0].diagrams = {diagramOf({"a", "b"})};
         Diagram& diagram = design.root.packages[0].diagrams[0];

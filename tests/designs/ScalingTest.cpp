@@ -47,6 +47,9 @@ design::HiddenFeatures hiding(std::initializer_list<Visibility> attributes,
     return hidden;
 }
 
+const design::Package empty;
+const design::Catalogue nothing(empty);
+
 // Of 10 points a line takes 16 pixels.
 TEST(Scaling, CountsTheLinesThatABoxShows)
 {
@@ -58,6 +61,8 @@ TEST(Scaling, CountsTheLinesThatABoxShows)
     } rows[] = {
         {"all", [](auto& /*c*/, auto& /*b*/) {}, 0},
         {"a stereotype", [](auto& c, auto& /*b*/) { c.stereotype = "entity"; }, 1},
+        {"a kind that Rose has a stereotype for",
+         [](auto& c, auto& /*b*/) { c.kind = design::ClassifierKind::Enumeration; }, 1},
         {"literals", [](auto& c, auto& /*b*/) { c.literals.resize(4); }, 4},
         {"no private attributes", [](auto& /*c*/, auto& b) { b.hidden = hiding({Private}, {}); }, -1},
         {"no public attributes", [](auto& /*c*/, auto& b) { b.hidden = hiding({Public}, {}); }, -2},
@@ -74,12 +79,12 @@ TEST(Scaling, CountsTheLinesThatABoxShows)
          },
          -3},
     };
-    const double whole = neededSize(order(), {"", std::nullopt, {}}).height;
+    const double whole = neededSize(order(), {"", std::nullopt, {}}, nothing).height;
     for (const auto& row : rows) {
         Classifier classifier = order();
         Box box = {"", std::nullopt, {}};
         row.change(classifier, box);
-        EXPECT_NEAR(neededSize(classifier, box).height, whole + row.lines * 16, 1e-6) << row.what;
+        EXPECT_NEAR(neededSize(classifier, box, nothing).height, whole + row.lines * 16, 1e-6) << row.what;
     }
 }
 
@@ -87,7 +92,7 @@ TEST(Scaling, MeasuresTheWidestLineThatABoxShows)
 {
     Classifier classifier = classNamed("iiii");
     Box box = {"", std::nullopt, {}};
-    const auto width = [&] { return neededSize(classifier, box).width; };
+    const auto width = [&] { return neededSize(classifier, box, nothing).width; };
     const double narrow = width();
     classifier.name = "WWWW"; // as wide as high, less 6 %
     EXPECT_NEAR(width() - narrow, 4 * (0.944 - 0.222) * 13.1, 2);
@@ -105,10 +110,27 @@ TEST(Scaling, MeasuresTheWidestLineThatABoxShows)
     box.hidden = hiding({Visibility::Private}, {});
     EXPECT_LT(width(), untyped);
     box.hidden = {};
-    const design::Size usual = neededSize(classifier, box);
+    const design::Size usual = neededSize(classifier, box, nothing);
     box.appearance.fontSize = 20;
-    EXPECT_GT(neededSize(classifier, box).width, usual.width * 1.6);
-    EXPECT_GT(neededSize(classifier, box).height, usual.height * 1.6);
+    EXPECT_GT(neededSize(classifier, box, nothing).width, usual.width * 1.6);
+    EXPECT_GT(neededSize(classifier, box, nothing).height, usual.height * 1.6);
+}
+
+// A type counts by its name, also where the design has its identifier alone.
+TEST(Scaling, MeasuresNamesOfTypes)
+{
+    const Design design = designOf({classNamed("a class with a long name")});
+    const design::Catalogue catalogue(design.root);
+    Classifier classifier = order();
+    const Box box = {"", std::nullopt, {}};
+    const double untyped = neededSize(classifier, box, catalogue).width;
+    classifier.attributes[0].type.name = "a class with a long name";
+    const double named = neededSize(classifier, box, catalogue).width;
+    EXPECT_GT(named, untyped + 100);
+    classifier.attributes[0].type = {"a class with a long name", ""};
+    EXPECT_EQ(neededSize(classifier, box, catalogue).width, named);
+    classifier.attributes[0].type = {"elsewhere", ""};
+    EXPECT_EQ(neededSize(classifier, box, catalogue).width, untyped);
 }
 
 // A diagram of boxes that are so many times too small for their text, in width or in height.
@@ -120,7 +142,7 @@ struct TooSmall {
 double factorFor(const std::vector<TooSmall>& boxes)
 {
     const Design design = designOf({order()});
-    const design::Size needed = neededSize(design.root.packages[0].classifiers[0], {"", std::nullopt, {}});
+    const design::Size needed = neededSize(design.root.packages[0].classifiers[0], {"", std::nullopt, {}}, nothing);
     Diagram diagram;
     for (const TooSmall& each : boxes) {
         const Rectangle bounds = {0, 0, each.width > 0 ? needed.width / each.width : 0,

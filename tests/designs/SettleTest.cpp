@@ -206,10 +206,11 @@ TEST(Settle, GivesRemarksToWhatTheyHangAt)
              d.root.packages[0].remarks[1].id = "of a";
              d.root.packages[1].diagrams.resize(2);
              for (design::Diagram& diagram : d.root.packages[1].diagrams)
-                 diagram.boxes = {{"shown", std::nullopt, {}}, {"of a", std::nullopt, {}}};
+                 diagram.boxes = {{"shown", std::nullopt, {}}, {"of a", std::nullopt, {}}, {"shown", std::nullopt, {}}};
          },
          {"note in package (not shown)", "class a in package note(of a)", "diagram  in second note(shown)",
-          "box <shown>", "box <of a>", "diagram  in second note(shown)", "box <shown>", "box <of a>"}},
+          "box <shown>", "box <of a>", "box <shown>", "diagram  in second note(shown)", "box <shown>", "box <of a>",
+          "box <shown>"}},
         {"a comment on a relation that goes",
          [](Design& d) {
              d.root.packages[0].associations = {association("a", "uc")};
