@@ -22,7 +22,7 @@ void removeProxies(Design& design, const Extension& extension, Report& report)
 {
     const auto isProxy = [&](const Classifier& classifier) {
         const auto kind = extension.kinds.find(classifier.id);
-        return classifier.name == "ProxyConnector" && (kind == extension.kinds.end() || kind->second == proxyKind);
+        return kind == extension.kinds.end() ? classifier.name == "ProxyConnector" : kind->second == proxyKind;
     };
     forEachPackage(design.root, [&](Package& package) {
         std::erase_if(package.classifiers, [&](const Classifier& classifier) {

@@ -1,15 +1,14 @@
-#include "designs/formats/Formats.h"
+#include "designs/formats/papyrus/Notation.h"
 
 #include "designs/formats/shared/Drawing.h"
 #include "designs/formats/shared/Kinds.h"
-#include "designs/formats/uml2/Uml2.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <unordered_map>
 #include <utility>
 
-namespace design {
+namespace design::papyrus {
 
 namespace {
 
@@ -107,13 +106,26 @@ std::vector<std::array<double, 4>> bendpoints(std::string_view text)
     return points;
 }
 
+bool isSized(const Rectangle& box)
+{
+    return box.width > 0 && box.height > 0;
+}
+
+// Whether a line's end is where its box has been once.
+bool isLeftBehind(Point end, const Rectangle& box)
+{
+    constexpr double near = 100;
+    return isSized(box) && (end.x < box.left - near || end.x > box.left + box.width + near || end.y < box.top - near ||
+                            end.y > box.top + box.height + near);
+}
+
 // Each bend stands relative to the places where the line meets its boxes, the more to one the nearer it is to it. Newer
-// files have a number that is no distance in place of the second pair, and the first is absolute.
+// files have a number that is no distance in place of the second pair, and the first is absolute; where the boxes have
+// moved since, the line is straight.
 std::vector<Point> pointsOf(pugi::xml_node edge, const Rectangle& from, const Rectangle& to)
 {
     constexpr double absolute = -600000;
     const auto bends = bendpoints(edge.child("bendpoints").attribute("points").value());
-    const auto isSized = [](const Rectangle& box) { return box.width > 0 && box.height > 0; };
     const bool isKnown = isSized(from) && isSized(to);
     const Point first = anchor(edge, "sourceAnchor", from);
     const Point last = anchor(edge, "targetAnchor", to);
@@ -129,6 +141,8 @@ std::vector<Point> pointsOf(pugi::xml_node edge, const Rectangle& from, const Re
     }
     if (points.size() < 2)
         points.clear();
+    else if (isLeftBehind(points.front(), from) || isLeftBehind(points.back(), to))
+        points = {first, last};
     return points;
 }
 
@@ -219,87 +233,11 @@ private:
     std::unordered_map<std::string_view, View> views; // of the diagram, by identifier
 };
 
-std::string fileWith(const std::filesystem::path& path, const char* extension)
-{
-    return path.filename().replace_extension(extension).string();
-}
-
-// The files of one design that may be given.
-enum class Part : std::uint8_t {
-    Model,    ///< .uml, perhaps with the diagrams in it
-    Diagrams, ///< .notation
-    Windows,  ///< .di: what the tool had open
-};
-
-// Windows and diagrams are told by the names of their files as well, since there may be nothing in them.
-Part partOf(const Source& source, std::string_view head)
-{
-    if (uml2::hasModel(head))
-        return Part::Model;
-    const std::string ending = source.path.extension().string();
-    if (head.find("<notation:Diagram") != std::string_view::npos || ending == ".notation")
-        return Part::Diagrams;
-    return ending == ".di" ? Part::Windows : Part::Model;
-}
-
-bool recognizes(const Source& source)
-{
-    const std::string head = xml::head(source.text);
-    if (partOf(source, head) != Part::Model)
-        return head.find("<notation:Diagram") != std::string::npos || head.find("xmi:version=") != std::string::npos;
-    if (!uml2::hasModel(head))
-        return false;
-    return head.find("xmlns:notation=") != std::string::npos ||
-           uml2::isBeside(source.path, fileWith(source.path, ".notation"));
-}
-
-// A fault in a file beside the one that was given is told with its name.
-xml::Document documentBeside(const std::string& bytes, const std::string& name)
-{
-    try {
-        return xml::Document(bytes);
-    } catch (const UnreadableDesign& fault) {
-        throw UnreadableDesign(name + ": " + fault.what());
-    }
-}
-
-// The file of that ending beside the one that was given.
-std::optional<xml::Document> readOther(const Source& source, const char* extension)
-{
-    const std::string name = fileWith(source.path, extension);
-    const std::optional<std::string> bytes = uml2::readBeside(source.path, name);
-    return bytes ? std::optional(documentBeside(*bytes, name)) : std::nullopt;
-}
-
-Design read(const Source& source, Report& report)
-{
-    const Part part = partOf(source, xml::head(source.text));
-    const std::string modelName = fileWith(source.path, ".uml");
-    const auto model = part == Part::Model ? std::nullopt : readOther(source, ".uml");
-    if (part != Part::Model && !model)
-        throw UnreadableDesign((part == Part::Diagrams ? "1:1: diagrams alone" : "1:1: windows of a design alone") +
-                               ("; the model is missing: " + modelName));
-    const auto diagrams = part == Part::Diagrams ? std::nullopt : readOther(source, ".notation");
-    const xml::Document given(source.text);
-    uml2::Outside outside(part == Part::Model ? source.path : source.path.parent_path() / modelName);
-    Design design = uml2::read(model ? *model : given, outside, report);
-    const xml::Document* drawn = part == Part::Windows ? &*model : &given;
-    if (diagrams)
-        drawn = &*diagrams;
-    NotationReader(design, outside, report).read(drawn->root());
-    return design;
-}
-
 } // namespace
 
-Format papyrusFormat()
+void readDiagrams(pugi::xml_node root, Design& design, uml2::Outside& outside, Report& report)
 {
-    return {"papyrus",
-            "Papyrus model (.uml) with the diagrams beside it (.notation)",
-            {".uml", ".notation", ".di"},
-            "a uml:Model or uml:Package with packaged elements",
-            recognizes,
-            read};
+    NotationReader(design, outside, report).read(root);
 }
 
-} // namespace design
+} // namespace design::papyrus
