@@ -195,8 +195,8 @@ int convertFile(const ConvertRequest& request, const design::Format& target)
         bytes += text.size();
     }
     refuseClashes(roles, read);
-    if (target.isWrittenByDiagram && output.files.front().first != output.place)
-        makeFolder(output.place);
+    if (meansFolder(request.output))
+        makeFolder(request.output);
     writeAll(request, output, reportAsJson(*input, target));
     if (request.isQuiet)
         return done;

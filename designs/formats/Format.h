@@ -64,6 +64,7 @@ struct Format {
     /// in a format that only comes in.
     std::vector<WrittenFile> (*write)(const Writing& writing, Report& report) = nullptr;
     bool isWrittenByDiagram = false; ///< what comes out is a file for each diagram, or all of them in one
+    bool hasDiagrams = true;         ///< of one that goes out
     bool hasPlaces = true;           ///< what comes out says where boxes are, so that they must have places
 };
 

@@ -34,6 +34,13 @@ enum class Visibility : std::uint8_t {
     Package,
 };
 
+/// A value that a tool keeps with an element under a name of its own, e.g. {"Ecore", "nsURI", "http:///shop.ecore"}.
+struct Property {
+    std::string tool;
+    std::string name;
+    std::string value;
+};
+
 /// What every element has. Several stereotypes are joined with ", "; the word for a kind that is no class in all tools,
 /// such as "Actor", is among them where the file has it so.
 struct Element {
@@ -43,6 +50,7 @@ struct Element {
     std::string stereotype;
     std::vector<std::string> notes;       ///< texts of the comments on it
     std::vector<std::string> constraints; ///< texts, without braces
+    std::vector<Property> properties;
 };
 
 /// A comment or constraint where the file has it. What it is about may stand anywhere in the file, or not in it at all;

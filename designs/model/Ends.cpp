@@ -15,8 +15,6 @@ namespace design {
 
 namespace {
 
-constexpr const char* placeholderPackage = "External";
-
 class EndSettler {
 public:
     EndSettler(Design& theDesign, Reach theReach, Report& theReport)

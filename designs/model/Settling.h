@@ -4,6 +4,7 @@
 #include "designs/model/Report.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace design {
 
@@ -25,6 +26,9 @@ void giveIdentifiers(Design& design, Report& report);
 /// Names packages and classifiers that have no name, which no Rose file can hold, and takes line ends and other control
 /// characters out of names.
 void settleNames(Package& root, Report& report);
+
+/// What the package is called that placeholders lie in.
+inline constexpr std::string_view placeholderPackage = "External";
 
 /// Makes every end of an association or relationship lead to a classifier. Those outside of the file, and those that
 /// are only drawn, get a placeholder in a package "External"; a relation that ends at nothing, or at no classifier,

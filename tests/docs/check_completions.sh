@@ -52,7 +52,7 @@ offers '' draw --diagram ''
 offers 'error|note|warning' check --fail-on ''
 offers 'always|auto' tree --color a
 offers 'browse' help b
-offers 'model|rose' convert named.mdl --to ''
+offers 'ecore' convert named.mdl --to ec
 offers 'convert' help co
 offers 'help' h
 [[ $faults -eq 0 ]]

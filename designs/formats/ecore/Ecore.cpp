@@ -1,10 +1,12 @@
 #include "designs/formats/Formats.h"
 
+#include "designs/formats/ecore/Write.h"
 #include "designs/formats/shared/Xml.h"
 #include "designs/formats/uml2/Outside.h"
 #include "designs/formats/uml2/Values.h"
 #include "designs/model/Texts.h"
 
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -34,6 +36,36 @@ std::optional<Multiplicity> statedBounds(pugi::xml_node node)
     return isStated ? std::optional<Multiplicity>(bounds(node)) : std::nullopt;
 }
 
+struct KeptAttribute {
+    const char* name;
+    const char* property; // as Rose files have it
+};
+constexpr std::array keptAttributes = {
+    KeptAttribute{"nsURI", "nsURI"},
+    KeptAttribute{"nsPrefix", "nsPrefix"},
+    KeptAttribute{"instanceClassName", "instanceClassName"},
+    KeptAttribute{"unique", "isUnique"},
+    KeptAttribute{"volatile", "isVolatile"},
+    KeptAttribute{"transient", "isTransient"},
+    KeptAttribute{"unsettable", "isUnsettable"},
+    KeptAttribute{"resolveProxies", "isResolveProxies"},
+};
+
+// What a design has no field for, and a file that goes out needs again.
+void keepProperties(pugi::xml_node node, Element& element)
+{
+    for (const KeptAttribute& kept : keptAttributes)
+        if (const pugi::xml_attribute attribute = node.attribute(kept.name))
+            element.properties.push_back({"Ecore", kept.property, attribute.value()});
+}
+
+// References to a whole are taken for transient, unless something else is said.
+void keepAbsence(AssociationEnd& end, pugi::xml_node reference)
+{
+    if (!reference.attribute("transient"))
+        end.properties.push_back({"Ecore", "isTransient", "false"});
+}
+
 // The end that a reference leads to.
 AssociationEnd endOf(pugi::xml_node reference, const std::string& path)
 {
@@ -41,6 +73,9 @@ AssociationEnd endOf(pugi::xml_node reference, const std::string& path)
     end.id = path;
     end.name = reference.attribute("name").value();
     end.documentation = uml2::generatorDocumentation(reference);
+    keepProperties(reference, end);
+    if (const pugi::xml_attribute changeable = reference.attribute("changeable"))
+        end.properties.push_back({"Ecore", "isChangeable", changeable.value()});
     end.multiplicity = bounds(reference);
     end.isNavigable = true;
     end.isDerived = xml::flag(reference, "derived");
@@ -118,6 +153,7 @@ private:
         element.id = path;
         element.name = node.attribute("name").value();
         element.documentation = uml2::generatorDocumentation(node);
+        keepProperties(node, element);
     }
 
     void readPackage(pugi::xml_node node, const std::string& path, Package& package)
@@ -224,8 +260,12 @@ private:
         const auto opposite = opposites.empty() ? references.end() : references.find(opposites.front().id);
         if (opposite != references.end() && joined.insert(opposite->first).second) {
             near = endOf(opposite->second, opposite->first);
-            if (xml::flag(opposite->second, "containment"))
+            if (xml::flag(opposite->second, "containment")) {
                 far.aggregation = Aggregation::Composite;
+                keepAbsence(far, node);
+            }
+            if (xml::flag(node, "containment"))
+                keepAbsence(near, opposite->second);
         } else if (!opposites.empty() && opposite == references.end()) {
             report.made("opposite", path, far.name, "it is not in the file; the association is navigable one way");
         }
@@ -260,7 +300,11 @@ Design read(const Source& source, Report& report)
 
 Format ecoreFormat()
 {
-    return {"ecore", "Ecore metamodel (.ecore)", {".ecore"}, "an ecore:EPackage with eClassifiers", recognizes, read};
+    return {"ecore",      "Ecore metamodel (.ecore)",
+            {".ecore"},   "an ecore:EPackage with eClassifiers",
+            recognizes,   read,
+            ecore::write, false,
+            false};
 }
 
 } // namespace design

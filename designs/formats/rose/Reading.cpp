@@ -64,12 +64,27 @@ Reference Reading::typeOf(const Object& object, std::string_view key) const
     return {"", name};
 }
 
+namespace {
+
+std::string textOf(const reader::Value& value)
+{
+    if (const std::optional<bool> flag = value.asBool())
+        return *flag ? "true" : "false";
+    return value.asText();
+}
+
+} // namespace
+
 void Reading::describe(const Object& object, Element& element) const
 {
     element.id = idOf(object);
     element.name = reader::shownName(object);
     element.documentation = object.text("documentation");
     element.stereotype = object.text("stereotype");
+    for (const Object* const property : object.objects("attributes"))
+        if (property->is("Attribute"))
+            element.properties.push_back(
+                {property->text("tool"), property->text("name"), textOf(property->get("value"))});
 }
 
 void Reading::leave(const Object& object, std::string_view reason)

@@ -1,0 +1,86 @@
+// Designs that go out in a format and come back by it.
+
+#include "designs/Import.h"
+#include "designs/model/Counts.h"
+#include "Files.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Counts = std::map<std::string, std::int64_t>;
+
+// What `report` says of its elements is in `counts` afterwards.
+void settle(Counts& counts, const design::Report& report, std::size_t leftBefore, std::size_t madeBefore)
+{
+    const auto settleEntries = [&](const std::vector<design::ReportEntry>& entries, std::size_t from, int each) {
+        for (std::size_t i = from; i < entries.size(); ++i)
+            counts[entries[i].kind] += each;
+    };
+    settleEntries(report.leftEntries(), leftBefore, -1);
+    settleEntries(report.madeEntries(), madeBefore, 1);
+}
+
+Counts countsOf(const design::Design& design)
+{
+    Counts counts;
+    for (const design::ElementCount& each : design::countElements(design))
+        counts.emplace(each.kind, each.count);
+    return counts;
+}
+
+std::string writtenIn(const design::Format& format, design::Design& design, design::Report& report)
+{
+    design::settleFor(format, design, true, report);
+    const design::Catalogue catalogue(design.root);
+    return format.write({design, catalogue, "out"}, report).front().text;
+}
+
+class ThereAndBack : public testing::TestWithParam<std::string> {};
+
+// Every format that comes in and goes out, of files of all formats: no element is missing unsaid, and what was written
+// once is written so again.
+TEST_P(ThereAndBack, IsTheSameButForWhatIsTold)
+{
+    const std::string bytes = bytesOf(GetParam());
+    const design::Source source{bytes, pathOf(GetParam())};
+    for (const design::Format& format : design::formats()) {
+        if (!format.read || !format.write)
+            continue;
+        SCOPED_TRACE(format.name);
+        design::Report report;
+        design::Design design = design::readDesign(*design::formatOf(source), source, report);
+        design::settleFor(format, design, true, report);
+        Counts expected = countsOf(design);
+        const std::size_t left = report.leftEntries().size();
+        const std::size_t made = report.madeEntries().size();
+        const std::string first = writtenIn(format, design, report);
+        settle(expected, report, left, made);
+
+        design::Report secondReport;
+        design::Design back = design::readDesign(format, {first, "-"}, secondReport);
+        const Counts counts = countsOf(back);
+        for (const design::ElementCount& each : design::countElements(design)) {
+            const bool isDrawn = each.kind == "box" || each.kind == "line";
+            const std::string kind(each.kind);
+            if (isDrawn && !format.hasDiagrams)
+                continue; // they go with their diagram
+            EXPECT_EQ(counts.contains(kind) ? counts.at(kind) : 0, expected[kind]) << kind;
+        }
+        EXPECT_EQ(writtenIn(format, back, secondReport), first);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, ThereAndBack,
+                         testing::Values("shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi",
+                                         "plain.xmi", "all-kinds.xmi", "shop.ecore", "packages.ecore", "shop.mdl"),
+                         [](const auto& instance) {
+                             std::string name = instance.param;
+                             std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
+                             return name;
+                         });
+
+} // namespace
