@@ -1,7 +1,4 @@
-// Search.
-
-const mostResults = 100;
-const mostSorted = 5000; // of alike results
+// The field of the search and its results.
 
 const search = (() => {
   const input = byId("search");
@@ -9,65 +6,6 @@ const search = (() => {
   const list = byId("results");
   let results = [];
   let chosen = -1;
-
-  const texts = once(() => ({
-    names: elements.map((each) => each[ElementField.name].toLowerCase()),
-    words: elements.map((each, element) => proseOf(element).toLowerCase()),
-  }));
-
-  // What is searched beside the name.
-  const proseOf = (element) => [detailsOf(element).documentation || "",
-    ...(literals().get(element) || []).map(([name]) => name)].filter(Boolean).join("\n");
-
-  // `Package::Class` and `Class.member`: the parts in front of the last one must begin the names around the element.
-  function isWithin(element, owners) {
-    let each = element;
-    return [...owners].reverse().every((owner) => {
-      each = parentOf(each);
-      return each > 0 && texts().names[each].startsWith(owner);
-    });
-  }
-  function rankOfPath(element, parts) {
-    const last = parts[parts.length - 1];
-    const rank = rankOf(element, last, [last]);
-    return rank >= 0 && rank < 4 && isWithin(element, parts.slice(0, -1)) ? rank : -1;
-  }
-
-  // Several words: each is in the name or in that of its owner, and not all in the latter.
-  function isNamed(element, name, words) {
-    if (!words.some((word) => name.includes(word))) return false;
-    const owner = texts().names[parentOf(element)];
-    return words.every((word) => name.includes(word) || owner.includes(word));
-  }
-
-  // 0 for the name itself, then beginnings, beginnings of words, parts, documentation; -1 for nothing of it.
-  function rankOf(element, query, words) {
-    const name = texts().names[element];
-    const at = name.indexOf(query);
-    if (at === 0) return name.length === query.length ? 0 : 1;
-    if (at > 0) return /[\p{L}\p{N}]/u.test(name[at - 1]) ? 3 : 2;
-    if (words.length > 1 && isNamed(element, name, words)) return 3;
-    const documented = texts().words[element];
-    return documented && words.every((word) => documented.includes(word) || name.includes(word)) ? 4 : -1;
-  }
-
-  // By rank, features behind the rest, the shortest names first; alike ones keep the order of the file.
-  function find(query, words) {
-    const buckets = Array.from({ length: 10 }, () => []);
-    let count = 0;
-    const parts = query.split(/::|\./).map((part) => part.trim());
-    const isPath = parts.length > 1 && parts.every(Boolean);
-    for (let element = isUnit ? 0 : 1; query && element < elements.length; ++element) {
-      const plain = rankOf(element, query, words);
-      const rank = plain < 0 && isPath ? rankOfPath(element, parts) : plain;
-      if (rank < 0) continue;
-      ++count;
-      const bucket = buckets[2 * rank + (groupOf(element) >= Group.feature ? 1 : 0)];
-      if (bucket.length < mostSorted) bucket.push(element);
-    }
-    const byLength = (a, b) => texts().names[a].length - texts().names[b].length || a - b;
-    return { count, elements: buckets.flatMap((bucket) => bucket.sort(byLength)).slice(0, mostResults) };
-  }
 
   function marked(text, words) {
     const escaped = words.filter(Boolean).map((word) => word.replace(/[^\p{L}\p{N}\s]/gu, "\\$&"));
@@ -80,7 +18,7 @@ const search = (() => {
   function placeText(element, words) {
     const text = proseOf(element);
     const lower = text.toLowerCase();
-    const name = texts().names[element];
+    const name = lowerName(element);
     const word = words.find((each) => lower.includes(each) && !name.includes(each));
     if (!word) return [ancestorsOf(element).map(nameOf).join(" \u203a ")];
     const start = Math.max(0, lower.indexOf(word) - 40);
@@ -153,7 +91,7 @@ const search = (() => {
     Escape: leave,
   };
   input.addEventListener("input", update);
-  input.addEventListener("focus", () => texts());
+  input.addEventListener("focus", () => searched());
   input.addEventListener("blur", () => setOpen(false));
   input.addEventListener("keydown", (event) => {
     if (!Object.hasOwn(keys, event.key) || event.isComposing) return;
