@@ -1,9 +1,14 @@
-# Makes OUTPUT, the text of PageTemplate.h, of page.html, page.css and SCRIPTS, one behind the other. The script starts
+# Makes OUTPUT, the PageTemplate called NAME, of PAGE, SYMBOLS, STYLES and SCRIPTS, one behind the other. The script starts
 # with the enumerations of HEADERS. The policy of the page allows the style and the script by their hashes and nothing
 # else.
 
-file(READ ${FOLDER}/page.html page)
-file(READ ${FOLDER}/page.css style)
+file(READ ${PAGE} page)
+file(READ ${SYMBOLS} symbols)
+set(style "")
+foreach(file IN LISTS STYLES)
+  file(READ ${file} piece)
+  string(APPEND style "${piece}")
+endforeach()
 
 # JavaScript of the enumerations in a header: const Group = { diagram: 0, package: 1 };
 function(add_enumerations header)
@@ -58,29 +63,22 @@ endfunction()
 
 hash_of("${style}" style_hash)
 hash_of("${script}" script_hash)
-foreach(name style_hash script_hash style script)
+foreach(name symbols style_hash script_hash style script)
   string(REPLACE "@${name}@" "${${name}}" page "${page}")
 endforeach()
 
-set(text "#include \"browse/PageTemplate.h\"\n\nnamespace browse {\n")
-function(add_function name piece)
-  string(APPEND text "\nstd::string_view ${name}()\n{\n    return R\"petal(${piece})petal\";\n}\n")
-  set(text "${text}" PARENT_SCOPE)
-endfunction()
-
-foreach(cut "beforeTitle;@title@" "beforeModel;@model@" "beforePictures;@pictures@")
-  list(GET cut 0 name)
-  list(GET cut 1 mark)
+set(text "#include \"browse/PageTemplate.h\"\n\nnamespace browse {\n\nconst PageTemplate& ${NAME}()\n{\n")
+string(APPEND text "    static constexpr PageTemplate page = {")
+foreach(mark "@title@" "@model@" "@pictures@")
   string(FIND "${page}" ${mark} at)
   if(at EQUAL -1)
-    message(FATAL_ERROR "page.html has no ${mark}")
+    message(FATAL_ERROR "${PAGE} has no ${mark}")
   endif()
   string(SUBSTRING "${page}" 0 ${at} piece)
   string(LENGTH ${mark} length)
   math(EXPR at "${at} + ${length}")
   string(SUBSTRING "${page}" ${at} -1 page)
-  add_function(${name} "${piece}")
+  string(APPEND text "R\"petal(${piece})petal\",\n")
 endforeach()
-add_function(afterPictures "${page}")
-string(APPEND text "\n} // namespace browse\n")
+string(APPEND text "R\"petal(${page})petal\"};\n    return page;\n}\n\n} // namespace browse\n")
 file(WRITE ${OUTPUT} "${text}")

@@ -22,19 +22,6 @@ void passOn(std::string& text, Packer& packer)
     text.clear();
 }
 
-std::string escapedText(std::string_view text)
-{
-    std::string result;
-    for (const char c : text)
-        if (c == '<')
-            result += "&lt;";
-        else if (c == '&')
-            result += "&amp;";
-        else
-            result += c;
-    return result;
-}
-
 class Page {
 public:
     Page(const reader::Document& document, const reader::Index& index, const PageOptions& options, const Sink& sink)
@@ -44,13 +31,14 @@ public:
 
     void write()
     {
-        sink(beforeTitle());
+        const PageTemplate& page = modelPage();
+        sink(page.beforeTitle);
         sink(escapedText(options.title));
-        sink(beforeModel());
+        sink(page.beforeModel);
         writeModel();
-        sink(beforePictures());
+        sink(page.beforePictures);
         writePictures();
-        sink(afterPictures());
+        sink(page.afterPictures);
     }
 
 private:
@@ -212,6 +200,19 @@ private:
 };
 
 } // namespace
+
+std::string escapedText(std::string_view text)
+{
+    std::string result;
+    for (const char c : text)
+        if (c == '<')
+            result += "&lt;";
+        else if (c == '&')
+            result += "&amp;";
+        else
+            result += c;
+    return result;
+}
 
 void writePage(const reader::Document& document, const reader::Index& index, const PageOptions& options,
                const Sink& sink)

@@ -50,7 +50,16 @@ private:
              std::string to = {})
     {
         const Object& object = *(fresh == nobody ? before[old] : after[fresh]).object;
-        changes.push_back({sort, isDiagram(object), old, fresh, {}, std::move(what), std::move(from), std::move(to)});
+        changes.push_back({sort,
+                           isDiagram(object),
+                           old,
+                           fresh,
+                           {},
+                           std::move(what),
+                           std::move(from),
+                           std::move(to),
+                           nullptr,
+                           nullptr});
     }
 
     // Types are named by texts, whose words change with the names of classes.

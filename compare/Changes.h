@@ -25,6 +25,8 @@ struct Change {
     std::string what;             ///< "name", "owner", "order", key of a fact, or "shown", "moved" ... of a view
     std::string before;           ///< value in the old state, if it has one
     std::string after;
+    const reader::Object* oldView = nullptr; ///< the view in the old state, if one is different and was there
+    const reader::Object* freshView = nullptr;
 };
 
 struct Comparison {

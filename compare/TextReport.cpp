@@ -1,3 +1,4 @@
+#include "compare/Details.h"
 #include "compare/Labels.h"
 #include "compare/Report.h"
 #include "reader/Kinds.h"
@@ -14,67 +15,7 @@ using reader::Object;
 namespace {
 
 constexpr std::size_t deepestLevel = 16;
-constexpr std::size_t longestValue = 60;
 constexpr std::size_t pieceSize = std::size_t{1} << 16U;
-
-// Long texts are shown where they begin to differ.
-std::pair<std::string, std::string> excerpts(const std::string& before, const std::string& after)
-{
-    const std::string one = text::onOneLine(before);
-    const std::string other = text::onOneLine(after);
-    constexpr std::size_t inFront = 20;
-    std::size_t start = 0;
-    if (std::max(one.size(), other.size()) > longestValue) {
-        const auto differing = std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first;
-        start = static_cast<std::size_t>(differing - one.begin());
-        start = start > inFront ? start - inFront : 0;
-        while (start > 0 && start < std::max(one.size(), other.size()) &&
-               text::isContinuation((start < one.size() ? one : other)[start]))
-            --start;
-    }
-    const auto cut = [&](const std::string& text) {
-        const std::string_view rest = std::string_view(text).substr(std::min(start, text.size()));
-        return (start > 0 && !rest.empty() ? "..." : "") + text::shortened(rest, longestValue);
-    };
-    return {cut(one), cut(other)};
-}
-
-std::string shown(const std::string& value)
-{
-    if (value.empty())
-        return "none";
-    const bool isPlain = value.find(' ') == std::string::npos;
-    return isPlain || value.starts_with('(') ? value : '"' + value + '"';
-}
-
-// What is different of one element, or of one view.
-std::string detailOf(const Change& change)
-{
-    if (change.what == "name")
-        return "renamed from " + (change.before.empty() ? "no name" : text::onOneLine(change.before));
-    if (change.what == "owner")
-        return "moved from " + (change.before.empty() ? "the model" : text::onOneLine(change.before));
-    if (change.what == "order")
-        return "now " + text::onOneLine(change.after);
-    std::string word(wordFor(change.what));
-    if (change.before.empty() && change.after == "TRUE")
-        return word;
-    if (change.before == "TRUE" && change.after.empty())
-        return "not " + word;
-    const auto [before, after] = excerpts(change.before, change.after);
-    if (change.before.empty())
-        return word + ' ' + shown(after) + " added";
-    if (change.after.empty())
-        return word + ' ' + shown(before) + " removed";
-    return word + ' ' + shown(before) + " -> " + shown(after);
-}
-
-std::string detailOfView(const Change& change)
-{
-    const bool isWordAlone = change.what == "shown" || change.what == "hidden" || change.what == "moved" ||
-                             change.what == "resized" || change.what == "rerouted";
-    return isWordAlone ? change.what : detailOf(change);
-}
 
 class TextWriter {
 public:
@@ -146,7 +87,7 @@ private:
         std::map<std::string, std::size_t> places;
         std::string words = "diagram " + states.after.path(at->fresh);
         for (; at != last; ++at) {
-            const std::string detail = isView(*at) ? detailOfView(*at) : detailOf(*at);
+            const std::string detail = detailOf(*at);
             const auto [place, isNew] = places.emplace(detail, details.size());
             if (isNew)
                 details.emplace_back(detail, std::string());

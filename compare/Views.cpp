@@ -197,7 +197,13 @@ private:
     void add(Sort sort, const Snapshot& state, const Object& view, const char* what, std::string from = {},
              std::string to = {})
     {
-        changes.push_back({sort, true, old, fresh, viewName(state, view), what, std::move(from), std::move(to)});
+        const bool wasThere = &state == &states.before;
+        const auto partner = oldOf.find(&view);
+        changes.push_back({sort, true, old, fresh, viewName(state, view), what, std::move(from), std::move(to),
+                           wasThere                 ? &view
+                           : partner == oldOf.end() ? nullptr
+                                                    : partner->second,
+                           wasThere ? nullptr : &view});
     }
 
     void compare(const Object& one, const Object& other)

@@ -155,8 +155,8 @@ _petal_tree() {
 }
 
 _petal_diff() {
-    local options=(-h --help --model-only --diagrams-only --only --all --json --stat --charset --path --units-within
-        --no-units -q --quiet)
+    local options=(-h --help --model-only --diagrams-only --only --all --json --stat --html --charset --path
+        --units-within --no-units -q --quiet --color)
     local most_files=2
     _petal_command_with_files "$1" 'mdl cat sub prc' "${#options[@]}" "${options[@]}" "${@:2}"
 }

@@ -140,11 +140,13 @@ complete -c petal -n $diff -l only -x -a 'added removed changed moved' -d 'Only 
 complete -c petal -n $diff -l all -d 'Also what tools change by themselves'
 complete -c petal -n $diff -l json -d 'As JSON'
 complete -c petal -n $diff -l stat -d 'Numbers of changes alone'
+complete -c petal -n $diff -l html -r -F -d 'A page for a browser instead, - for standard output'
 complete -c petal -n $diff -l charset -x -d 'Encoding of the files'
 complete -c petal -n $diff -l path -x -d 'Folder behind a symbol in the paths of units'
 complete -c petal -n $diff -l units-within -x -a '(__fish_complete_directories)' -d 'Read units from this folder alone'
 complete -c petal -n $diff -l no-units -d 'Leave controlled units out'
 complete -c petal -n $diff -s q -l quiet -d 'The exit code alone'
+complete -c petal -n $diff -l color -x -a 'auto always never' -d 'Colours of what is printed'
 
 set -l git '__fish_seen_subcommand_from git'
 complete -c petal -n $git -s h -l help -d 'Print help'

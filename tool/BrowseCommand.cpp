@@ -5,11 +5,10 @@
 #include "Findings.h"
 #include "OutputFile.h"
 #include "OutputNames.h"
+#include "PagePictures.h"
 #include "Progress.h"
 
 #include "browse/Page.h"
-#include "render/Draw.h"
-#include "render/Image.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -30,62 +29,19 @@ std::string defaultPageName(const std::string& file)
     return file == "-" ? "-" : stemOf(file) + ".html";
 }
 
-// How large the pictures of a page may become together: one class may stand in many diagrams.
-class PictureRoom {
-public:
-    explicit PictureRoom(const reader::Document& document)
-    {
-        double size = 0;
-        for (const reader::File& file : document.files())
-            size += static_cast<double>(document.text(file).size());
-        bytesLeft = std::max(leastRoom, size * timesInput);
-    }
-
-    [[nodiscard]] double elements() const { return std::min(render::mostInSvg, bytesLeft / bytesInElement); }
-
-    void take(const std::string& picture) { bytesLeft -= static_cast<double>(picture.size()); }
-
-private:
-    static constexpr double leastRoom = 8e6; // bytes
-    static constexpr double timesInput = 60;
-    static constexpr double bytesInElement = 250;
-    double bytesLeft = 0;
-};
-
 // Writes the page and says what is in it.
 std::string writePage(const reader::Document& document, const std::string& title, const std::string& outputName)
 {
     const reader::Index index(document);
     OutputFile output(outputName);
-    std::size_t number = 0; // parts of pictures are called by it, so that no two in the page are called alike
-    PictureRoom room(document);
-    std::size_t leftOut = 0;
-    const auto picture = [&](const reader::Diagram& diagram) {
-        showProgress("picture " + std::to_string(number + 1) + " of " + std::to_string(index.diagrams().size()) + ": " +
-                     diagram.name);
-        if (room.elements() < 1) {
-            ++leftOut;
-            return std::string();
-        }
-        render::DrawOptions options;
-        options.mostElements = room.elements();
-        options.idPrefix.append("p").append(std::to_string(number++)).append("-");
-        try {
-            std::string svg = render::svgOf(document, index, diagram, options);
-            room.take(svg);
-            return svg;
-        } catch (const render::ImageError& error) {
-            throw render::ImageError(outputName + ": " + diagram.name + ": " + error.what());
-        }
-    };
+    PagePictures pictures(outputName, index.diagrams().size(), sizeOf(document));
+    const auto picture = [&](const reader::Diagram& diagram) { return pictures.draw(document, index, diagram); };
     const browse::PageOptions options = {title, picture};
     browse::writePage(document, index, options, [&](std::string_view piece) { output.write(piece); });
     std::string made = counted(document.objectCount(), "object", "objects") + ", " +
                        counted(index.diagrams().size(), "diagram", "diagrams") + ", " + sizeText(output.size());
     output.commit();
-    if (leftOut > 0)
-        report(outputName + ": the page would be too large; left out: the last " + std::to_string(leftOut) + " of " +
-               std::to_string(index.diagrams().size()) + " pictures");
+    pictures.reportLeftOut();
     return made;
 }
 

@@ -21,13 +21,13 @@ namespace {
 const std::map<std::string, ColourUse> colourUses = {
     {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
 
-// Of all commands that say how bad something is.
+// Of all commands that say how bad something is, or what is different.
 void addColourOption(CLI::App& command)
 {
     command
         .add_option_function<std::string>(
             "--color", [](const std::string& use) { useColours(colourUses.at(use)); },
-            "Colours for errors, warnings and notes (default: auto, on a terminal)")
+            "Colours of what is printed (default: auto, on a terminal)")
         ->option_text("auto|always|never")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
 }
@@ -165,9 +165,15 @@ Command addDiffCommand(CLI::App& app)
         ->check(CLI::IsMember({"added", "removed", "changed", "moved"}).description(""));
     command->add_flag("--all", request->withAll, "Also what tools change by themselves: numbers, units, sizes");
     CLI::Option* const asJson = command->add_flag("--json", request->asJson, "As JSON");
-    command->add_flag("--stat", request->asCounts, "Numbers of changes alone")->excludes(asJson);
+    CLI::Option* const asCounts =
+        command->add_flag("--stat", request->asCounts, "Numbers of changes alone")->excludes(asJson);
+    command->add_option("--html", request->pageFile, "Write a page for a browser instead; - is standard output")
+        ->type_name("FILE")
+        ->excludes(asJson)
+        ->excludes(asCounts);
     addReadOptions(*command, request->reading);
     command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors; the exit code tells");
+    addColourOption(*command);
     return {command, [request] { return runDiff(*request); }};
 }
 

@@ -105,6 +105,7 @@ struct DiffRequest {
     bool withAll = false;        ///< also what nobody has meant, as numbers and units
     bool asJson = false;
     bool asCounts = false;
+    std::string pageFile;    ///< a page to write in place of the text, `-` for standard output, or empty
     bool isQuiet = false;    ///< the exit code alone
     bool isForPager = false; ///< what shows standard output takes colours
 };

@@ -1,15 +1,23 @@
 #include "Commands.h"
 
+#include "Amounts.h"
 #include "FileRoles.h"
 #include "Findings.h"
+#include "OutputFile.h"
+#include "PagePictures.h"
+#include "Progress.h"
+#include "Terminal.h"
 
 #include "text/Files.h"
+#include "text/Utf8.h"
 
+#include "browse/changes/ChangesPage.h"
 #include "compare/Pairing.h"
 #include "compare/Report.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <unistd.h>
@@ -34,10 +42,44 @@ bool isWanted(const DiffRequest& request, const compare::Change& change)
            });
 }
 
+std::string nameOf(const std::string& file)
+{
+    return file == "-" ? "standard input" : std::filesystem::path(file).filename().string();
+}
+
+// Files that are called alike are told by their folders.
+std::pair<std::string, std::string> namesOf(const DiffRequest& request)
+{
+    const std::string before = nameOf(request.oldFile);
+    const std::string after = nameOf(request.newFile);
+    return before == after ? std::pair(request.oldFile, request.newFile) : std::pair(before, after);
+}
+
+void writePage(const DiffRequest& request, const compare::Comparison& states,
+               const std::vector<compare::Change>& changes)
+{
+    OutputFile output(request.pageFile);
+    const auto [before, after] = namesOf(request);
+    std::size_t count = 0;
+    for (const compare::Snapshot* const state : {&states.before, &states.after})
+        count += state->index().diagrams().size();
+    PagePictures pictures(request.pageFile, count, sizeOf(states.before.document()) + sizeOf(states.after.document()));
+    const auto picture = [&](const compare::Snapshot& state, const reader::Diagram& diagram) {
+        return pictures.draw(state.document(), state.index(), diagram);
+    };
+    browse::writeChangesPage(states, changes, {text::mended(before), text::mended(after), picture},
+                             [&](std::string_view piece) { output.write(piece); });
+    const std::string made = counted(changes.size(), "change", "changes") + ", " + sizeText(output.size());
+    output.commit();
+    pictures.reportLeftOut();
+    if (!request.isQuiet && request.pageFile != "-")
+        tellMade(request.pageFile, made);
+}
+
 void print(const DiffRequest& request, const compare::Comparison& states, const std::vector<compare::Change>& changes)
 {
     const compare::Sink sink = [](std::string_view piece) { std::cout << piece; };
-    const bool inColours = (request.isForPager || isatty(STDOUT_FILENO) == 1) && std::getenv("NO_COLOR") == nullptr;
+    const bool inColours = hasColours(STDOUT_FILENO) || (request.isForPager && std::getenv("NO_COLOR") == nullptr);
     if (request.isQuiet)
         return;
     if (request.asJson)
@@ -77,7 +119,8 @@ int compareFiles(const DiffRequest& request)
     const auto newDocument = documentOf(request.newFile, request.reading);
     if (!oldDocument || !newDocument)
         return invalidModel;
-    refuseClashes({{"-", role}}, read);
+    const bool writesPage = !request.pageFile.empty();
+    refuseClashes({{writesPage ? request.pageFile : "-", writesPage ? "the page" : role}}, read);
     reportFindings(*oldDocument);
     reportFindings(*newDocument);
     const compare::Depth depth = request.withAll ? compare::Depth::all : compare::Depth::meaning;
@@ -87,7 +130,10 @@ int compareFiles(const DiffRequest& request)
     const compare::Comparison states{before, after, depth};
     std::vector<compare::Change> changes = compare::changesOf(states);
     std::erase_if(changes, [&](const compare::Change& change) { return !isWanted(request, change); });
-    print(request, states, changes);
+    if (writesPage)
+        writePage(request, states, changes);
+    else
+        print(request, states, changes);
     // What could be read of a damaged file was compared, and that says little.
     const int result = isDamaged(*oldDocument) || isDamaged(*newDocument) ? invalidModel
                        : changes.empty()                                  ? done
@@ -99,11 +145,14 @@ int compareFiles(const DiffRequest& request)
 
 int runDiff(const DiffRequest& request)
 {
+    if (request.isQuiet)
+        forbidProgress();
     bool hasCompared = false;
-    const int exitCode = reportFailures(request.oldFile, "standard output", [&] {
-        const int result = compareFiles(request);
-        hasCompared = true;
-        return result;
-    });
+    const int exitCode =
+        reportFailures(request.oldFile, request.pageFile.empty() ? "standard output" : request.pageFile, [&] {
+            const int result = compareFiles(request);
+            hasCompared = true;
+            return result;
+        });
     return hasCompared || exitCode > differ ? exitCode : static_cast<int>(invalidModel);
 }

@@ -65,6 +65,7 @@ inline constexpr const char* diffHelp = R"(Tell what is different in two Rose fi
 Examples:
   petal diff orders.old.mdl orders.mdl
   petal diff orders.old.mdl orders.mdl --model-only --only added
+  petal diff orders.old.mdl orders.mdl --html changes.html
 )";
 
 inline constexpr const char* gitHelp = R"(Let git compare Rose files in the words of the model.

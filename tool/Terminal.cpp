@@ -36,16 +36,6 @@ constexpr std::string_view plainAgain = "\033[0m";
 
 ColourUse colourUse = ColourUse::automatic;
 
-bool hasColours(int descriptor)
-{
-    if (colourUse != ColourUse::automatic)
-        return colourUse == ColourUse::always;
-    const char* const refusal = std::getenv("NO_COLOR");
-    const char* const terminal = std::getenv("TERM");
-    return isatty(descriptor) == 1 && !(refusal && *refusal) && terminal && *terminal &&
-           std::string_view(terminal) != "dumb";
-}
-
 // A character and how many columns of a terminal it takes.
 struct Cell {
     std::string_view bytes;
@@ -65,6 +55,16 @@ std::vector<Cell> cellsOf(std::string_view line)
 }
 
 } // namespace
+
+bool hasColours(int descriptor)
+{
+    if (colourUse != ColourUse::automatic)
+        return colourUse == ColourUse::always;
+    const char* const refusal = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    return isatty(descriptor) == 1 && !(refusal && *refusal) && terminal && *terminal &&
+           std::string_view(terminal) != "dumb";
+}
 
 bool isErrorTerminal()
 {

@@ -14,6 +14,9 @@
 enum class ColourUse { automatic, always, never };
 void useColours(ColourUse use);
 
+/// Whether what is written to standard output or standard error (`descriptor`) has colours.
+[[nodiscard]] bool hasColours(int descriptor);
+
 /// A message as standard output or standard error (`descriptor`) shows it: with a colour for the `error: `, `warning: `
 /// or `note: ` that it begins with, where there are colours.
 [[nodiscard]] std::string inColour(std::string_view message, int descriptor);

@@ -1,26 +1,5 @@
 // The bar and the divider, and the start.
 
-// Some browsers keep nothing for pages that are opened from a disk; a choice then holds until the page is left.
-function kept(work) {
-  try {
-    return work(localStorage);
-  } catch {
-    return null;
-  }
-}
-
-function setTheme(theme) {
-  if (theme) document.documentElement.dataset.theme = theme;
-  const isDark = theme ? theme === "dark" : matchMedia("(prefers-color-scheme: dark)").matches;
-  byId("theme").setAttribute("aria-pressed", String(isDark));
-}
-
-function switchTheme() {
-  const theme = byId("theme").getAttribute("aria-pressed") === "true" ? "light" : "dark";
-  setTheme(theme);
-  kept((storage) => storage.setItem("petal-theme", theme));
-}
-
 function switchTree() {
   const isHidden = byId("columns").classList.toggle("without-tree");
   byId("toggle-tree").setAttribute("aria-pressed", String(!isHidden));
@@ -50,7 +29,10 @@ divider.addEventListener("keydown", (event) => {
 byId("model-title").textContent = model.title;
 byId("home").setAttribute("aria-label", "Overview of " + model.title);
 byId("skip").addEventListener("click", () => main.focus());
-byId("print").addEventListener("click", () => (location.hash.length < 2 ? printModel() : byId("printing").showModal()));
+byId("print").addEventListener("click", () => {
+  if (location.hash.length < 2) printModel();
+  else byId("printing").showModal();
+});
 byId("printing").addEventListener("close", ({ target: dialog }) => {
   if (dialog.returnValue === "page") print();
   else if (dialog.returnValue === "model") printModel();
@@ -58,12 +40,10 @@ byId("printing").addEventListener("close", ({ target: dialog }) => {
 });
 byId("show-keys").addEventListener("click", () => byId("keys").showModal());
 byId("toggle-tree").addEventListener("click", switchTree);
-byId("theme").addEventListener("click", switchTheme);
-matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () =>
-  setTheme(document.documentElement.dataset.theme));
 
 document.addEventListener("keydown", (event) => {
-  if (event.ctrlKey || event.altKey || event.metaKey || event.target.matches("input") || document.querySelector("dialog[open]")) return;
+  if (event.ctrlKey || event.altKey || event.metaKey) return;
+  if (event.target.matches("input") || document.querySelector("dialog[open]")) return;
   if (event.key === "/") search.start();
   else if (event.key === "?") byId("keys").showModal();
   else if (event.key === "Escape") tree.focus();
@@ -77,6 +57,4 @@ addEventListener("hashchange", () => {
 isNarrow.addEventListener("change", closeDrawer);
 closeDrawer();
 
-const keptTheme = kept((storage) => storage.getItem("petal-theme"));
-setTheme(["light", "dark"].includes(keptTheme) ? keptTheme : undefined);
 show();

@@ -9,13 +9,6 @@ const lineLength = 130;
 const betweenBoxes = 24;
 const betweenRows = 56;
 
-function makeShape(tag, properties, ...content) {
-  const node = document.createElementNS("http://www.w3.org/2000/svg", tag);
-  for (const [key, value] of Object.entries(properties)) node.setAttribute(key, value);
-  node.append(...content);
-  return node;
-}
-
 const measuring = once(() => {
   const context = document.createElement("canvas").getContext("2d");
   context.font = "13px system-ui, sans-serif";

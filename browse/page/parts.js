@@ -1,7 +1,5 @@
 // Parts of sheets.
 
-let mostLinks = 200; // in one list, until the others are asked for
-
 const heading = (element) => make("div", { class: "head" }, iconOf(element),
   make("h1", { tabindex: "-1", dir: "auto" }, nameOf(element)), copyButton(element));
 
@@ -21,19 +19,6 @@ function documentation(element) {
   const text = detailsOf(element).documentation;
   return text ? make("div", { class: "documentation", dir: "auto" }, text) : "";
 }
-
-// `holder` with the first of `items`, and a button that brings the others.
-function limited(holder, items, makeItem) {
-  holder.append(...items.slice(0, mostLinks).map(makeItem));
-  if (items.length <= mostLinks) return [holder];
-  const button = make("button", { type: "button", class: "more", onclick: () => {
-    holder.append(...items.slice(mostLinks).map(makeItem));
-    button.remove();
-  } }, "Show all " + items.length);
-  return [holder, button];
-}
-
-const section = (title, ...content) => make("section", { "aria-label": title }, make("h2", {}, title), ...content);
 
 // A column is [TITLE, CLASS, what it says of an item: a list of texts and links]; one that says nothing is left out.
 function table(columns, items) {

@@ -8,20 +8,6 @@ function spokenName(element, node) {
   return [wordOf(element), texts.includes(nameOf(element)) ? "" : nameOf(element), texts].filter(Boolean).join(" ");
 }
 
-// Only shapes, texts and images are taken from a picture.
-function pictureFrom(text) {
-  if (!text) return null;
-  const parsed = new DOMParser().parseFromString(text, "image/svg+xml");
-  const root = parsed.documentElement;
-  if (root.localName !== "svg" || parsed.querySelector("parsererror")) return null;
-  parsed.querySelectorAll("script, foreignObject, style, animate, set").forEach((node) => node.remove());
-  for (const node of [root, ...root.querySelectorAll("*")])
-    for (const { name, value } of [...node.attributes])
-      if (/^on/i.test(name) || (/href$/i.test(name) && !/^(#|data:image\/(png|jpeg|gif);)/.test(value)))
-        node.removeAttribute(name);
-  return document.importNode(root, true);
-}
-
 const positions = new Map(); // of the pictures that were seen, by diagram and by entry of the history
 const [leastScale, greatestScale, edge] = [0.02, 8, 16];
 
@@ -206,9 +192,4 @@ class Picture {
       make("button", { type: "button", title: "Save as PNG",
         onclick: () => this.svg && savePng(this.element, this.width, this.height) }, "PNG"));
   }
-}
-
-function halo({ x, y, width, height }, room) {
-  return makeShape("rect", { class: "halo", x: x - room, y: y - room, width: width + 2 * room,
-    height: height + 2 * room, rx: room });
 }

@@ -528,6 +528,7 @@ class Pages(unittest.TestCase):
               f"{(paint or 0) / 1000:.2f} s, searches in at most {max(seconds) * 1000:.0f} ms, {nodes} nodes",
               file=sys.stderr)
         self.assertLess(opened, 10)
+        self.assertLess(size, 0.4 * (self.folder / "large.mdl").stat().st_size)
         self.assertLess(sorted(seconds)[2], 0.25)
         self.assertLess(nodes, 2000)
 

@@ -2,6 +2,7 @@
 #include "support/Process.h"
 #include "support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <simdjson.h>
 
@@ -80,6 +81,46 @@ TEST_F(DiffCommand, TroubleIsNoDifference)
         EXPECT_EQ(result.output, "") << testing::PrintToString(arguments);
     }
     EXPECT_EQ(run({"-", "old.mdl"}, orders("", "(1, 1)")).exitCode, 0);
+}
+
+TEST_F(DiffCommand, WritesAPage)
+{
+    const struct {
+        Words arguments;
+        int exitCode;
+        const char* errors;
+        const char* page;
+    } rows[] = {
+        {{"old.mdl", "new.mdl", "--html", "page.html"}, 1, "page.html: 2 changes, ", "page.html"},
+        {{"old.mdl", "old.mdl", "--html", "same.html"}, 0, "same.html: 0 changes, ", "same.html"},
+        {{"old.mdl", "new.mdl", "--only", "removed", "--html", "none.html", "-q"}, 0, "", "none.html"},
+        {{"old.mdl", "new.mdl", "--html", "new.mdl"}, 2, "would overwrite new.mdl", "new.mdl"},
+        {{"old.mdl", "gone.mdl", "--html", "not.html"}, 3, "gone.mdl: No such file", nullptr},
+        {{"old.mdl", "new.mdl", "--html", "nowhere/not.html"}, 3, "nowhere/not.html: No such file", nullptr},
+        {{"old.mdl", "new.mdl", "--html", "not.html", "--json"}, 2, "excludes", nullptr},
+    };
+    const std::string before = folder.read("new.mdl");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const ProcessResult result = run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.errors, HasSubstr(row.errors));
+        EXPECT_EQ(result.errors.empty(), row.errors[0] == '\0') << result.errors;
+        EXPECT_TRUE(!row.page || std::filesystem::exists(folder.path() / row.page));
+        EXPECT_FALSE(std::filesystem::exists(folder.path() / "not.html"));
+    }
+    EXPECT_EQ(folder.read("new.mdl"), before);
+    EXPECT_THAT(run({"old.mdl", "new.mdl", "--html", "-"}).output, testing::EndsWith("</html>\n"));
+}
+
+TEST_F(DiffCommand, HasColoursWhereTheyAreWanted)
+{
+    const std::pair<const char*, bool> rows[] = {{"auto", false}, {"always", true}, {"never", false}};
+    for (const auto& [use, hasColours] : rows) {
+        const std::string output = run({"old.mdl", "new.mdl", "--color", use}).output;
+        EXPECT_EQ(output.find("\x1B[32m+ attribute total") != std::string::npos, hasColours) << use;
+    }
 }
 
 TEST_F(DiffCommand, Json)

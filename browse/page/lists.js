@@ -1,0 +1,16 @@
+// Long lists, and what stands below a title.
+
+let mostLinks = 200; // in one list, until the others are asked for
+
+// `holder` with the first of `items`, and a button that brings the others.
+function limited(holder, items, makeItem) {
+  holder.append(...items.slice(0, mostLinks).map(makeItem));
+  if (items.length <= mostLinks) return [holder];
+  const button = make("button", { type: "button", class: "more", onclick: () => {
+    holder.append(...items.slice(mostLinks).map(makeItem));
+    button.remove();
+  } }, "Show all " + items.length);
+  return [holder, button];
+}
+
+const section = (title, ...content) => make("section", { "aria-label": title }, make("h2", {}, title), ...content);
