@@ -23,8 +23,9 @@ function shownParts() {
 
 function listSection(sheets, pairs) {
   const items = [
-    ...sheets.filter(({ sheet }) => sheet[SheetField.lines].length > 0).map(({ sheet, index }) => () => listItem("sheet-" + index, sheet[SheetField.title], sheetIcon(sheet),
-      sheet[SheetField.sort], sheet[SheetField.lines])),
+    ...sheets.filter(({ sheet }) => sheet[SheetField.lines].length > 0).map(({ sheet, index }) => () =>
+      listItem("sheet-" + index, sheet[SheetField.title], sheetIcon(sheet), sheet[SheetField.sort],
+        sheet[SheetField.lines])),
     ...pairs.map(({ pair, index }) => () => listItem("diagram-" + index, "diagram " + pair[PairField.title],
       icon(pair[PairField.icon], "of-diagram"), pair[PairField.sort], pair[PairField.lines])),
   ];

@@ -60,10 +60,11 @@ const sheetIcon = (sheet) => icon(sheet[SheetField.icon], "of-" + Object.keys(Gr
 function sheetSection(sheet, index) {
   const title = sheet[SheetField.title];
   const sort = sheet[SheetField.sort];
-  const head = [["", "sign-column"], ["", "label-column"], [data.old, ""], [data.new, ""]]
-    .map(([text, type]) => make(text ? "th" : "td", { class: type, scope: text ? "col" : undefined, dir: "auto" }, text));
+  const head = [make("td", { class: "sign-column" }), make("td", { class: "label-column" }),
+    ...[data.old, data.new].map((name) => make("th", { scope: "col", dir: "auto" }, name))];
   return make("section", { class: "changed " + classOf(sort), id: "sheet-" + index, "aria-label": title },
-    make("h2", {}, sort === RowSort.changed ? "" : markOf(sort), sheetIcon(sheet), make("span", { dir: "auto" }, title)),
+    make("h2", {}, sort === RowSort.changed ? "" : markOf(sort), sheetIcon(sheet),
+      make("span", { dir: "auto" }, title)),
     sheet[SheetField.owner] ? make("p", { class: "note", dir: "auto" }, "in " + sheet[SheetField.owner]) : "",
     make("table", { class: "sides" }, make("thead", {}, make("tr", {}, ...head)),
       make("tbody", {}, ...sideRows(sheet[SheetField.rows]))));

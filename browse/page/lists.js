@@ -4,10 +4,11 @@ let mostLinks = 200; // in one list, until the others are asked for
 
 // `holder` with the first of `items`, and a button that brings the others.
 function limited(holder, items, makeItem) {
-  holder.append(...items.slice(0, mostLinks).map(makeItem));
+  const add = (each) => holder.append(makeItem(each));
+  items.slice(0, mostLinks).forEach(add);
   if (items.length <= mostLinks) return [holder];
   const button = make("button", { type: "button", class: "more", onclick: () => {
-    holder.append(...items.slice(mostLinks).map(makeItem));
+    items.slice(mostLinks).forEach(add);
     button.remove();
   } }, "Show all " + items.length);
   return [holder, button];

@@ -76,8 +76,11 @@ function signatureParts(element) {
   return [linkTo(element), "(", ...parts, ")", ...(type ? [" : ", typeText(element)] : [])];
 }
 
-const operationsSection = (operations) =>
-  section("Operations", ...table([signColumn, ["Signature", "signature", signatureParts], documentationColumn], operations));
+const operationsSection = (operations) => section("Operations", ...table([
+  signColumn,
+  ["Signature", "signature", signatureParts],
+  documentationColumn,
+], operations));
 
 const literalsSection = (list) => section("Literals", ...table([
   ["Name", "", ([name]) => [name]],

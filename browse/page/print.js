@@ -29,12 +29,12 @@ function withAllRows(work) {
 const anchorOf = (element) => "printed-" + element;
 
 // Links lead to places of the document, where it has the element.
+const isPrinted = once(() => new Set(printed()));
 function directed(article) {
-  const inside = new Set(printed());
   const byAddress = (href) => elementById().get(decoded(href.slice(href.lastIndexOf("~") + 1).split("@")[0]));
   for (const link of article.querySelectorAll("a[href^='#']")) {
     const element = byAddress(link.getAttribute("href"));
-    if (inside.has(element)) link.setAttribute("href", "#" + anchorOf(element));
+    if (isPrinted().has(element)) link.setAttribute("href", "#" + anchorOf(element));
     else link.removeAttribute("href");
   }
   return article;
@@ -42,13 +42,14 @@ function directed(article) {
 
 function printedContents() {
   const levels = printed().map((element) => ancestorsOf(element).length);
-  const items = printed().map((element, i) => {
+  const list = make("ul", { class: "links contents" });
+  printed().forEach((element, i) => {
     const link = make("a", { href: "#" + anchorOf(element), dir: "auto" }, nameOf(element));
     const item = make("li", {}, iconOf(element), link);
     item.style.paddingLeft = 16 * levels[i] + "px";
-    return item;
+    list.append(item);
   });
-  return section("Contents", make("ul", { class: "links contents" }, ...items));
+  return section("Contents", list);
 }
 
 function printedDiagram(element, text) {
@@ -62,15 +63,16 @@ function printedDiagram(element, text) {
 // `pictures` are the texts of those that are unpacked, by diagram.
 function printedModel(pictures) {
   return withAllRows(() => {
-    const parts = printed().map((element) => {
+    const first = overview(true);
+    first.querySelector(".head").after(printedContents());
+    const holder = make("div", { id: "printed" }, directed(first));
+    for (const element of printed()) {
       const isPicture = diagramOf().has(element) && pictures.has(element) && !isEmpty(element);
       const article = isPicture ? printedDiagram(element, pictures.get(element)) : sheetOf(element, true);
       article.id = anchorOf(element);
-      return directed(article);
-    });
-    const first = overview(true);
-    first.querySelector(".head").after(printedContents());
-    return make("div", { id: "printed" }, directed(first), ...parts);
+      holder.append(directed(article));
+    }
+    return holder;
   });
 }
 

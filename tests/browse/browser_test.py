@@ -3,147 +3,15 @@
 The environment variable PETAL_SCREENSHOTS names a folder for pictures of the pages, to be looked at.
 """
 
-import base64
 import json
-import os
-import pathlib
 import subprocess
-import sys
-import tempfile
 import time
-import unittest
 
-from webdriver import Browser, missing_programs
-
-PETAL = None
-AXE = pathlib.Path(__file__).parent / "node_modules/axe-core/axe.min.js"
-HOSTILE = "</script><img src=x onerror=document.title='taken'>"
-WORDS = "An order is <b>placed</b> by a customer.\nIt has items."
+from pages import HOSTILE, WORDS, Pages, main
 
 
-def attribute(name, kind, **more):
-    return {"name": name, "type": kind, "visibility": 2, **more}
-
-
-def small_model():
-    """Two packages; a class diagram with three classes, an inheritance and an association."""
-    def shown(x, y):
-        return [{"diagram": "d", "x": x, "y": y, "width": 500, "height": 420}]
-
-    order = {"kind": "class", "id": "order", "name": "Order", "description": WORDS,
-             "attributes": [attribute("price", "money", description="What it costs."),
-                            attribute("seal", "bytes"), attribute("progress", "progress")],
-             "operations": [{"name": "pay", "returnType": "money", "arguments": [{"name": "amount", "type": "money"}]}],
-             "projections": shown(500, 500)}
-    item = {"kind": "class", "id": "item", "name": "Item", "attributes": [], "projections": shown(1500, 500)}
-    rush = {"kind": "class", "id": "rush", "name": "Rush order", "attributes": [], "projections": shown(500, 1300)}
-    hostile = {"kind": "class", "id": "hostile", "name": HOSTILE, "description": HOSTILE, "attributes": [],
-               "projections": shown(1500, 1300)}
-    inheritance = {"kind": "generalization", "id": "g", "supertypes": ["order"], "subtypes": ["rush"],
-                   "projections": [{"diagram": "d"}]}
-    association = {"kind": "association", "id": "a", "name": "contains", "projections": [{"diagram": "d"}],
-                   "roles": [{"name": "order", "participant": "order", "multiplicity": {"lower": 1, "upper": 1}},
-                             {"name": "items", "participant": "item", "multiplicity": {"lower": 0, "upper": -1}}]}
-    elements = [order, item, rush, hostile, inheritance, association]
-    orders = {"name": "Orders", "modelElements": elements,
-              "diagrams": [{"id": "d", "name": "Orders at a glance", "elements": [each["id"] for each in elements]}]}
-    other = {"name": "Other", "modelElements": [{"kind": "class", "id": "x", "name": "Customer", "attributes": []}]}
-    return {"format": "kiv-model", "version": 1, "name": "Shop", "childPackages": [orders, other],
-            "types": [{"id": "money", "name": "Money", "dataType": "NUMERIC", "length": 10},
-                      {"id": "bytes", "name": "Bytes", "dataType": "VARBINARY", "length": 9},
-                      {"id": "progress", "name": "Progress", "kind": "derivedType", "dataType": "CHAR",
-                       "typeValues": [{"name": "begun", "value": "'B'"}, {"name": "paused", "value": "','"}]}]}
-
-
-def large_model(class_count):
-    """Packages of 50 classes, each class with 8 attributes and 5 operations, and a diagram for every package."""
-    packages = []
-    for first in range(0, class_count, 50):
-        diagram = f"d{first}"
-        elements = [{
-            "kind": "class", "id": f"c{number}", "name": f"Class{number}",
-            "description": f"What class {number} is for.",
-            "attributes": [attribute(f"attribute{k}", "text") for k in range(8)],
-            "operations": [{"name": f"operation{k}", "returnType": "text"} for k in range(5)],
-            "projections": [{"diagram": diagram, "x": 300 + 700 * (number % 7), "y": 400 + 900 * (number % 50 // 7),
-                             "width": 500, "height": 700}],
-        } for number in range(first, first + 50)]
-        packages.append({"name": f"Package{first // 50}", "modelElements": elements,
-                         "diagrams": [{"id": diagram, "name": "Main", "elements": [each["id"] for each in elements]}]})
-    return {"format": "kiv-model", "version": 1, "name": "Large", "childPackages": packages,
-            "types": [{"id": "text", "name": "Text", "dataType": "VARCHAR", "length": 10}]}
-
-
-def page_of(folder, name, model):
-    source = folder / f"{name}.model.json"
-    source.write_text(json.dumps(model))
-    for command in (["export", source, "-q"], ["browse", folder / f"{name}.mdl"]):
-        subprocess.run([PETAL, *command], cwd=folder, check=True)
-    return folder / f"{name}.html"
-
-
-class Pages(unittest.TestCase):
-    """The pages are made once; each test starts at the overview and may leave nothing on the console."""
-
-    @classmethod
-    def setUpClass(cls):
-        cls.folder_holder = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
-        cls.addClassCleanup(cls.folder_holder.cleanup)
-        cls.folder = pathlib.Path(cls.folder_holder.name)
-        cls.page = page_of(cls.folder, "shop", small_model())
-        cls.browser = Browser(cls.folder / "profile")
-        cls.addClassCleanup(cls.browser.close)
-
-    def setUp(self):
-        self.browser.open("about:blank")
-        self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
-        self.open(self.page.as_uri())
-        self.browser.console()
-
-    def open(self, address):
-        """Opens a page anew; it unpacks its model before it shows anything."""
-        self.browser.open("about:blank")
-        self.browser.open(address)
-        self.browser.wait_for("document.querySelector('main h1, main .message')")
-
-    def tearDown(self):
-        self.assertEqual(self.browser.console(), [])
-
-    def text(self, selector):
-        return self.browser.script("return document.querySelector(arguments[0])?.textContent ?? null", selector)
-
-    def wait_for_title(self, title):
-        self.browser.wait_for("document.querySelector('main h1')?.textContent === " + json.dumps(title))
-
-    def search(self, words):
-        self.browser.press("/")
-        self.browser.script("document.getElementById('search').value = ''")
-        self.browser.press(words)
-
-    def found_names(self):
-        return self.browser.script(
-            "return [...document.querySelectorAll('.result-name')].map((name) => name.textContent)")
-
-    def go_to(self, name):
-        self.search(name)
-        self.browser.press("Enter")
-        self.wait_for_title(name)
-
-    def go_to_diagram(self):
-        self.go_to("Orders at a glance")
-        self.browser.wait_for("document.querySelector('.paper')")
-
-    def active_row(self):
-        return self.browser.script(
-            "const tree = document.getElementById('tree');"
-            "return document.getElementById(tree.getAttribute('aria-activedescendant'))?.getAttribute('aria-label')")
-
-    def transform(self):
-        return self.browser.script("return document.querySelector('.paper').style.transform")
-
-    def keep(self, name):
-        if folder := os.environ.get("PETAL_SCREENSHOTS"):
-            self.browser.screenshot(pathlib.Path(folder) / f"{name}.png")
+class Reading(Pages):
+    """What is in the pages, and how it is found."""
 
     def test_opens_from_disk(self):
         rows = self.browser.script("return [...document.querySelectorAll('[role=treeitem]')].map((row) =>"
@@ -175,31 +43,11 @@ class Pages(unittest.TestCase):
     def test_tells_the_faults_of_a_file(self):
         broken = self.folder / "broken.mdl"
         broken.write_text('(object Petal version 42)\n(object Design "Logical View"\n  is_unit = TRUE\n')
-        result = subprocess.run([PETAL, "browse", broken.name], cwd=self.folder, stderr=subprocess.PIPE, text=True)
+        result = subprocess.run([self.petal, "browse", broken.name], cwd=self.folder, stderr=subprocess.PIPE, text=True)
         self.assertEqual(result.returncode, 1, result.stderr)
         self.open((self.folder / "broken.html").as_uri())
         self.assertIn("Faults of the file", self.text("main"))
         self.assertIn("broken.mdl:4:1", self.text("main"))
-
-    def test_has_the_tree_as_a_drawer_when_narrow(self):
-        def width():
-            return self.browser.script("return document.getElementById('navigation').getBoundingClientRect().width")
-        self.browser.devtools("Emulation.setDeviceMetricsOverride", width=400, height=800, deviceScaleFactor=1,
-                              mobile=False)
-        try:
-            self.open(self.page.as_uri())
-            self.assertEqual(width(), 0)
-            self.browser.click("#toggle-tree")
-            self.assertGreater(width(), 200)
-            self.browser.click("#row-1")
-            self.browser.wait_for("location.hash !== ''")
-            self.assertEqual(width(), 0)
-            self.go_to("Order")
-            wide = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
-            self.assertEqual(self.browser.script(wide), 0)
-            self.keep("narrow")
-        finally:
-            self.browser.devtools("Emulation.clearDeviceMetricsOverride")
 
     def test_searches_as_you_type(self):
         for words, first, count in (("ord", "Order", None), ("ITEM", "Item", None), ("rush ord", "Rush order", None),
@@ -380,163 +228,6 @@ class Pages(unittest.TestCase):
         self.assertEqual(self.browser.script("return document.querySelectorAll('img').length"), 0)
         self.assertNotIn("taken", self.browser.script("return document.title"))
 
-    def test_names_its_controls(self):
-        for name in (None, "Order", "Orders at a glance"):
-            if name:
-                self.go_to(name)
-            controls = self.browser.find_all("button, a, input, [tabindex='0'], [role=treeitem]")
-            self.assertGreater(len(controls), 8)
-            for control in controls:
-                if self.browser.command("GET", f"/element/{control}/displayed"):
-                    self.assertNotEqual(self.browser.label(control).strip(), "",
-                                        self.browser.command("GET", f"/element/{control}/property/outerHTML"))
-            landmarks = self.browser.find_all("header, nav, main, [role=search]")
-            roles = [self.browser.role(landmark) for landmark in landmarks]
-            for role in ("banner", "navigation", "main", "search"):
-                self.assertIn(role, roles)
-
-    def test_is_readable_in_both_themes(self):
-        contrast = """
-            const values = (color) => color.match(/[\\d.]+/g).slice(0, 3).map(Number);
-            const light = (color) => values(color).map((each) => each / 255)
-                .map((each) => each <= 0.04045 ? each / 12.92 : ((each + 0.055) / 1.055) ** 2.4)
-                .reduce((sum, each, i) => sum + each * [0.2126, 0.7152, 0.0722][i], 0);
-            const back = (node) => {
-                const color = getComputedStyle(node).backgroundColor;
-                return color === "rgba(0, 0, 0, 0)" ? back(node.parentElement) : color;
-            };
-            return arguments[0].map((selector) => {
-                const node = document.querySelector(selector);
-                const [a, b] = [light(getComputedStyle(node).color), light(back(node))].sort((a, b) => b - a);
-                return [selector, (a + 0.05) / (b + 0.05)];
-            });"""
-        selectors = ["main h1", "main .sort", "main a", ".documentation", "td.sign", ".note", ".row-name",
-                     "#search", ".home", "thead th", ".row .icon.of-package", ".row .icon.of-classifier"]
-        self.go_to("Order")
-        for theme in ("light", "dark"):
-            self.browser.devtools("Emulation.setEmulatedMedia", media="",
-                                  features=[{"name": "prefers-color-scheme", "value": theme}])
-            self.keep("sheet-" + theme)
-            for selector, ratio in self.browser.script(contrast, selectors):
-                self.assertGreater(ratio, 4.5, f"{selector} {theme}")
-
-    def test_changes_the_theme(self):
-        def is_dark(selector):
-            return self.browser.script("const [r, g, b] = getComputedStyle(document.querySelector(arguments[0]))"
-                                       ".backgroundColor.match(/\\d+/g).map(Number); return r + g + b < 200", selector)
-        self.go_to_diagram()
-        for theme, other in (("light", "dark"), ("dark", "light")):
-            self.browser.devtools("Emulation.setEmulatedMedia", media="",
-                                  features=[{"name": "prefers-color-scheme", "value": theme}])
-            self.browser.script("document.documentElement.removeAttribute('data-theme')")
-            self.assertEqual(is_dark("body"), theme == "dark")
-            self.browser.wait_for(f"document.getElementById('theme').ariaPressed === '{str(theme == 'dark').lower()}'")
-            self.browser.click("#theme")
-            self.assertEqual(is_dark("body"), other == "dark")
-            self.assertFalse(is_dark(".paper"), "a picture stays on paper")
-            self.keep("diagram-" + other)
-            self.browser.script("localStorage.clear()")
-
-    def test_prints_sheet_and_picture(self):
-        for name, selector in (("Order", ".sheet"), ("Orders at a glance", ".paper svg")):
-            self.go_to(name)
-            self.browser.wait_for("document.querySelector('.sheet, .paper')")
-            self.browser.devtools("Emulation.setEmulatedMedia", media="print", features=[])
-            shown = "const node = document.querySelector(arguments[0]); return node.getBoundingClientRect().width"
-            self.assertEqual(self.browser.script(shown, "#navigation"), 0)
-            self.assertGreater(self.browser.script(shown, selector), 200)
-            if self.browser.find_all(".paper"):
-                style = "return getComputedStyle(document.querySelector('.paper')).transform"
-                self.assertEqual(self.browser.script(style), "none")
-            self.keep("print-" + name.split()[-1])
-            self.browser.devtools("Emulation.setEmulatedMedia", media="", features=[])
-
-    def test_prints_the_whole_model_as_one_document(self):
-        parts = "return [...document.querySelectorAll('#printed h1')].map((each) => each.textContent)"
-        self.browser.script("window.print = () => { window.printed = {"
-                            " titles: [...document.querySelectorAll('#printed h1')].map((each) => each.textContent),"
-                            " pictures: document.querySelectorAll('#printed .printed-picture').length,"
-                            " broken: [...document.querySelectorAll('#printed a[href]')].filter((each) =>"
-                            " !document.getElementById(each.getAttribute('href').slice(1))).length };"
-                            " dispatchEvent(new Event('afterprint')); }")
-        titles = ["shop.mdl", "Use Case View", "Logical View", "Orders", "Orders at a glance", "Item", "Order",
-                  "Rush order", "Other", "Customer", "Component View", "Deployment View"]
-        for way in ("from the first page", "from a sheet"):
-            with self.subTest(way):
-                if way == "from a sheet":
-                    self.go_to("Order")
-                self.browser.click("#print")
-                if way == "from a sheet":
-                    self.browser.click("#printing button[value=model]")
-                self.browser.wait_for("window.printed")
-                found = self.browser.script("const found = window.printed; delete window.printed; return found")
-                self.assertEqual([title for title in titles if title not in found["titles"]], [])
-                self.assertEqual((found["pictures"], found["broken"]), (1, 0))
-                self.assertEqual(self.browser.script(parts), [])
-
-    def test_is_printed_whole_by_the_browser(self):
-        self.browser.wait_for("document.querySelector('.card img')?.naturalWidth > 100")
-        pages = base64.b64decode(self.browser.devtools("Page.printToPDF")["data"])
-        self.assertGreater(pages.count(b"/Type /Page\n"), 3)
-        self.go_to("Order")
-        pages = base64.b64decode(self.browser.devtools("Page.printToPDF")["data"])
-        self.assertLess(pages.count(b"/Type /Page\n"), 3)
-
-    @unittest.skipUnless(AXE.exists(), "axe-core is not there: npm ci --prefix tests/browse")
-    def test_has_no_serious_barriers(self):
-        check = """axe.run().then(({ violations }) => done(violations
-            .filter(({ impact }) => ["serious", "critical"].includes(impact))
-            .map(({ id, nodes }) => [id, nodes.map((node) => node.html)])));"""
-        self.addCleanup(self.browser.devtools, "Emulation.clearDeviceMetricsOverride")
-        for width in (400, 1400):
-            self.browser.devtools("Emulation.setDeviceMetricsOverride", width=width, height=900, deviceScaleFactor=1,
-                                  mobile=False)
-            for theme in ("light", "dark"):
-                self.browser.devtools("Emulation.setEmulatedMedia", media="",
-                                      features=[{"name": "prefers-color-scheme", "value": theme}])
-                for name in ("", "Order", "Orders at a glance", "Progress"):
-                    with self.subTest(name, width=width, theme=theme):
-                        self.open(self.page.as_uri() + "#" + name.replace(" ", "%20"))
-                        if name == "Orders at a glance":
-                            self.browser.wait_for("document.querySelector('.leads')")
-                        self.browser.script(AXE.read_text(encoding="utf-8"))
-                        self.assertEqual(self.browser.after_script(check), [])
-                self.search("order")
-                self.assertEqual(self.browser.after_script(check), [])
-
-    def test_is_fast_with_many_elements(self):
-        page = page_of(self.folder, "large", large_model(1450))
-        self.browser.open("about:blank")
-        start = time.monotonic()
-        self.browser.open(page.as_uri())
-        self.browser.wait_for("document.querySelector('main h1')")
-        opened = time.monotonic() - start
-        paint = self.browser.script("return performance.getEntriesByName('first-contentful-paint')[0]?.startTime")
-        size = page.stat().st_size
-        self.browser.press("/")
-        seconds = []
-        for words in ("c", "class14", "attribute7", "what class 777", "nothing of it"):
-            seconds.append(self.browser.after_script("""
-                const input = document.getElementById("search");
-                input.value = arguments[0];
-                const start = performance.now();
-                input.dispatchEvent(new Event("input"));
-                requestAnimationFrame(() => setTimeout(() => done((performance.now() - start) / 1000)));""", words))
-        self.go_to("Class777")
-        nodes = self.browser.script("return document.querySelectorAll('*').length")
-        print(f"20,300 elements: {size / 1e6:.1f} MB, opened in {opened:.2f} s, first paint after "
-              f"{(paint or 0) / 1000:.2f} s, searches in at most {max(seconds) * 1000:.0f} ms, {nodes} nodes",
-              file=sys.stderr)
-        self.assertLess(opened, 10)
-        self.assertLess(size, 0.4 * (self.folder / "large.mdl").stat().st_size)
-        self.assertLess(sorted(seconds)[2], 0.25)
-        self.assertLess(nodes, 2000)
-
 
 if __name__ == "__main__":
-    if missing := missing_programs():
-        print("skipped: these programs of Debian's packages chromium and chromium-driver are not installed: "
-              + ", ".join(missing))
-        sys.exit(77)
-    PETAL = str(pathlib.Path(sys.argv.pop(1)).resolve())
-    unittest.main(verbosity=2)
+    main()
