@@ -62,20 +62,26 @@ function sheetOf(element, isPrinted = false) {
 }
 
 const figureOrder = ["package", "class", "enumeration", "use case", "association", "diagram"];
-const firstOf = (word) => elements.findIndex((each, element) => element > 0 && wordOf(element) === word);
+const countedTogether = {
+  [Group.diagram]: "diagram",
+  [Group.behavior]: "behaviour item",
+  [Group.relation]: "relation",
+};
+const countedAs = (element) => countedTogether[groupOf(element)] || wordOf(element);
 
-// Where a figure leads: to the section of this page, or to the first element of that kind.
+// Where a figure leads: to the first element that it counts, and of the diagrams to one that shows something.
 function figureLink(word, content) {
-  const target = word === "diagram" && diagramOf().size > 0 ? [...diagramOf().keys()][0] : firstOf(word);
+  const isIt = (element) => element > 0 && countedAs(element) === word;
+  const drawn = word === "diagram" ? [...diagramOf().keys()].find((each) => !isEmpty(each)) : undefined;
+  const target = drawn ?? elements.findIndex((each, element) => isIt(element));
   return target > 0 ? make("a", { href: addressOf(target) }, ...content) : make("div", {}, ...content);
 }
 
 // Numbers of elements, in the order in which a model is read; some groups are counted as one.
 function figures() {
   const counts = new Map();
-  const words = { [Group.diagram]: "diagram", [Group.behavior]: "behaviour item", [Group.relation]: "relation" };
   for (let element = isUnit ? 0 : 1; element < elements.length; ++element) {
-    const word = words[groupOf(element)] || wordOf(element);
+    const word = countedAs(element);
     if (word !== "view") counts.set(word, (counts.get(word) || 0) + 1);
   }
   const named = (word, count) => (count === 1 ? word : plural(word).toLowerCase());

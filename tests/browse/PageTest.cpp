@@ -176,6 +176,7 @@ constexpr SheetRow sheetRows[] = {
      R"([["Java",[["Final","FALSE"]]],["cg",[["Kind","KindSet, 17"]]]])"},
     {"words of the file", "persistence \"Transient\"\nmulti FALSE\nopExportControl \"Private\"\n",
      R"([["Persistence","Transient"],["Multi","FALSE"],["Visibility","Private"]])"},
+    {"not what goes without saying of a unit", "is_unit FALSE\nis_loaded TRUE\n", R"("Order","0000000000C1",{}])"},
     {"a key that is new", "someNew_key \"value\"\n", R"([["Some new key","value"]])"},
     {"a kind that is new", R"(novelties (list (object Novelty "New" quid "0000000000F5")))",
      R"("New","0000000000F5",{})"},

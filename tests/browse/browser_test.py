@@ -111,6 +111,14 @@ class Reading(Pages):
                                       " return (top + bottom) / 2; })", section + "a, " + section + ".self")
         self.assertLess(*middles, "the supertype stands above")
 
+    def test_has_figures_that_lead_somewhere(self):
+        figures = self.browser.script("return [...document.querySelectorAll('.figures a')].map((each) =>"
+                                      " each.textContent)")
+        self.assertEqual(figures[:4], ["4packages", "5classes", "1enumeration", "4diagrams"])
+        self.assertIn("2relations", figures)
+        self.browser.script("[...document.querySelectorAll('.figures a')][3].click()")
+        self.wait_for_title("Orders at a glance")
+
     def test_shows_the_diagrams_small(self):
         self.browser.wait_for("document.querySelector('.card img')?.complete &&"
                               " document.querySelector('.card img').naturalWidth > 100")
