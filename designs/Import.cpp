@@ -167,10 +167,11 @@ void settleAllDiagrams(Design& design, Reach reach, bool hasLayout, Report& repo
 
 } // namespace
 
-Converted importDesign(const Format& format, const Source& source, bool hasLayout, Report& report)
+Converted importDesign(const Format& format, const Source& source, std::optional<bool> layout, Report& report)
 {
     Design design = format.read(source, report);
     design.document.reset();
+    const bool hasLayout = layout.value_or(!design.isOrdered);
     leaveUseCases(design, report);
     if (!hasClassifiers(design.root))
         throwNothingFound(format, report);
@@ -209,8 +210,11 @@ void settleFor(const Format& target, Design& design, bool hasLayout, Report& rep
     const Catalogue catalogue(design.root);
     LayoutBudget budget;
     forEachPackage(design.root, [&](Package& package) {
-        for (Diagram& diagram : package.diagrams)
+        for (Diagram& diagram : package.diagrams) {
+            if (diagram.keepsPlaces)
+                sizeAboutCentres(diagram, catalogue);
             layOutOrTell(diagram, catalogue, budget, report);
+        }
     });
 }
 

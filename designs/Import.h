@@ -4,12 +4,16 @@
 #include "designs/formats/Formats.h"
 #include "designs/model/Report.h"
 
+#include <optional>
+
 namespace design {
 
-/// Reads a design and makes it a host's model. Diagrams that the file gives no places for are laid out, and a design
-/// without any diagram gets overviews, unless `hasLayout` is false. Throws UnreadableDesign, also when the file holds
+/// Reads a design and makes it a host's model. With `layout`, diagrams that the file gives no places for are laid out,
+/// and a design without any diagram gets overviews; left open, that is done with all but Rose files, in which there is
+/// what the host wants. Throws UnreadableDesign, also when the file holds
 /// nothing of what a model is made of.
-[[nodiscard]] Converted importDesign(const Format& format, const Source& source, bool hasLayout, Report& report);
+[[nodiscard]] Converted importDesign(const Format& format, const Source& source, std::optional<bool> layout,
+                                     Report& report);
 
 /// Reads a design to write it in another format. Throws UnreadableDesign, also when nothing was found that any format
 /// could take.

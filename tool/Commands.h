@@ -21,9 +21,10 @@ struct OptionValue {
 
 /// How a design of another tool is taken.
 struct DesignRequest {
-    std::string format;            ///< name of a format, or empty to tell it by the content
-    std::string reportFile;        ///< path, `-` for standard output, or empty
-    std::optional<bool> hasLayout; ///< lay out what has no places; left open: in designs, not in model files
+    std::string format;     ///< name of a format, or empty to tell it by the content
+    std::string reportFile; ///< path, `-` for standard output, or empty
+    std::optional<bool>
+        hasLayout; ///< lay out what has no places; left open: in designs, not in model files and Rose files
 };
 
 struct ExportRequest {

@@ -164,13 +164,13 @@ const design::Format* formatOfExport(std::string_view text, const std::string& p
     return format;
 }
 
-ImportedDesign importDesign(const design::Format& format, const design::Source& source, bool hasLayout)
+ImportedDesign importDesign(const design::Format& format, const design::Source& source, std::optional<bool> layout)
 {
     ImportedDesign imported;
     imported.file = text::fileName(source.path.string());
     imported.format = format.name;
     try {
-        imported.converted = design::importDesign(format, source, hasLayout, imported.report);
+        imported.converted = design::importDesign(format, source, layout, imported.report);
     } catch (const design::UnreadableDesign& error) {
         throw DesignError(placed(imported.file, error.what()));
     }

@@ -42,7 +42,8 @@ struct ImportedDesign {
                                                    const std::string& name);
 
 /// Throws `DesignError`.
-[[nodiscard]] ImportedDesign importDesign(const design::Format& format, const design::Source& source, bool hasLayout);
+[[nodiscard]] ImportedDesign importDesign(const design::Format& format, const design::Source& source,
+                                          std::optional<bool> layout);
 
 /// Reads a design to write it in another format. Throws `DesignError`.
 [[nodiscard]] design::Design readSource(const design::Format& format, const design::Source& source,

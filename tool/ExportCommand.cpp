@@ -81,7 +81,7 @@ std::optional<Input> loadAnyModel(const ExportRequest& request, const std::strin
     Input input;
     if (const design::Format* const format = formatOfExport(content, path, request.design.format)) {
         const reader::ReadOptions reading = readOptions(request.reading);
-        input.imported = importDesign(*format, {content, path, &reading}, request.design.hasLayout.value_or(true));
+        input.imported = importDesign(*format, {content, path, &reading}, request.design.hasLayout);
         input.loaded = {std::move(input.imported->converted.model), content.size(), input.imported->converted.objects};
     } else if (std::optional<LoadedModel> loaded = takeModelFile(content, name)) {
         input.loaded = std::move(*loaded);

@@ -50,7 +50,7 @@ std::optional<Input> readInput(const ImportRequest& request)
     const design::Format& format = formatOfImport(content, request.input, request.design.format);
     Input input;
     const reader::ReadOptions reading = readOptions(request.reading);
-    input.imported = importDesign(format, {content, request.input, &reading}, hasLayout.value_or(true));
+    input.imported = importDesign(format, {content, request.input, &reading}, hasLayout);
     input.contents = contentsOf(*input.imported->converted.model);
     input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
     return input;

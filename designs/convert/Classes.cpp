@@ -22,6 +22,8 @@ int classTypeOf(ClassForm form)
         return KivClassType::InstantiatedClassUtility;
     case ClassForm::Metaclass:
         return KivClassType::Metaclass;
+    case ClassForm::Data:
+        return KivClassType::DataClass;
     case ClassForm::Plain:
         break;
     }

@@ -6,16 +6,22 @@
 #include "designs/convert/Relations.h"
 #include "designs/model/Walk.h"
 
+#include <tuple>
+
 namespace design {
 
 namespace {
 
 class ModelConverter {
 public:
-    ModelConverter(const Package& theRoot, const Catalogue& catalogue, Report& report)
-        : root(theRoot), selection(theRoot, catalogue), builder(report), types(builder, catalogue, selection, report),
-          features(builder, types), relations(builder, features, classes), projections(catalogue)
+    ModelConverter(const Design& design, const Catalogue& theCatalogue, Report& report)
+        : root(design.root), catalogue(theCatalogue), selection(design.root, theCatalogue), builder(report),
+          types(builder, theCatalogue, selection, report), features(builder, types),
+          relations(builder, features, classes), projections(theCatalogue)
     {
+        for (const std::vector<std::string>& tree : design.trees)
+            for (const std::string& id : tree)
+                trees.emplace(id, &tree);
     }
 
     Converted run()
@@ -78,9 +84,43 @@ private:
         for (const Association& association : package.associations)
             add(association);
         for (const Relationship& relationship : package.relationships)
-            add(relationship);
+            if (!addTree(relationship, target))
+                add(relationship);
         for (const Remark& comment : package.remarks)
             target.modelElements.add(builder.createNote(package, comment.text));
+    }
+
+    // Generalizations that share a line are one to the host. Whether the relationship is in such a tree.
+    bool addTree(const Relationship& relationship, KivPackage& target)
+    {
+        const auto tree = trees.find(relationship.id);
+        if (tree == trees.end())
+            return false;
+        if (relationships.contains(relationship.id))
+            return true;
+        KivGeneralization* added = nullptr;
+        for (const std::string& id : *tree->second) {
+            const Relationship* const member = catalogue.relationship(id);
+            if (!member || !isAlike(*member, relationship))
+                continue;
+            if (added)
+                relations.addSubtype(*added, *member);
+            else
+                added = static_cast<KivGeneralization*>(relations.create(*member));
+            relationships.emplace(member->id, added);
+            projections.addTo(*added, member->id, builder);
+        }
+        target.modelElements.add(added);
+        return true;
+    }
+
+    static bool isAlike(const Relationship& one, const Relationship& other)
+    {
+        const auto properties = [](const Relationship& each) {
+            return std::tie(each.kind, each.supplier.id, each.name, each.documentation, each.stereotype,
+                            each.visibility, each.isVirtual, each.isFriend);
+        };
+        return one.kind == RelationshipKind::Generalization && properties(one) == properties(other);
     }
 
     void addDiagram(const Diagram& diagram, KivPackage& target)
@@ -107,6 +147,8 @@ private:
     }
 
     const Package& root;
+    const Catalogue& catalogue;
+    std::unordered_map<std::string_view, const std::vector<std::string>*> trees; // by identifiers of generalizations
     const Selection selection;
     ModelBuilder builder;
     TypeTable types;
@@ -122,7 +164,7 @@ private:
 
 Converted convert(const Design& design, const Catalogue& catalogue, Report& report)
 {
-    return ModelConverter(design.root, catalogue, report).run();
+    return ModelConverter(design, catalogue, report).run();
 }
 
 } // namespace design

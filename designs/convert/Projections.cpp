@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <unordered_set>
 
 namespace design {
 
@@ -53,8 +54,10 @@ const Rectangle* placeOf(const Boxes& boxes, std::string_view id)
 }
 
 // The whole way of a line; empty for a straight one that the file gives no points for.
-Points wayOf(const Line& line, const Rectangle& from, const Rectangle& to)
+Points wayOf(const Line& line, bool keepsPlaces, const Rectangle& from, const Rectangle& to)
 {
+    if (keepsPlaces && line.hasEnds)
+        return line.points;
     if (line.points.size() > (line.hasEnds ? 1U : 0U))
         return fromBorderToBorder(line.points, line.hasEnds, from, to);
     return &from == &to ? loopAt(from) : Points();
@@ -82,10 +85,10 @@ void Projections::add(const Diagram& diagram, KivClassDiagram& target)
             ofElements[box.elementId].push_back({&target, box.bounds, {}, false, &box.appearance});
     }
     for (const Line& line : diagram.lines)
-        addLine(target, line, boxes);
+        addLine(target, line, diagram.keepsPlaces, boxes);
 }
 
-void Projections::addLine(KivClassDiagram& target, const Line& line, const BoxOfElement& boxes)
+void Projections::addLine(KivClassDiagram& target, const Line& line, bool keepsPlaces, const BoxOfElement& boxes)
 {
     if (const Association* const association = catalogue.association(line.elementId))
         return addAssociation(target, line, *association, boxes);
@@ -93,7 +96,8 @@ void Projections::addLine(KivClassDiagram& target, const Line& line, const BoxOf
     const Rectangle* const from = placeOf(boxes, relationship->client.id);
     const Rectangle* const to = placeOf(boxes, relationship->supplier.id);
     if (from && to)
-        ofElements[line.elementId].push_back({&target, std::nullopt, wayOf(line, *from, *to), true, &line.appearance});
+        ofElements[line.elementId].push_back(
+            {&target, std::nullopt, wayOf(line, keepsPlaces, *from, *to), true, &line.appearance});
 }
 
 void Projections::addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
@@ -112,7 +116,7 @@ void Projections::addAssociation(KivClassDiagram& target, const Line& line, cons
     if (line.middle)
         return addDivided(target, line, *line.middle);
     SplitLine split = {middle, {}, {}};
-    if (const Points way = places.size() == 2 ? wayOf(line, *places[0], *places[1]) : Points(); way.size() >= 2)
+    if (const Points way = places.size() == 2 ? wayOf(line, false, *places[0], *places[1]) : Points(); way.size() >= 2)
         split = splitInTheMiddle(way);
     else if (const Rectangle* const symbol = placeOf(boxes, association.id))
         split.middle = centreOf(*symbol);
@@ -155,10 +159,15 @@ void Projections::addTo(KivAssociation& association, std::string_view elementId,
         addAll(found->second[i], *association.roles.at(i), builder);
 }
 
+// An object that stands for several elements may have the diagram already.
 void Projections::addAll(const std::vector<Projection>& projections, KivModelObject& object, ModelBuilder& builder)
 {
+    std::unordered_set<const KivClassDiagram*> met;
+    for (const KivProjection* const projection : object.projections)
+        met.insert(projection->diagram);
     for (const Projection& projection : projections)
-        object.projections.add(create(projection, builder));
+        if (met.insert(projection.diagram).second)
+            object.projections.add(create(projection, builder));
 }
 
 KivProjection* Projections::create(const Projection& projection, ModelBuilder& builder)

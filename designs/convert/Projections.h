@@ -37,7 +37,7 @@ private:
     };
     using BoxOfElement = std::unordered_map<std::string_view, const Box*>;
 
-    void addLine(KivClassDiagram& target, const Line& line, const BoxOfElement& boxes);
+    void addLine(KivClassDiagram& target, const Line& line, bool keepsPlaces, const BoxOfElement& boxes);
     void addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
                         const BoxOfElement& boxes);
     void addDivided(KivClassDiagram& target, const Line& line, Point middle);

@@ -59,6 +59,12 @@ KivAssociationRole* RelationConverter::createRole(const Association& association
     return role;
 }
 
+void RelationConverter::addSubtype(KivGeneralization& generalization, const Relationship& relationship)
+{
+    builder.count(Kind::Generalizations);
+    generalization.subtypes.add(classOf(relationship.client.id));
+}
+
 template <class Directed>
 KivRelationship* RelationConverter::createDirected(const Relationship& relationship)
 {

@@ -21,6 +21,9 @@ public:
     [[nodiscard]] KivAssociation* create(const Association& association);
     [[nodiscard]] KivRelationship* create(const Relationship& relationship);
 
+    /// Another class gets the supertype of the generalization.
+    void addSubtype(KivGeneralization& generalization, const Relationship& relationship);
+
 private:
     [[nodiscard]] KivClass* classOf(std::string_view id) const;
     [[nodiscard]] KivAssociationRole* createRole(const Association& association, const AssociationEnd& end);

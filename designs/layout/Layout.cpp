@@ -242,9 +242,22 @@ void sizePlaced(std::vector<Box>& boxes, bool isAboutCentre, const Catalogue& ca
 
 } // namespace
 
+void sizeAboutCentres(Diagram& diagram, const Catalogue& catalogue)
+{
+    const auto isNowhere = [](const Box& box) {
+        return box.bounds && box.bounds->width <= 0 && box.bounds->height <= 0 && box.bounds->left == 0 &&
+               box.bounds->top == 0;
+    };
+    if (std::all_of(diagram.boxes.begin(), diagram.boxes.end(), isNowhere))
+        for (Box& box : diagram.boxes)
+            box.bounds.reset();
+    sizePlaced(diagram.boxes, true, catalogue);
+}
+
 bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)
 {
-    sizePlaced(diagram.boxes, diagram.keepsPlaces, catalogue);
+    if (!diagram.keepsPlaces)
+        sizePlaced(diagram.boxes, false, catalogue);
     std::optional<Rectangle> placed;
     std::size_t count = 0;
     for (const Box& box : diagram.boxes) {

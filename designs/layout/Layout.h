@@ -6,6 +6,10 @@
 
 namespace design {
 
+/// Gives boxes of a diagram that keeps its places a size about their centres if they have none. Where all boxes lie in
+/// the origin, they have no places.
+void sizeAboutCentres(Diagram& diagram, const Catalogue& catalogue);
+
 /// Gives a place to every box of the diagram that has none, and a size to those that were only placed. Where no box has
 /// a place, the whole diagram is laid out: generalizations upward, lines horizontal and vertical. Otherwise what has no
 /// place stands in rows below the rest. False when the whole diagram had to be set in rows, for want of budget or

@@ -142,6 +142,7 @@ enum class ClassifierKind : std::uint8_t {
 /// What a class is that is not only a class.
 enum class ClassForm : std::uint8_t {
     Plain,
+    Data, ///< it has attributes alone
     Parameterized,
     Instantiated,
     Utility,
@@ -299,6 +300,8 @@ struct Design {
     TextsById outsideNames; ///< of elements outside of the file, as far as it tells them
     /// The Rose file that it was read from, which holds diagrams of kinds that a design has not; or null.
     std::shared_ptr<const reader::Document> document;
+    /// Generalizations that share a line to their supertype in diagrams, by identifiers, in the order of the lines.
+    std::vector<std::vector<std::string>> trees;
     bool isOrdered = false; ///< packages, and the ends of associations, stand in the order of the host's files already
 };
 

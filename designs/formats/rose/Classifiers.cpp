@@ -113,9 +113,18 @@ void readAttributes(const Reading& reading, const Object& object, Classifier& cl
     }
 }
 
+// Of data classes, such as tables, the host leaves out what others have in any case.
+bool isDataClass(const Object& object)
+{
+    const auto has = [&](const char* key) { return object.has(key); };
+    constexpr std::array keys = {"exportControl", "concurrency", "operations", "parameters",
+                                 "abstract",      "cardinality", "space"};
+    return object.is("Class") && has("language") && std::none_of(keys.begin(), keys.end(), has);
+}
+
 void readFeatures(const Reading& reading, const Object& object, Classifier& classifier)
 {
-    classifier.form = rowOf(forms, object.kind())->form;
+    classifier.form = isDataClass(object) ? ClassForm::Data : rowOf(forms, object.kind())->form;
     classifier.staysClass = true;
     classifier.visibility = visibilityOf(object, "exportControl", Visibility::Public);
     classifier.concurrency = concurrencyOf(object);

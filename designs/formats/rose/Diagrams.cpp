@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 
 namespace design::rose {
@@ -59,12 +60,22 @@ Appearance appearanceOf(const Object& view)
     return appearance;
 }
 
+// Whether the host had no place for it: then its name lies in the origin, too, and not beside the centre.
+bool isNowhere(const Object& view, const Point& centre)
+{
+    const Object* const label = view.object("label");
+    const std::optional<Point> name = label ? pointIn(*label, "location") : std::nullopt;
+    return centre.x == 0 && centre.y == 0 && name && name->x == 0 && name->y == 0;
+}
+
 // A view has its centre; what the file leaves without a size gets one about it later.
 std::optional<Rectangle> boundsOf(const Object& view)
 {
     constexpr double smallest = 1;
     const std::optional<Point> centre = pointIn(view, "location");
     if (!centre)
+        return std::nullopt;
+    if (isNowhere(view, *centre))
         return std::nullopt;
     if (!view.has("width") && !view.has("height"))
         return Rectangle{centre->x, centre->y, 0, 0};
@@ -169,8 +180,10 @@ private:
         line.appearance = appearanceOf(view);
         line.hasEnds = true;
         line.points = verticesOf(view);
-        if (const Object* const tree = reading.index.view(view, "drawSupplier"))
+        if (const Object* const tree = reading.index.view(view, "drawSupplier")) {
             line.points = wayThrough(view, *tree);
+            reading.join(firstOfTree.emplace(tree, line.elementId).first->second, line.elementId);
+        }
         diagram.lines.push_back(std::move(line));
     }
 
@@ -238,6 +251,7 @@ private:
     const Object& owner;
     const std::vector<const Object*> items;
     Diagram diagram;
+    std::unordered_map<const Object*, std::string> firstOfTree; // generalizations by views of trees
 };
 
 } // namespace

@@ -101,6 +101,16 @@ bool Reading::isNewNote(const std::string& id, const std::string& text)
     return notes.emplace(id, text).second;
 }
 
+// Several diagrams may show parts of one tree.
+void Reading::join(const std::string& first, const std::string& other)
+{
+    const auto [found, isNew] = treeOf.emplace(first, trees.size());
+    if (isNew)
+        trees.push_back({first});
+    if (treeOf.emplace(other, found->second).second)
+        trees[found->second].push_back(other);
+}
+
 std::string kindOf(const Object& object)
 {
     const reader::KnownKind* const known = reader::knownKindOf(object);

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -35,7 +36,11 @@ public:
     /// Whether no element with that identifier has that note yet; then it has it.
     [[nodiscard]] bool isNewNote(const std::string& id, const std::string& text);
 
+    /// Notes that a generalization shares a line with the one that is the first of the tree.
+    void join(const std::string& first, const std::string& other);
+
     reader::Index index;
+    std::vector<std::vector<std::string>> trees; ///< of generalizations, by identifiers
     /// Of what has no place in a design, by identifier.
     TextsById kinds;
     TextsById outsideNames;
@@ -44,6 +49,7 @@ public:
 
 private:
     std::set<std::pair<std::string, std::string>> notes;
+    std::unordered_map<std::string, std::size_t> treeOf; // by identifiers of generalizations
 };
 
 /// Of what has a kind that is not known, its keyword.

@@ -114,6 +114,7 @@ Design readDocument(const reader::Document& document, Report& report)
     }
     leaveOthers(reading, root);
     design.kinds = std::move(reading.kinds);
+    design.trees = std::move(reading.trees);
     design.outsideNames = std::move(reading.outsideNames);
     return design;
 }
