@@ -76,7 +76,7 @@ void ClassConverter::fill(KivClass& target, const Classifier& classifier)
         target.classType = KivClassType::Interface;
     else if (classifier.form != ClassForm::Plain)
         target.classType = classTypeOf(classifier.form);
-    else if (!classifier.templateParameters.empty())
+    else if (!classifier.templateParameters.empty() && !classifier.staysClass)
         target.classType = KivClassType::ParameterizedClass;
     target.visibility = numberOf(classifier.visibility);
     target.isAbstract = classifier.isAbstract;

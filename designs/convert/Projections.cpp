@@ -54,10 +54,8 @@ const Rectangle* placeOf(const Boxes& boxes, std::string_view id)
 }
 
 // The whole way of a line; empty for a straight one that the file gives no points for.
-Points wayOf(const Line& line, bool keepsPlaces, const Rectangle& from, const Rectangle& to)
+Points wayOf(const Line& line, const Rectangle& from, const Rectangle& to)
 {
-    if (keepsPlaces && line.hasEnds)
-        return line.points;
     if (line.points.size() > (line.hasEnds ? 1U : 0U))
         return fromBorderToBorder(line.points, line.hasEnds, from, to);
     return &from == &to ? loopAt(from) : Points();
@@ -93,16 +91,22 @@ void Projections::addLine(KivClassDiagram& target, const Line& line, bool keepsP
     if (const Association* const association = catalogue.association(line.elementId))
         return addAssociation(target, line, *association, boxes);
     const Relationship* const relationship = catalogue.relationship(line.elementId);
+    if (keepsPlaces) { // without ends the file says nothing of it
+        if (line.hasEnds)
+            ofElements[line.elementId].push_back({&target, std::nullopt, line.points, true, &line.appearance});
+        return;
+    }
     const Rectangle* const from = placeOf(boxes, relationship->client.id);
     const Rectangle* const to = placeOf(boxes, relationship->supplier.id);
     if (from && to)
-        ofElements[line.elementId].push_back(
-            {&target, std::nullopt, wayOf(line, keepsPlaces, *from, *to), true, &line.appearance});
+        ofElements[line.elementId].push_back({&target, std::nullopt, wayOf(line, *from, *to), true, &line.appearance});
 }
 
 void Projections::addAssociation(KivClassDiagram& target, const Line& line, const Association& association,
                                  const BoxOfElement& boxes)
 {
+    if (line.middle)
+        return addDivided(target, line, *line.middle);
     std::vector<const Rectangle*> places;
     Point middle;
     for (const AssociationEnd& end : association.ends) {
@@ -113,10 +117,8 @@ void Projections::addAssociation(KivClassDiagram& target, const Line& line, cons
         const auto count = static_cast<double>(association.ends.size());
         middle = {middle.x + centre.x / count, middle.y + centre.y / count};
     }
-    if (line.middle)
-        return addDivided(target, line, *line.middle);
     SplitLine split = {middle, {}, {}};
-    if (const Points way = places.size() == 2 ? wayOf(line, false, *places[0], *places[1]) : Points(); way.size() >= 2)
+    if (const Points way = places.size() == 2 ? wayOf(line, *places[0], *places[1]) : Points(); way.size() >= 2)
         split = splitInTheMiddle(way);
     else if (const Rectangle* const symbol = placeOf(boxes, association.id))
         split.middle = centreOf(*symbol);

@@ -78,7 +78,8 @@ void TypeTable::fillEnumeration(KivType& type, const Classifier& enumeration)
     for (const Literal& literal : enumeration.literals) {
         builder.count(Kind::Literals);
         auto* const value = builder.create<KivTypeValue>(literal, documentationOf(literal));
-        value->value = builder.text(literal, literal.value.empty() ? literal.name : literal.value);
+        value->value =
+            builder.text(literal, literal.value.empty() && !literal.hasEmptyValue ? literal.name : literal.value);
         value->position = nextPosition(type.typeValues);
         type.typeValues.add(value);
     }

@@ -42,7 +42,8 @@ public:
         std::erase_if(diagram.boxes, [&](const Box& box) { return leave("box", box.elementId, whyNoBox(box)); });
         std::erase_if(diagram.lines, [&](const Line& line) { return leave("line", line.elementId, whyNoLine(line)); });
         openLinesOfOtherBoxes();
-        addAssociationClasses();
+        if (!diagram.keepsPlaces)
+            addAssociationClasses();
     }
 
 private:

@@ -125,7 +125,8 @@ struct Operation : Element {
 };
 
 struct Literal : Element {
-    std::string value; ///< empty: the name alone
+    std::string value;          ///< empty: the name alone
+    bool hasEmptyValue = false; ///< there is a value, which is empty
 };
 
 enum class ClassifierKind : std::uint8_t {

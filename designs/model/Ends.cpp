@@ -117,7 +117,10 @@ private:
             report.left("association", association.id, association.name, reason);
             return false;
         }
-        if (!association.associationClassId.empty() && !catalogue.classifier(association.associationClassId)) {
+        if (const Classifier* const theClass =
+                catalogue.classifierOf({association.associationClassId, association.associationClassId}))
+            association.associationClassId = theClass->id;
+        else if (!association.associationClassId.empty()) {
             report.left("association class", association.associationClassId, association.name, "it is not in the file");
             association.associationClassId.clear();
         }

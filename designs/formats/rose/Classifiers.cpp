@@ -29,10 +29,14 @@ constexpr std::array forms = {
 
 constexpr std::string_view untyped = "Int"; // what stands where an attribute has no type
 
+// What says nothing but a name, and maybe a value.
 bool isLiteral(const Object* attribute)
 {
     const std::string type = attribute->text("type");
-    return type.empty() || type == untyped;
+    const std::string visibility = attribute->text("exportControl");
+    return (type.empty() || type == untyped) && (visibility.empty() || visibility == "Public") &&
+           containmentOf(*attribute) == Containment::Unspecified && !attribute->flag("static") &&
+           !attribute->flag("derived");
 }
 
 // Where all attributes are without a type they are the literals.
@@ -44,6 +48,8 @@ bool isEnumeration(const Object& object)
 
 ClassifierKind kindNamed(const Object& object, const std::string& stereotype)
 {
+    if (!object.is("Class"))
+        return ClassifierKind::Class;
     const std::string word = lowerCase(stereotype);
     if (word == "interface")
         return ClassifierKind::Interface;

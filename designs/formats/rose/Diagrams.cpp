@@ -178,8 +178,8 @@ private:
         Line line;
         line.elementId = elementId(view);
         line.appearance = appearanceOf(view);
-        line.hasEnds = true;
         line.points = verticesOf(view);
+        line.hasEnds = view.has("line_color") || !line.points.empty(); // or the host had no place for it
         if (const Object* const tree = reading.index.view(view, "drawSupplier")) {
             line.points = wayThrough(view, *tree);
             reading.join(firstOfTree.emplace(tree, line.elementId).first->second, line.elementId);

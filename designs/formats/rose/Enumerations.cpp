@@ -56,6 +56,7 @@ std::vector<Literal> literalsOf(std::string_view declaration)
         literal.name = part.substr(0, equals);
         if (equals != std::string_view::npos)
             literal.value = part.substr(equals + 1);
+        literal.hasEmptyValue = literal.value.empty() && equals != std::string_view::npos;
     }
     return literals;
 }

@@ -73,12 +73,20 @@ std::string textOf(const reader::Value& value)
     return value.asText();
 }
 
+// The whole name: where an element stands, "::" belongs to it, as in "std::string". Only references have paths.
+std::string declaredName(const Object& object)
+{
+    if (reader::shownName(object).empty())
+        return "";
+    return reader::elementKindOf(object) == reader::ElementKind::none ? object.lastName() : object.name();
+}
+
 } // namespace
 
 void Reading::describe(const Object& object, Element& element) const
 {
     element.id = idOf(object);
-    element.name = reader::shownName(object);
+    element.name = declaredName(object);
     element.documentation = object.text("documentation");
     element.stereotype = object.text("stereotype");
     for (const Object* const property : object.objects("attributes"))
