@@ -1,5 +1,7 @@
 #include "render/Context.h"
 
+#include "reader/Exports.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -33,31 +35,6 @@ std::optional<std::uint32_t> colourAt(const Object& view, std::string_view key)
 std::string bracketed(const std::string& text)
 {
     return text.empty() || text.starts_with("<<") ? text : "<<" + text + ">>";
-}
-
-// What the exporter writes in front of each model, but for the ends of the lines.
-constexpr std::string_view exportHeader = R"(
-(object Petal
-    version    	42
-    _written   	"Rose 4.5.8054a"
-    charSet    	0)
-
-(object Design "Logical View"
-    is_unit    	TRUE
-    is_loaded  	TRUE
-    quid       	"38F75B63013A"
-)";
-
-bool startsLikeAnExport(std::string_view text)
-{
-    std::size_t at = 0;
-    for (const char wanted : exportHeader) {
-        if (at < text.size() && text[at] == '\r')
-            ++at;
-        if (at == text.size() || text[at++] != wanted)
-            return false;
-    }
-    return true;
 }
 
 const Object* packageAround(const Object* object)
@@ -96,7 +73,7 @@ Context::Context(const reader::Document& document, const reader::Index& index, c
 {
     constexpr std::int64_t lastWithGrounds = 42; // petal version
     const reader::File& file = document.fileOf(diagram.object->position());
-    isComputed = startsLikeAnExport(document.text(file));
+    isComputed = reader::startsLikeAnExport(document.text(file));
     hasGrounds = isComputed || (file.version > 0 && file.version <= lastWithGrounds);
     if (const Object* const font = defaults ? defaults->object("defaultFont") : nullptr)
         defaultFont = fontOf(*font, defaultFont);

@@ -46,12 +46,14 @@ bool isEnumeration(const Object& object)
     return object.objects("operations").empty() && std::all_of(attributes.begin(), attributes.end(), isLiteral);
 }
 
-ClassifierKind kindNamed(const Object& object, const std::string& stereotype)
+ClassifierKind kindNamed(const Reading& reading, const Object& object, const std::string& stereotype)
 {
     if (!object.is("Class"))
         return ClassifierKind::Class;
+    if (reading.interfaces.contains(object.text("quid")))
+        return ClassifierKind::Interface;
     const std::string word = lowerCase(stereotype);
-    if (word == "interface")
+    if (reading.isExport ? stereotype == "Interface" : word == "interface")
         return ClassifierKind::Interface;
     if (word == "datatype")
         return ClassifierKind::DataType;
@@ -184,7 +186,7 @@ void readClass(Reading& reading, const Object& object, Package& package)
         classifier.kind = ClassifierKind::Enumeration;
         classifier.literals = literalsOf(declaration);
     } else {
-        classifier.kind = kindNamed(object, classifier.stereotype);
+        classifier.kind = kindNamed(reading, object, classifier.stereotype);
         if (classifier.stereotype == "Interface")
             classifier.stereotype.clear();
         readFeatures(reading, object, classifier);

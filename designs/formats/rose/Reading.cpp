@@ -1,5 +1,6 @@
 #include "designs/formats/rose/Reading.h"
 
+#include "reader/Exports.h"
 #include "reader/Kinds.h"
 
 #include <algorithm>
@@ -27,8 +28,15 @@ std::string nameIn(const Object& from)
 } // namespace
 
 Reading::Reading(const reader::Document& theDocument, Report& theReport)
-    : index(theDocument), report(theReport), document(theDocument)
+    : index(theDocument), report(theReport), document(theDocument),
+      isExport(reader::startsLikeAnExport(theDocument.text(theDocument.files().front())))
 {
+    if (!isExport)
+        return;
+    reader::forEachObject(theDocument.root(), [&](const Object& object) {
+        if (object.is("ClassView") && object.text("icon") == "Interface")
+            interfaces.insert(object.text("quidu"));
+    });
 }
 
 std::string Reading::idOf(const Object& object) const
@@ -74,9 +82,9 @@ std::string textOf(const reader::Value& value)
 }
 
 // The whole name: where an element stands, "::" belongs to it, as in "std::string". Only references have paths.
-std::string declaredName(const Object& object)
+std::string declaredName(const Object& object, bool isExport)
 {
-    if (reader::shownName(object).empty())
+    if (!isExport && reader::shownName(object).empty())
         return "";
     return reader::elementKindOf(object) == reader::ElementKind::none ? object.lastName() : object.name();
 }
@@ -86,7 +94,7 @@ std::string declaredName(const Object& object)
 void Reading::describe(const Object& object, Element& element) const
 {
     element.id = idOf(object);
-    element.name = declaredName(object);
+    element.name = declaredName(object, isExport);
     element.documentation = object.text("documentation");
     element.stereotype = object.text("stereotype");
     for (const Object* const property : object.objects("attributes"))

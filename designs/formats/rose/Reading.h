@@ -46,6 +46,9 @@ public:
     TextsById outsideNames;
     Report& report;
     const reader::Document& document;
+    bool isExport; ///< the bridge has written the file: all in it is meant as it stands
+    /// Identifiers of classes that an export draws as interfaces, whatever their stereotypes are.
+    std::set<std::string> interfaces;
 
 private:
     std::set<std::pair<std::string, std::string>> notes;
