@@ -16,7 +16,7 @@ bool isDigit(unsigned char byte)
 bool mayStand(unsigned char byte)
 {
     const unsigned char lower = byte | 0x20U;
-    return (lower >= 'a' && lower <= 'z') || isDigit(byte) || byte == '_' || byte == '$' || byte >= 0x80U;
+    return (lower >= 'a' && lower <= 'z') || isDigit(byte) || byte == '_' || byte >= 0x80U;
 }
 
 } // namespace
