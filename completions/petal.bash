@@ -158,7 +158,7 @@ _petal_diff() {
     local options=(-h --help --model-only --diagrams-only --only --all --json --stat --html --charset --path
         --units-within --no-units -q --quiet --color)
     local most_files=2
-    _petal_command_with_files "$1" 'mdl cat sub prc' "${#options[@]}" "${options[@]}" "${@:2}"
+    _petal_command_with_files "$1" 'mdl cat sub prc json mdj xml xmi uml ecore' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_git() {

@@ -152,10 +152,10 @@ Command addDiffCommand(CLI::App& app)
 {
     auto request = std::make_shared<DiffRequest>();
     CLI::App* const command = app.add_subcommand("diff", diffHelp);
-    command->add_option("OLD", request->oldFile, "The Rose file as it was; - reads standard input")
+    command->add_option("OLD", request->oldFile, "The file as it was, of Rose or any tool; - reads standard input")
         ->required()
         ->type_name("");
-    command->add_option("NEW", request->newFile, "The Rose file as it is; - reads standard input")
+    command->add_option("NEW", request->newFile, "The file as it is, of Rose or any tool; - reads standard input")
         ->required()
         ->type_name("");
     CLI::Option* const ofModelOnly = command->add_flag("--model-only", request->ofModelOnly, "Nothing of diagrams");

@@ -13,6 +13,8 @@
 #include "text/Utf8.h"
 #include "text/Words.h"
 
+#include "kiv/KivIbmRationalRose98ExportDllInterface.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <iomanip>
@@ -80,7 +82,7 @@ std::optional<Input> readInput(const ConvertRequest& request)
         std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input));
         if (!loaded)
             return std::nullopt;
-        content = roseTextOf(*loaded->model);
+        content = roseTextOf(*loaded->model, BP_SUPPORTED_TYPES_ENUM_AS_IS.getText());
         source.text = content;
         input.format = modelFormat;
         format = design::formatNamed(roseFormat);

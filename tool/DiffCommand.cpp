@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "Amounts.h"
+#include "DiffInput.h"
 #include "FileRoles.h"
 #include "Findings.h"
 #include "OutputFile.h"
@@ -90,17 +91,6 @@ void print(const DiffRequest& request, const compare::Comparison& states, const 
         compare::writeText(states, changes, inColours, sink);
 }
 
-// Nothing after a message when the file cannot be read.
-std::optional<reader::Document> documentOf(const std::string& file, const ReadRequest& reading)
-{
-    try {
-        return reader::Document(file, readOptions(reading));
-    } catch (const reader::NotPetal& error) {
-        report(text::fileName(file) + ": " + error.what());
-        return std::nullopt;
-    }
-}
-
 bool isDamaged(const reader::Document& document)
 {
     return std::ranges::any_of(document.findings(), [](const reader::Finding& finding) {
@@ -115,10 +105,13 @@ int compareFiles(const DiffRequest& request)
         return wrongUsage;
     }
     const text::ReadRecord read;
-    const auto oldDocument = documentOf(request.oldFile, request.reading);
-    const auto newDocument = documentOf(request.newFile, request.reading);
-    if (!oldDocument || !newDocument)
+    std::optional<DiffInput> oldInput = readDiffInput(request.oldFile, request.reading);
+    std::optional<DiffInput> newInput = readDiffInput(request.newFile, request.reading);
+    if (!oldInput || !newInput)
         return invalidModel;
+    settleDocuments(*oldInput, *newInput);
+    const std::optional<reader::Document>& oldDocument = oldInput->document;
+    const std::optional<reader::Document>& newDocument = newInput->document;
     const bool writesPage = !request.pageFile.empty();
     refuseClashes({{writesPage ? request.pageFile : "-", writesPage ? "the page" : role}}, read);
     reportFindings(*oldDocument);

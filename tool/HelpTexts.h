@@ -64,6 +64,7 @@ inline constexpr const char* diffHelp = R"(Tell what is different in two Rose fi
 
 Examples:
   petal diff orders.old.mdl orders.mdl
+  petal diff orders.mdl orders.mdj
   petal diff orders.old.mdl orders.mdl --model-only --only added
   petal diff orders.old.mdl orders.mdl --html changes.html
 )";

@@ -8,7 +8,7 @@
 
 #include <filesystem>
 
-std::string roseTextOf(KivModel& model)
+std::string roseTextOf(KivModel& model, std::string_view typeSystem)
 {
     constexpr mode_t ownersOnly = 0600;
     const TemporaryFile file(std::filesystem::temp_directory_path().string(), ownersOnly);
@@ -16,7 +16,7 @@ std::string roseTextOf(KivModel& model)
     KivOptionList options;
     bridge.getOptionList(options);
     options.setValue(BP_FILE.getName(), KivString(file.openablePath()));
-    options.setValue(BP_SUPPORTED_TYPES.getName(), KivString(BP_SUPPORTED_TYPES_ENUM_AS_IS.getText()));
+    options.setValue(BP_SUPPORTED_TYPES.getName(), KivString(typeSystem));
     CommandLog log("");
     bridge.run(KivString(file.openablePath()), model, options, log);
     return text::readFile(file.openablePath());

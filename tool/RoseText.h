@@ -3,6 +3,8 @@
 #include "kiv/KivPackage.h"
 
 #include <string>
+#include <string_view>
 
-/// The Rose file of a model, with the names of types as they are. Throws `KivException` and `std::system_error`.
-[[nodiscard]] std::string roseTextOf(KivModel& model);
+/// The Rose file of a model; `typeSystem` is the text of a value of the option for names of types. Throws
+/// `KivException` and `std::system_error`.
+[[nodiscard]] std::string roseTextOf(KivModel& model, std::string_view typeSystem);

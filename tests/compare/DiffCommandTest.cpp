@@ -65,6 +65,36 @@ TEST_F(DiffCommand, SaysWhatWasAskedForAndWhetherThereIsAny)
     }
 }
 
+// A design is compared by what its export would be, whatever names of types that had.
+TEST_F(DiffCommand, TakesDesignsAndModelFilesOnEitherSide)
+{
+    const std::string shop = R"({"format": "kiv-model", "version": 1, "name": "Shop",
+        "types": [{"id": "t", "name": "Label", "dataType": "VARCHAR", "length": 10}],
+        "childPackages": [{"name": "Sales", "modelElements": [{"kind": "class", "id": "c", "name": "Order",
+        "attributes": [{"name": "title", "type": "t"}]}]}]})";
+    folder.write("shop.model.json", shop);
+    std::string changed = shop;
+    changed.replace(changed.find("title"), 5, "label");
+    folder.write("changed.model.json", changed);
+    folder.write("broken.model.json", shop.substr(0, shop.size() - 1));
+    for (const char* const types : {"c++", "java", "oracle", "as-is"}) {
+        ASSERT_EQ(runProcess({PETAL_COMMAND,
+                              {"export", "-q", "shop.model.json", "--types", types, "-o", "shop.mdl"},
+                              folder.path(),
+                              "",
+                              {}})
+                      .exitCode,
+                  0);
+        EXPECT_EQ(run({"shop.mdl", "shop.model.json"}).output, "") << types;
+        EXPECT_EQ(run({"changed.model.json", "shop.mdl"}).exitCode, 1) << types;
+    }
+    EXPECT_EQ(run({"shop.model.json", "changed.model.json"}).output,
+              "package Logical View::Sales\n  class Order\n    ~ attribute label: renamed from title\n");
+    const ProcessResult broken = run({"shop.mdl", "broken.model.json"});
+    EXPECT_EQ(broken.exitCode, 3);
+    EXPECT_THAT(broken.errors, testing::StartsWith("broken.model.json:"));
+}
+
 TEST_F(DiffCommand, TroubleIsNoDifference)
 {
     const std::pair<Words, std::string> rows[] = {
