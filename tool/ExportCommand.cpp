@@ -113,12 +113,71 @@ void runPlugin(const std::string& outputName, KivModel& model, KivOptionList& op
     }
 }
 
+KivOptionList optionsOf(const ExportRequest& request, const OutputFile& output)
+{
+    KivOptionList options = defaultOptions();
+    for (const OptionValue& option : request.options)
+        options.setValue(KivString(option.name), KivString(option.value));
+    options.setValue(BP_FILE.getName(), KivString(output.temporaryPath()));
+    return options;
+}
+
+// Moments of an export, for the statistics.
+struct Moments {
+    Clock::time_point start = Clock::now();
+    Clock::time_point loaded = start;
+    Clock::time_point runStart = start;
+    Clock::time_point firstPackage = start;
+    Clock::time_point runEnd = start;
+};
+
+// Exports the model into the temporary file, which is whole then.
+void exportInto(OutputFile& output, const ExportRequest& request, const std::string& outputName, KivModel& model,
+                Moments& moments)
+{
+    CommandLog log(request.log);
+    KivOptionList options = optionsOf(request, output);
+    moments.runStart = Clock::now();
+    runPlugin(outputName, model, options, log);
+    moments.runEnd = Clock::now();
+    clearProgress();
+    if (log.sawWrap() && !request.isQuiet)
+        report(std::string("warning: ") + ROS_E_VIEW_NUMBERS_WRAP.getText());
+    proveComplete(output, outputName);
+    log.close();
+    moments.firstPackage = log.firstProgress().value_or(moments.runEnd);
+}
+
+Statistics statisticsOf(const Moments& moments, const LoadedModel& loaded, std::size_t written)
+{
+    Statistics statistics;
+    statistics.load = {secondsBetween(moments.start, moments.loaded), loaded.bytes, loaded.objects};
+    statistics.number = {secondsBetween(moments.runStart, moments.firstPackage), loaded.bytes, loaded.objects};
+    statistics.write = {secondsBetween(moments.firstPackage, moments.runEnd), written, loaded.objects};
+    statistics.peakMemory = peakMemoryOfProcess();
+    return statistics;
+}
+
+// Puts the output in place, and what is wanted beside it.
+void placeAll(OutputFile& output, const ExportRequest& request, const Input& input, const Statistics& statistics)
+{
+    std::optional<OutputFile> statisticsFile;
+    if (!request.statisticsFile.empty())
+        statisticsFile.emplace(request.statisticsFile).write(statistics.asJson());
+    std::optional<OutputFile> reportFile;
+    if (!request.design.reportFile.empty())
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(input.imported, input.warnings));
+    std::vector<OutputFile*> files = {&output};
+    for (auto* const file : {&statisticsFile, &reportFile})
+        if (*file)
+            files.push_back(&**file);
+    OutputFile::commitAll(files);
+}
+
 // Loads the model, exports it into a temporary file and puts that in place.
 int exportModel(const ExportRequest& request, const Making& making)
 {
-    const std::string& outputName = making.output;
-    Statistics statistics;
-    const auto start = Clock::now();
+    Moments moments;
     const text::ReadRecord read;
     std::optional<Input> input = loadAnyModel(request, making.input);
     if (!input)
@@ -127,50 +186,21 @@ int exportModel(const ExportRequest& request, const Making& making)
         report(text::fileName(making.input) + ": nothing is written, since there are warnings (--strict)");
         return exportFailed;
     }
-    auto& [loaded, imported, warnings] = *input;
-    const auto loadedAt = Clock::now();
-    refuseClashes(rolesOf(request, outputName), read);
-
-    OutputFile output(outputName);
-    CommandLog log(request.log);
-    KivOptionList options = defaultOptions();
-    for (const OptionValue& option : request.options)
-        options.setValue(KivString(option.name), KivString(option.value));
-    options.setValue(BP_FILE.getName(), KivString(output.temporaryPath()));
-    const auto runStart = Clock::now();
-    runPlugin(outputName, *loaded.model, options, log);
-    const auto runEnd = Clock::now();
-    clearProgress();
-    if (log.sawWrap() && !request.isQuiet)
-        report(std::string("warning: ") + ROS_E_VIEW_NUMBERS_WRAP.getText());
-
-    proveComplete(output, outputName);
-    log.close();
-    const auto begin = log.firstProgress().value_or(runEnd);
-    statistics.load = {secondsBetween(start, loadedAt), loaded.bytes, loaded.objects};
-    statistics.number = {secondsBetween(runStart, begin), loaded.bytes, loaded.objects};
-    statistics.write = {secondsBetween(begin, runEnd), output.size(), loaded.objects};
-    statistics.peakMemory = peakMemoryOfProcess();
-    std::optional<OutputFile> statisticsFile;
-    if (!request.statisticsFile.empty())
-        statisticsFile.emplace(request.statisticsFile).write(statistics.asJson());
-    std::optional<OutputFile> reportFile;
-    if (!request.design.reportFile.empty())
-        reportFile.emplace(request.design.reportFile).write(reportAsJson(imported, warnings));
-    std::vector<OutputFile*> files = {&output};
-    for (auto* const file : {&statisticsFile, &reportFile})
-        if (*file)
-            files.push_back(&**file);
-    const std::string made = contentsOf(*loaded.model) + ", " + sizeText(output.size());
-    OutputFile::commitAll(files);
-    if (imported && !request.isQuiet)
-        std::cerr << summaryOf(*imported);
-    if (outputName != "-" && !request.isQuiet)
-        tellMade(outputName, made);
+    moments.loaded = Clock::now();
+    refuseClashes(rolesOf(request, making.output), read);
+    OutputFile output(making.output);
+    exportInto(output, request, making.output, *input->loaded.model, moments);
+    const Statistics statistics = statisticsOf(moments, input->loaded, output.size());
+    const std::string made = contentsOf(*input->loaded.model) + ", " + sizeText(output.size());
+    placeAll(output, request, *input, statistics);
+    if (input->imported && !request.isQuiet)
+        std::cerr << summaryOf(*input->imported);
+    if (making.output != "-" && !request.isQuiet)
+        tellMade(making.output, made);
     if (request.showsStatistics && !request.isQuiet)
         std::cerr << statistics.asText();
     // The process ends next; to take the model apart object by object would only cost time.
-    [[maybe_unused]] static const KivModel* const left = loaded.model.release();
+    [[maybe_unused]] static const KivModel* const left = input->loaded.model.release();
     return done;
 }
 
