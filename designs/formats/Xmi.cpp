@@ -3,6 +3,7 @@
 #include "designs/formats/shared/Drawing.h"
 #include "designs/formats/uml2/Uml2.h"
 #include "designs/formats/uml2/Umldi.h"
+#include "designs/formats/uml2/write/Write.h"
 
 #include <utility>
 
@@ -36,7 +37,10 @@ Format xmiFormat()
             {".uml", ".xmi"},
             "a uml:Model or uml:Package with packaged elements",
             recognizes,
-            read};
+            read,
+            uml2::write,
+            false,
+            false};
 }
 
 } // namespace design

@@ -16,6 +16,7 @@ constexpr std::array classifierTypes = {
     NamedClassifier{"PrimitiveType", ClassifierKind::PrimitiveType},
     NamedClassifier{"Enumeration", ClassifierKind::Enumeration},
     NamedClassifier{"Actor", ClassifierKind::Actor, "Actor"},
+    NamedClassifier{"UseCase", ClassifierKind::UseCase},
     NamedClassifier{"Signal", ClassifierKind::Class, "signal"},
     NamedClassifier{"Component", ClassifierKind::Class, "component"},
     NamedClassifier{"InstanceSpecification", ClassifierKind::Class, "object"},

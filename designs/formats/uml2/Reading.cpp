@@ -27,6 +27,15 @@ constexpr std::array leftReasons = {
     LeftReason{"PackageMerge", noImports},
 };
 
+// What an element is called in guillemets without a profile.
+std::string_view keywordsOf(pugi::xml_node node)
+{
+    for (const pugi::xml_node annotation : node.children("eAnnotations"))
+        if (std::string_view(annotation.attribute("source").value()) == "http://www.eclipse.org/uml2/2.0.0/UML")
+            return annotation.child("details").attribute("key").value();
+    return {};
+}
+
 // Whether the operation that holds the constraint has it as a condition.
 bool isCondition(pugi::xml_node constraint)
 {
@@ -86,6 +95,7 @@ void Reading::describe(pugi::xml_node node, Element& element, Package& package)
         const pugi::xml_node named = find(stereotype.value());
         element.stereotype = named ? xml::property(named, "name") : std::string_view(stereotype.value());
     }
+    addWord(element.stereotype, keywordsOf(node));
     for (const pugi::xml_node comment : node.children("ownedComment"))
         readComment(comment, element, package);
     for (const pugi::xml_node constraint : node.children("ownedRule"))

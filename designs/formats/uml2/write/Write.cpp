@@ -1,0 +1,232 @@
+#include "designs/formats/uml2/write/Write.h"
+
+#include "designs/formats/uml2/write/Writer.h"
+#include "designs/model/Walk.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace design::uml2 {
+
+Writer::Writer(const Writing& theWriting, Report& theReport) : writing(theWriting), report(theReport)
+{
+    noteIdentifiers();
+    collectRelations();
+}
+
+void Writer::noteIdentifiers()
+{
+    const auto note = [&](const Element& element) {
+        if (!element.id.empty() && !identifiers.contains(element.id))
+            identifiers.emplace(element.id, makeIdentifier(xmlIdentifier(element.id)));
+    };
+    note(writing.design.root);
+    forEachPackage(writing.design.root, [&](const Package& package) {
+        for (const Package& child : package.packages)
+            note(child);
+        for (const Classifier& classifier : package.classifiers)
+            note(classifier);
+        for (const Association& association : package.associations)
+            note(association);
+        for (const Relationship& relationship : package.relationships)
+            note(relationship);
+    });
+}
+
+void Writer::write(pugi::xml_node parent)
+{
+    const Package& root = writing.design.root;
+    model = parent.append_child("uml:Model");
+    set(model, "xmi:version", "20131001");
+    set(model, "xmlns:xmi", "http://www.omg.org/spec/XMI/20131001");
+    set(model, "xmlns:ecore", "http://www.eclipse.org/emf/2002/Ecore");
+    set(model, "xmlns:uml", "http://www.eclipse.org/uml2/5.0.0/UML");
+    set(model, "xmi:id", root.id.empty() ? makeIdentifier("model") : identifierOf(root.id));
+    if (!root.name.empty())
+        set(model, "name", root.name);
+    writePackage(root, model);
+    for (const pugi::xml_node type : furtherNodes) {
+        lastClassifier = lastClassifier ? model.insert_move_after(type, lastClassifier) : model.prepend_move(type);
+    }
+}
+
+void Writer::writePackage(const Package& package, pugi::xml_node node)
+{
+    describe(package, node, node);
+    writeRemarks(package, node);
+    for (const Classifier& classifier : package.classifiers)
+        writeClassifier(classifier, node);
+    if (&package == &writing.design.root)
+        lastClassifier = node.last_child();
+    for (const Association& association : package.associations)
+        writeAssociation(association, node);
+    for (const Relationship& relationship : package.relationships)
+        if (!isOwnedByClass(relationship))
+            writeRelationship(relationship, node);
+    for (const Package& child : package.packages)
+        writePackage(child, add(node, "packagedElement", "uml:Package", child));
+    leaveDiagrams(package);
+}
+
+// A package has the notes of what is in it, and those that hang at nothing.
+void Writer::writeRemarks(const Package& package, pugi::xml_node node)
+{
+    const auto comment = [&](const std::string& text, const std::string& annotated) {
+        pugi::xml_node added = addPart(node, "ownedComment", "uml:Comment", "-note");
+        if (!annotated.empty())
+            set(added, "annotatedElement", annotated);
+        set(added, "body", text);
+    };
+    const auto commentAll = [&](const Element& element) {
+        for (const std::string& text : element.notes)
+            comment(text, identifierOf(element.id));
+    };
+    for (const Classifier& classifier : package.classifiers)
+        commentAll(classifier);
+    for (const Association& association : package.associations)
+        for (const std::string& text : association.notes)
+            comment(text, identifierOf(association));
+    for (const Relationship& relationship : package.relationships)
+        commentAll(relationship);
+    for (const Package& child : package.packages)
+        if (!child.id.empty())
+            commentAll(child);
+    for (const Remark& remark : package.remarks)
+        comment(remark.text, "");
+}
+
+void Writer::leaveDiagrams(const Package& package)
+{
+    for (const Diagram& diagram : package.diagrams) {
+        report.left("diagram", diagram.id, diagram.name,
+                    "the model file has none; --to papyrus keeps diagrams beside it");
+        for (const std::string& text : diagram.notes)
+            report.left("note", diagram.id, text, "the diagram that it stands in is not there");
+    }
+}
+
+pugi::xml_node Writer::add(pugi::xml_node parent, const char* role, std::string_view type, const Element& element)
+{
+    const std::string id = identifierOf(element, parent);
+    pugi::xml_node node = parent.append_child(role);
+    set(node, "xmi:type", type);
+    set(node, "xmi:id", id);
+    if (!element.name.empty())
+        set(node, "name", element.name);
+    return node;
+}
+
+pugi::xml_node Writer::addPart(pugi::xml_node parent, const char* role, std::string_view type, std::string_view suffix)
+{
+    const std::string id = makeIdentifier(parent.attribute("xmi:id").value() + std::string(suffix));
+    pugi::xml_node node = parent.append_child(role);
+    set(node, "xmi:type", type);
+    set(node, "xmi:id", id);
+    return node;
+}
+
+// Stereotypes are keywords, which need no profile.
+void Writer::describe(const Element& element, pugi::xml_node node, pugi::xml_node space)
+{
+    if (!element.stereotype.empty()) {
+        pugi::xml_node annotation = addPart(node, "eAnnotations", "ecore:EAnnotation", "-keywords");
+        set(annotation, "source", "http://www.eclipse.org/uml2/2.0.0/UML");
+        pugi::xml_node detail = addPart(annotation, "details", "ecore:EStringToStringMapEntry", "-word");
+        set(detail, "key", element.stereotype);
+    }
+    if (!element.documentation.empty()) {
+        pugi::xml_node comment = addPart(node, "ownedComment", "uml:Comment", "-comment");
+        set(comment, "annotatedElement", node.attribute("xmi:id").value());
+        set(comment, "body", element.documentation);
+    }
+    const std::string_view constrained = node == space ? "" : node.attribute("xmi:id").value();
+    for (const std::string& text : element.constraints)
+        addRule(text, constrained, space);
+}
+
+void Writer::addRule(const std::string& text, std::string_view constrained, pugi::xml_node space)
+{
+    pugi::xml_node rule = addPart(space, "ownedRule", "uml:Constraint", "-rule");
+    if (!constrained.empty())
+        set(rule, "constrainedElement", constrained);
+    pugi::xml_node value = addPart(rule, "specification", "uml:OpaqueExpression", "-value");
+    setText(value.append_child("body"), text);
+}
+
+std::string Writer::identifierOf(const Element& element, pugi::xml_node parent)
+{
+    if (element.id.empty())
+        return makeIdentifier(parent.attribute("xmi:id").value() + std::string("-part"));
+    const auto found = identifiers.find(element.id);
+    return found == identifiers.end() ? makeIdentifier(xmlIdentifier(element.id)) : found->second;
+}
+
+std::string Writer::identifierOf(std::string_view id) const
+{
+    const auto found = identifiers.find(std::string(id));
+    return found == identifiers.end() ? std::string() : found->second;
+}
+
+std::string Writer::makeIdentifier(const std::string& wanted)
+{
+    if (taken.insert(wanted).second)
+        return wanted;
+    std::size_t& number = numbers[wanted];
+    std::string numbered;
+    do {
+        numbered = wanted + "." + std::to_string(++number + 1);
+    } while (!taken.insert(numbered).second);
+    return numbered;
+}
+
+namespace {
+
+// What XML cannot hold becomes a blank.
+std::string withoutControls(std::string_view value)
+{
+    std::string text(value);
+    const auto isBad = [](char byte) {
+        return static_cast<unsigned char>(byte) < 0x20U && byte != '\n' && byte != '\t' && byte != '\r';
+    };
+    std::replace_if(text.begin(), text.end(), isBad, ' ');
+    return text;
+}
+
+} // namespace
+
+void set(pugi::xml_node node, const char* name, std::string_view value)
+{
+    node.append_attribute(name).set_value(withoutControls(value).c_str());
+}
+
+void setText(pugi::xml_node node, std::string_view text)
+{
+    node.text().set(withoutControls(text).c_str());
+}
+
+std::string xmlIdentifier(std::string_view id)
+{
+    std::string identifier(id);
+    const auto isDigit = [](char byte) { return byte >= '0' && byte <= '9'; };
+    const auto mayStand = [&](char byte) {
+        const char lower = static_cast<char>(byte | 0x20);
+        return (lower >= 'a' && lower <= 'z') || isDigit(byte) || byte == '_' || byte == '-' || byte == '.' ||
+               static_cast<unsigned char>(byte) >= 0x80U;
+    };
+    std::replace_if(
+        identifier.begin(), identifier.end(), [&](char byte) { return !mayStand(byte); }, '_');
+    if (identifier.empty() || isDigit(identifier.front()) || identifier.front() == '-' || identifier.front() == '.')
+        identifier.insert(identifier.begin(), '_');
+    return identifier;
+}
+
+std::vector<WrittenFile> write(const Writing& writing, Report& report)
+{
+    pugi::xml_document document;
+    Writer(writing, report).write(document);
+    std::ostringstream stream;
+    document.save(stream, "  ", pugi::format_indent, pugi::encoding_utf8);
+    return {{"", std::move(stream).str()}};
+}
+
+} // namespace design::uml2
