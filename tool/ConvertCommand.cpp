@@ -101,6 +101,11 @@ struct Output {
     std::string place;                                      // the file or folder that the user is told
 };
 
+std::string endingOf(const std::string& place)
+{
+    return text::lowerCase(fs::path(place).extension().string());
+}
+
 Output outputOf(const ConvertRequest& request, const design::Format& target, Input& input)
 {
     const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
@@ -113,7 +118,8 @@ Output outputOf(const ConvertRequest& request, const design::Format& target, Inp
     const std::string stem = stemOf(isFolder || place == "-" ? request.input : place);
     design::settleFor(target, input.design, request.design.hasLayout.value_or(true), input.report);
     const design::Catalogue catalogue(input.design.root);
-    std::vector<design::WrittenFile> written = target.write({input.design, catalogue, stem, isFolder}, input.report);
+    std::vector<design::WrittenFile> written =
+        target.write({input.design, catalogue, stem, isFolder, endingOf(place)}, input.report);
     if (place == "-" && written.size() > 1)
         throw WrongUsage(std::string(target.name) + " takes " + std::to_string(written.size()) +
                          " files; they do not fit on standard output");

@@ -36,6 +36,7 @@ struct Writing {
     const Catalogue& catalogue; ///< of the design
     std::string stem;           ///< name of the output without folder and ending
     bool isFolder = false;      ///< the output is a folder, which takes a file for each diagram
+    std::string ending = {};    ///< of the output; may be empty
 };
 
 /// A file that comes out. One without a name is the output itself; others lie beside it. In a folder with a file for

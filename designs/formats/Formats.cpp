@@ -33,12 +33,15 @@ const Format* formatNamed(std::string_view name)
 
 const Format* formatWrittenTo(std::string_view fileName)
 {
-    const auto isEndOf = [&](std::string_view ending) {
+    const auto isEnd = [&](std::string_view ending) {
         return fileName.size() > ending.size() && fileName.ends_with(ending);
     };
-    return formatWith([&](const Format& format) {
-        return format.write && std::any_of(format.endings.begin(), format.endings.end(), isEndOf);
-    });
+    const auto hasFirst = [&](const Format& format) { return format.write && isEnd(format.endings.front()); };
+    const auto hasAny = [&](const Format& format) {
+        return format.write && std::any_of(format.endings.begin(), format.endings.end(), isEnd);
+    };
+    const Format* const found = formatWith(hasFirst);
+    return found ? found : formatWith(hasAny);
 }
 
 const Format* formatOf(const Source& source)

@@ -12,7 +12,8 @@ namespace design {
 /// The format whose name is given, or null.
 [[nodiscard]] const Format* formatNamed(std::string_view name);
 
-/// The first format that goes out into files with that ending, or null.
+/// The format that goes out into files with that ending, or null: one whose usual ending it is, or else one that has
+/// it, too.
 [[nodiscard]] const Format* formatWrittenTo(std::string_view fileName);
 
 /// The format that the content is of, or null when it is of none.

@@ -42,7 +42,7 @@ public:
         std::erase_if(diagram.boxes, [&](const Box& box) { return leave("box", box.elementId, whyNoBox(box)); });
         std::erase_if(diagram.lines, [&](const Line& line) { return leave("line", line.elementId, whyNoLine(line)); });
         openLinesOfOtherBoxes();
-        if (!diagram.keepsPlaces)
+        if (!diagram.keepsPlaces && reach == Reach::Classifiers)
             addAssociationClasses();
     }
 

@@ -117,8 +117,10 @@ private:
             report.left("association", association.id, association.name, reason);
             return false;
         }
-        if (const Classifier* const theClass =
-                catalogue.classifierOf({association.associationClassId, association.associationClassId}))
+        const std::string& classId = association.associationClassId;
+        const Classifier* const byId = catalogue.classifier(classId);
+        if (const Classifier* const theClass = byId ? byId : catalogue.classifierNamed(classId);
+            theClass && !classId.empty())
             association.associationClassId = theClass->id;
         else if (!association.associationClassId.empty()) {
             report.left("association class", association.associationClassId, association.name, "it is not in the file");

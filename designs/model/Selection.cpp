@@ -11,6 +11,9 @@ Selection::Selection(const Package& root, const Catalogue& catalogue)
         for (const Classifier& classifier : package.classifiers)
             addTypesOf(classifier, catalogue);
         for (const Association& association : package.associations) {
+            for (const AssociationEnd& end : association.ends)
+                for (const Attribute& qualifier : end.qualifiers)
+                    usedAsTypes.insert(catalogue.classifierOf(qualifier.type));
             shownOrJoined.insert(association.associationClassId);
             for (const AssociationEnd& end : association.ends)
                 shownOrJoined.insert(end.participant.id);
@@ -35,6 +38,8 @@ void Selection::addTypesOf(const Classifier& classifier, const Catalogue& catalo
         for (const Parameter& parameter : operation.parameters)
             add(parameter.type);
     }
+    for (const Parameter& parameter : classifier.templateParameters)
+        add(parameter.type);
 }
 
 bool Selection::isNeededAsClass(const Classifier& classifier) const

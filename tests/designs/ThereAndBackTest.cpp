@@ -3,6 +3,7 @@
 #include "designs/Import.h"
 #include "designs/model/Counts.h"
 #include "Files.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -32,11 +33,16 @@ Counts countsOf(const design::Design& design)
     return counts;
 }
 
-std::string writtenIn(const design::Format& format, design::Design& design, design::Report& report)
+using Files = std::map<std::string, std::string>; // texts by names; that of the output itself is empty
+
+Files writtenIn(const design::Format& format, design::Design& design, design::Report& report)
 {
     design::settleFor(format, design, true, report);
     const design::Catalogue catalogue(design.root);
-    return format.write({design, catalogue, "out"}, report).front().text;
+    Files files;
+    for (design::WrittenFile& file : format.write({design, catalogue, "out"}, report))
+        files.emplace(std::move(file.name), std::move(file.text));
+    return files;
 }
 
 class ThereAndBack : public testing::TestWithParam<std::string> {};
@@ -57,11 +63,14 @@ TEST_P(ThereAndBack, IsTheSameButForWhatIsTold)
         Counts expected = countsOf(design);
         const std::size_t left = report.leftEntries().size();
         const std::size_t made = report.madeEntries().size();
-        const std::string first = writtenIn(format, design, report);
+        const Files first = writtenIn(format, design, report);
         settle(expected, report, left, made);
 
         design::Report secondReport;
-        design::Design back = design::readDesign(format, {first, "-"}, secondReport);
+        const TemporaryFolder folder;
+        for (const auto& [file, text] : first)
+            folder.write(file.empty() ? "out.uml" : file, text);
+        design::Design back = design::readDesign(format, {first.at(""), folder / "out.uml"}, secondReport);
         const Counts counts = countsOf(back);
         for (const design::ElementCount& each : design::countElements(design)) {
             const bool isDrawn = each.kind == "box" || each.kind == "line";

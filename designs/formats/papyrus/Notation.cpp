@@ -177,7 +177,9 @@ private:
         Diagram diagram;
         diagram.id = xml::xmiAttribute(node, "id");
         diagram.name = node.attribute("name").value();
-        if (type.find("Class") == std::string_view::npos) {
+        const bool isOfUseCases = type.find("UseCase") != std::string_view::npos;
+        diagram.kind = isOfUseCases ? DiagramKind::UseCase : DiagramKind::Class;
+        if (!isOfUseCases && type.find("Class") == std::string_view::npos) {
             report.left(plainWords(type.starts_with("PapyrusUML") ? type.substr(10) : type), diagram.id, diagram.name,
                         classDiagramsOnly);
             return;

@@ -1,6 +1,7 @@
 #include "designs/formats/Formats.h"
 
 #include "designs/formats/papyrus/Notation.h"
+#include "designs/formats/papyrus/Write.h"
 #include "designs/formats/uml2/Uml2.h"
 
 #include <cstdint>
@@ -87,10 +88,11 @@ Format papyrusFormat()
 {
     return {"papyrus",
             "Papyrus model (.uml) with the diagrams beside it (.notation)",
-            {".uml", ".notation", ".di"},
+            {".di", ".uml", ".notation"},
             "a uml:Model or uml:Package with packaged elements",
             recognizes,
-            read};
+            read,
+            papyrus::write};
 }
 
 } // namespace design

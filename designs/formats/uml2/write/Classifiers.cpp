@@ -16,7 +16,7 @@ bool isActor(const Classifier& classifier)
     return classifier.kind == ClassifierKind::Actor && classifier.attributes.empty() && classifier.operations.empty();
 }
 
-std::string_view typeOf(const Classifier& classifier, bool isOfAssociation)
+std::string_view typeNamed(const Classifier& classifier, bool isOfAssociation)
 {
     switch (classifier.kind) {
     case ClassifierKind::Interface:
@@ -76,11 +76,16 @@ bool isInteger(const std::string& text)
 
 } // namespace
 
+std::string_view Writer::typeOf(const Classifier& classifier) const
+{
+    return typeNamed(classifier, associationsOfClasses.contains(&classifier));
+}
+
 void Writer::writeClassifier(const Classifier& classifier, pugi::xml_node parent)
 {
     const auto association = associationsOfClasses.find(&classifier);
     const bool isOfAssociation = association != associationsOfClasses.end();
-    const std::string_view type = typeOf(classifier, isOfAssociation);
+    const std::string_view type = typeNamed(classifier, isOfAssociation);
     pugi::xml_node node = add(parent, "packagedElement", type, classifier);
     const std::string_view kind = type == "uml:Class"              ? "class"
                                   : type == "uml:AssociationClass" ? "association class"
@@ -110,6 +115,7 @@ void Writer::writeClassifier(const Classifier& classifier, pugi::xml_node parent
 void Writer::writeLiteral(const Literal& literal, pugi::xml_node parent)
 {
     pugi::xml_node node = add(parent, "ownedLiteral", "uml:EnumerationLiteral", literal);
+    featureIdentifiers.emplace(&literal, node.attribute("xmi:id").value());
     describe(literal, node, parent);
     writeValue("specification", literal.value, node);
 }
@@ -117,6 +123,7 @@ void Writer::writeLiteral(const Literal& literal, pugi::xml_node parent)
 void Writer::writeAttribute(const Attribute& attribute, const char* role, pugi::xml_node parent)
 {
     pugi::xml_node node = add(parent, role, "uml:Property", attribute);
+    featureIdentifiers.emplace(&attribute, node.attribute("xmi:id").value());
     set(node, "visibility", wordOf(attribute.visibility));
     setFlag(node, "isStatic", attribute.isStatic);
     setFlag(node, "isDerived", attribute.isDerived);
@@ -131,6 +138,7 @@ void Writer::writeAttribute(const Attribute& attribute, const char* role, pugi::
 void Writer::writeOperation(const Operation& operation, pugi::xml_node parent)
 {
     pugi::xml_node node = add(parent, "ownedOperation", "uml:Operation", operation);
+    featureIdentifiers.emplace(&operation, node.attribute("xmi:id").value());
     setVisibility(node, operation.visibility);
     setFlag(node, "isStatic", operation.isStatic);
     setFlag(node, "isAbstract", operation.isAbstract);

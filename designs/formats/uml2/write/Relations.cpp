@@ -187,6 +187,35 @@ void Writer::writeEnd(const Association& association, std::size_t place, const c
     writeMultiplicity(end.multiplicity, node);
 }
 
+std::string_view Writer::typeOf(const Relationship& relationship) const
+{
+    if (relationship.kind == RelationshipKind::Generalization)
+        return "uml:Generalization";
+    if (relationship.kind == RelationshipKind::Realization)
+        return isOwnedByClass(relationship) ? "uml:InterfaceRealization" : "uml:Realization";
+    const DependencyType* const row = rowOf(dependencyTypes, relationship.stereotype);
+    return row ? row->umlType : "uml:Dependency";
+}
+
+WrittenRelation Writer::relation(const std::string& elementId) const
+{
+    const auto endOf = [&](const Reference& reference) {
+        const Classifier* const classifier = writing.catalogue.classifierOf(reference);
+        return classifier ? classifier->id : reference.id;
+    };
+    if (const Association* const association = writing.catalogue.association(elementId)) {
+        if (association->ends.size() != 2)
+            return {};
+        return {isItsClass(*association) ? "uml:AssociationClass" : "uml:Association", identifierOf(*association),
+                endOf(association->ends[0].participant), endOf(association->ends[1].participant)};
+    }
+    const Relationship* const relationship = writing.catalogue.relationship(elementId);
+    if (!relationship)
+        return {};
+    return {typeOf(*relationship), identifierOf(relationship->id), endOf(relationship->client),
+            endOf(relationship->supplier)};
+}
+
 void Writer::writeRelationship(const Relationship& relationship, pugi::xml_node parent)
 {
     const auto endOf = [&](const Reference& reference) {
@@ -198,9 +227,7 @@ void Writer::writeRelationship(const Relationship& relationship, pugi::xml_node 
         return;
     }
     const DependencyType* const row = rowOf(dependencyTypes, relationship.stereotype);
-    const std::string_view type = relationship.kind == RelationshipKind::Realization ? "uml:Realization"
-                                  : row                                              ? row->umlType
-                                                                                     : "uml:Dependency";
+    const std::string_view type = typeOf(relationship);
     pugi::xml_node node = add(parent, "packagedElement", type, relationship);
     set(node, "client", endOf(relationship.client));
     set(node, "supplier", endOf(relationship.supplier));

@@ -41,7 +41,9 @@ void Writer::write(pugi::xml_node parent)
     set(model, "xmlns:xmi", "http://www.omg.org/spec/XMI/20131001");
     set(model, "xmlns:ecore", "http://www.eclipse.org/emf/2002/Ecore");
     set(model, "xmlns:uml", "http://www.eclipse.org/uml2/5.0.0/UML");
-    set(model, "xmi:id", root.id.empty() ? makeIdentifier("model") : identifierOf(root.id));
+    if (root.id.empty())
+        modelIdentifier = makeIdentifier("model");
+    set(model, "xmi:id", identifierOfPackage(root));
     if (!root.name.empty())
         set(model, "name", root.name);
     writePackage(root, model);
@@ -63,9 +65,18 @@ void Writer::writePackage(const Package& package, pugi::xml_node node)
     for (const Relationship& relationship : package.relationships)
         if (!isOwnedByClass(relationship))
             writeRelationship(relationship, node);
-    for (const Package& child : package.packages)
-        writePackage(child, add(node, "packagedElement", "uml:Package", child));
-    leaveDiagrams(package);
+    for (const Package& child : package.packages) {
+        pugi::xml_node added = add(node, "packagedElement", "uml:Package", child);
+        packageIdentifiers.emplace(&child, added.attribute("xmi:id").value());
+        writePackage(child, added);
+    }
+}
+
+std::string Writer::identifierOfPackage(const Package& package) const
+{
+    if (&package != &writing.design.root)
+        return packageIdentifiers.at(&package);
+    return package.id.empty() ? modelIdentifier : identifierOf(package.id);
 }
 
 // A package has the notes of what is in it, and those that hang at nothing.
@@ -93,16 +104,6 @@ void Writer::writeRemarks(const Package& package, pugi::xml_node node)
             commentAll(child);
     for (const Remark& remark : package.remarks)
         comment(remark.text, "");
-}
-
-void Writer::leaveDiagrams(const Package& package)
-{
-    for (const Diagram& diagram : package.diagrams) {
-        report.left("diagram", diagram.id, diagram.name,
-                    "the model file has none; --to papyrus keeps diagrams beside it");
-        for (const std::string& text : diagram.notes)
-            report.left("note", diagram.id, text, "the diagram that it stands in is not there");
-    }
 }
 
 pugi::xml_node Writer::add(pugi::xml_node parent, const char* role, std::string_view type, const Element& element)
@@ -220,8 +221,23 @@ std::string xmlIdentifier(std::string_view id)
     return identifier;
 }
 
+namespace {
+
+void leaveDiagrams(const Package& package, Report& report)
+{
+    for (const Diagram& diagram : package.diagrams) {
+        report.left("diagram", diagram.id, diagram.name,
+                    "the model file has none; --to papyrus keeps diagrams beside it");
+        for (const std::string& text : diagram.notes)
+            report.left("note", diagram.id, text, "the diagram that it stands in is not there");
+    }
+}
+
+} // namespace
+
 std::vector<WrittenFile> write(const Writing& writing, Report& report)
 {
+    forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, report); });
     pugi::xml_document document;
     Writer(writing, report).write(document);
     std::ostringstream stream;

@@ -12,6 +12,15 @@
 
 namespace design::uml2 {
 
+/// A relation as it stands in the file: its type, identifier, and the elements of the design that it leads from and to.
+/// Without identifier: none that joins two elements.
+struct WrittenRelation {
+    std::string_view type;
+    std::string id;
+    std::string from;
+    std::string to;
+};
+
 /// Writes a design as the tools of Eclipse save models of UML 2.
 class Writer {
 public:
@@ -20,13 +29,26 @@ public:
     /// Adds the model, with all that is in it, to a document.
     void write(pugi::xml_node parent);
 
+    // What views of the written elements refer to them by.
+
+    [[nodiscard]] std::string identifierOfPackage(const Package& package) const;
+    [[nodiscard]] std::string identifierOfClassifier(const Classifier& classifier) const
+    {
+        return identifierOf(classifier.id);
+    }
+    [[nodiscard]] std::string identifierOfFeature(const Element& feature) const
+    {
+        return featureIdentifiers.at(&feature);
+    }
+    [[nodiscard]] std::string_view typeOf(const Classifier& classifier) const;
+    [[nodiscard]] WrittenRelation relation(const std::string& elementId) const;
+
 private:
     void collectRelations();
     void noteIdentifiers();
 
     void writePackage(const Package& package, pugi::xml_node node);
     void writeRemarks(const Package& package, pugi::xml_node node);
-    void leaveDiagrams(const Package& package);
 
     void writeClassifier(const Classifier& classifier, pugi::xml_node parent);
     void writeLiteral(const Literal& literal, pugi::xml_node parent);
@@ -48,6 +70,7 @@ private:
     void writeOwnRelations(const Classifier& classifier, pugi::xml_node node);
     void writeRelationship(const Relationship& relationship, pugi::xml_node parent);
     [[nodiscard]] const std::string& endIdentifier(const Association& association, std::size_t place);
+    [[nodiscard]] std::string_view typeOf(const Relationship& relationship) const;
     [[nodiscard]] bool isOwnedByClass(const Relationship& relationship) const;
     [[nodiscard]] bool ownsEnd(const Association& association, std::size_t place) const;
 
@@ -72,8 +95,11 @@ private:
     std::unordered_map<const Classifier*, std::vector<std::pair<const Association*, std::size_t>>> endsOfClasses;
     std::unordered_map<const Classifier*, std::vector<const Relationship*>> relationsOfClasses;
     std::unordered_map<const AssociationEnd*, std::string> endIdentifiers;
-    std::unordered_map<std::string, std::string> furtherTypes; // identifiers by names
-    std::vector<pugi::xml_node> furtherNodes;                  // which come to stand behind the model's own classifiers
+    std::unordered_map<const Element*, std::string> featureIdentifiers; // of attributes, operations and literals
+    std::unordered_map<std::string, std::string> furtherTypes;          // identifiers by names
+    std::vector<pugi::xml_node> furtherNodes; // which come to stand behind the model's own classifiers
+    std::unordered_map<const Package*, std::string> packageIdentifiers;
+    std::string modelIdentifier; // where the design has none
     pugi::xml_node model;
     pugi::xml_node lastClassifier; // in the model itself
 };
