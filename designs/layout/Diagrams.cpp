@@ -43,7 +43,7 @@ public:
         std::erase_if(diagram.lines, [&](const Line& line) { return leave("line", line.elementId, whyNoLine(line)); });
         openLinesOfOtherBoxes();
         if (!diagram.keepsPlaces && reach == Reach::Classifiers)
-            addAssociationClasses();
+            addAssociationClasses(); // without which the host draws none of it
     }
 
 private:

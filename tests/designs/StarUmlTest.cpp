@@ -187,7 +187,7 @@ TEST(StarUml, TellsWhatItLeaves)
         std::string elements;
         const char* entry;
     } rows[] = {
-        {"{'_type':'UMLUseCase','_id':'u','name':'Buy'}", "UMLUseCase Buy: the host model has nothing of this kind"},
+        {"{'_type':'UMLUseCase','_id':'u','name':'Buy'}", "use case Buy: the host model has nothing of this kind"},
         {"{'_type':'UMLSequenceDiagram','_id':'u','name':'S'}", "UMLSequenceDiagram S: only class diagrams are taken"},
         {"{'_type':'UMLStateMachine','_id':'u','ownedElements':[{'_type':'UMLStatechartDiagram','_id':'v','name':'T'}]"
          "}",
@@ -222,7 +222,7 @@ TEST(StarUml, RefusesInWordsWhatItCannotRead)
         {std::string(2000, '['), "1:1025: expected values that lie in each other at most 1024 deep, found one more"},
         {project("{'_type':'UMLUseCase','_id':'u'}"), "nothing to import was found; looked for UMLClass, UMLInterface, "
                                                       "UMLDataType or UMLEnumeration elements in the "
-                                                      "ownedElements of a Project; found only: 1 UMLUseCase"},
+                                                      "ownedElements of a Project; found only: 1 use case"},
         {"[]", "nothing to import was found"},
     };
     for (const auto& row : rows)

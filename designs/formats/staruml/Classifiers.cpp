@@ -18,6 +18,7 @@ constexpr std::array classifierTypes = {
     NamedClassifier{"UMLEnumeration", ClassifierKind::Enumeration},
     NamedClassifier{"UMLStereotype", ClassifierKind::Class, "stereotype"},
     NamedClassifier{"UMLActor", ClassifierKind::Actor, "Actor"},
+    NamedClassifier{"UMLUseCase", ClassifierKind::UseCase},
     NamedClassifier{"UMLComponent", ClassifierKind::Class, "component"},
     NamedClassifier{"UMLObject", ClassifierKind::Class, "object"},
 };
@@ -46,6 +47,21 @@ Parameter readTemplateParameter(Reading& reading, const Object& object, Package&
     return parameter;
 }
 
+Concurrency concurrencyNamed(std::string_view word)
+{
+    if (word == "guarded")
+        return Concurrency::Guarded;
+    return word == "concurrent" ? Concurrency::Synchronous : Concurrency::Sequential;
+}
+
+// What an attribute holds is a part of it, or is shared with others.
+Containment containmentNamed(std::string_view aggregation)
+{
+    if (aggregation == "composite")
+        return Containment::ByValue;
+    return aggregation == "shared" ? Containment::ByReference : Containment::Unspecified;
+}
+
 std::string conditionsIn(const Object& object, std::string_view key)
 {
     std::string text;
@@ -60,6 +76,7 @@ Operation readOperation(Reading& reading, const Object& object, Package& package
     operation.visibility = visibilityNamed(json::text(object, "visibility"));
     operation.isStatic = json::flag(object, "isStatic");
     operation.isAbstract = json::flag(object, "isAbstract");
+    operation.concurrency = concurrencyNamed(json::text(object, "concurrency"));
     operation.semantics = json::text(object, "specification");
     operation.preCondition = conditionsIn(object, "preconditions");
     operation.postCondition = conditionsIn(object, "postconditions");
@@ -112,6 +129,7 @@ Attribute readAttribute(Reading& reading, const Object& object, Package& package
     attribute.isStatic = json::flag(object, "isStatic");
     attribute.isDerived = json::flag(object, "isDerived");
     attribute.isReadOnly = json::flag(object, "isReadOnly");
+    attribute.containment = containmentNamed(json::text(object, "aggregation"));
     attribute.isIdentifier = json::flag(object, "isID");
     return attribute;
 }

@@ -155,6 +155,7 @@ void readDiagram(Reading& reading, const Object& object, Package& package)
 {
     Diagram diagram;
     reading.describe(object, diagram, package);
+    diagram.kind = typeOf(object) == "UMLUseCaseDiagram" ? DiagramKind::UseCase : DiagramKind::Class;
     DiagramReader(reading, diagram).read(object);
     std::erase_if(diagram.remarks, [](const Remark& remark) { return remark.text.empty(); });
     package.diagrams.push_back(std::move(diagram));

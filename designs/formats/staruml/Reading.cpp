@@ -9,9 +9,19 @@ namespace design::staruml {
 
 namespace {
 
-// The host has no tagged values; they stay readable as lines of the documentation.
+// The host has no tagged values; they stay readable as lines of the documentation. Those that name a tool are that
+// tool's properties.
 void readTag(const Object& tag, Element& element)
 {
+    constexpr std::string_view separator = "::";
+    const std::string_view name = nameOf(tag);
+    std::string_view text;
+    const std::size_t at = name.find(separator);
+    if (at != std::string_view::npos && at > 0 && tag["value"].get(text) == simdjson::SUCCESS) {
+        element.properties.push_back(
+            {std::string(name.substr(0, at)), std::string(name.substr(at + separator.size())), std::string(text)});
+        return;
+    }
     std::string line("{");
     line += nameOf(tag);
     json::Value value;

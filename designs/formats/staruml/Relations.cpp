@@ -16,6 +16,8 @@ constexpr std::array relationshipTypes = {
     NamedRelationship{"UMLUsage", RelationshipKind::Dependency, "use"},
     NamedRelationship{"UMLAbstraction", RelationshipKind::Dependency, "abstraction"},
     NamedRelationship{"UMLRefinement", RelationshipKind::Dependency, "refine"},
+    NamedRelationship{"UMLInclude", RelationshipKind::Dependency, "include"},
+    NamedRelationship{"UMLExtend", RelationshipKind::Dependency, "extend"},
     NamedRelationship{"UMLTemplateBinding", RelationshipKind::Dependency, "bind"},
 };
 
@@ -28,6 +30,7 @@ void readRelationship(Reading& reading, const Object& object, const NamedRelatio
     relationship.kind = type.kind;
     if (relationship.stereotype.empty())
         relationship.stereotype = type.stereotype;
+    relationship.visibility = visibilityNamed(json::text(object, "visibility"));
     relationship.client = reading.referenceTo(referenceIn(object, "source"));
     relationship.supplier = reading.referenceTo(referenceIn(object, "target"));
     if (const std::string_view mapping = json::text(object, "mapping"); !mapping.empty())

@@ -1,6 +1,7 @@
 #include "designs/formats/Formats.h"
 
 #include "designs/formats/staruml/Reading.h"
+#include "designs/formats/staruml/Write.h"
 #include "text/Words.h"
 
 #include <array>
@@ -24,7 +25,8 @@ constexpr std::array packageTypes = {
 };
 
 // Object and package diagrams show classes and their relations, too.
-constexpr std::array<std::string_view, 3> diagramTypes = {"UMLClassDiagram", "UMLObjectDiagram", "UMLPackageDiagram"};
+constexpr std::array<std::string_view, 4> diagramTypes = {"UMLClassDiagram", "UMLObjectDiagram", "UMLPackageDiagram",
+                                                          "UMLUseCaseDiagram"};
 
 void readContent(Reading& reading, const Object& object, Package& package)
 {
@@ -112,7 +114,8 @@ Format starUmlFormat()
             {".mdj", ".mfj"},
             "UMLClass, UMLInterface, UMLDataType or UMLEnumeration elements in the ownedElements of a Project",
             staruml::recognizes,
-            staruml::read};
+            staruml::read,
+            staruml::write};
 }
 
 } // namespace design

@@ -1,0 +1,339 @@
+// Designs as StarUML keeps them.
+
+#include "designs/formats/Formats.h"
+#include "designs/Import.h"
+#include "designs/model/Texts.h"
+#include "Files.h"
+#include "SmallDesigns.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <map>
+#include <set>
+#include <simdjson.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Written {
+    std::string text;
+    design::Report report;
+};
+
+Written written(design::Design design)
+{
+    const design::Format& format = *design::formatNamed("staruml");
+    Written result;
+    design::settleFor(format, design, true, result.report);
+    const design::Catalogue catalogue(design.root);
+    result.text = format.write({design, catalogue, "out"}, result.report).front().text;
+    return result;
+}
+
+design::Design readBack(const std::string& text)
+{
+    design::Report report;
+    return design::readDesign(*design::formatNamed("staruml"), {text, "-"}, report);
+}
+
+Written writtenFrom(const std::string& name)
+{
+    const std::string bytes = bytesOf(name);
+    const design::Source source{bytes, pathOf(name)};
+    design::Report report;
+    return written(design::readDesign(*design::formatOf(source), source, report));
+}
+
+// All objects of a file by identifier, and what refers to which.
+class Objects {
+public:
+    explicit Objects(const std::string& text) { add(parser.parse(text), ""); }
+
+    std::vector<std::string> faults;
+    std::map<std::string, std::set<std::string>> keysByType;
+    std::map<std::string, std::string> typesById;
+
+    void checkReferences()
+    {
+        for (const std::string& id : references)
+            if (!typesById.contains(id))
+                faults.push_back("nothing is " + id);
+    }
+
+private:
+    void add(simdjson::dom::element value, const std::string& owner)
+    {
+        simdjson::dom::object object;
+        simdjson::dom::array list;
+        if (value.get(object) == simdjson::SUCCESS)
+            addObject(object, owner);
+        else if (value.get(list) == simdjson::SUCCESS)
+            for (const simdjson::dom::element item : list)
+                add(item, owner);
+    }
+
+    void addObject(simdjson::dom::object object, const std::string& owner)
+    {
+        std::string_view target;
+        if (object["$ref"].get(target) == simdjson::SUCCESS) {
+            references.emplace_back(target);
+            return;
+        }
+        const auto textIn = [&](const char* key) { return std::string(object[key].get_string().value()); };
+        const std::string id = textIn("_id");
+        const std::string type = textIn("_type");
+        if (!typesById.emplace(id, type).second)
+            faults.push_back("twice: " + id);
+        std::string_view parent;
+        if (object["_parent"]["$ref"].get(parent) != simdjson::SUCCESS)
+            parent = "";
+        if (parent != owner)
+            faults.push_back(id + " lies in " + owner + ", not in " + std::string(parent));
+        for (const auto& member : object) {
+            keysByType[type].emplace(member.key);
+            add(member.value, id);
+        }
+    }
+
+    simdjson::dom::parser parser;
+    std::vector<std::string> references;
+};
+
+class WriteStarUml : public testing::TestWithParam<const char*> {};
+
+TEST_P(WriteStarUml, HasNoReferenceThatLeadsNowhere)
+{
+    Objects objects(writtenFrom(GetParam()).text);
+    objects.checkReferences();
+    EXPECT_THAT(objects.faults, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, WriteStarUml,
+                         testing::Values("shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi",
+                                         "plain.xmi", "all-kinds.xmi", "shop.ecore", "packages.ecore", "shop.mdl"),
+                         [](const auto& instance) {
+                             std::string name = instance.param;
+                             std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
+                             return name;
+                         });
+
+// The keys that the tool writes for each of these in every file.
+TEST(WriteStarUmlKeys, AreThoseOfTheTool)
+{
+    const std::string view = "visible enabled lineColor fillColor fontColor font showShadow containerChangeable "
+                             "containerExtending";
+    const std::string bounds = " left top width height autoResize";
+    const struct {
+        const char* type;
+        std::string keys;
+    } rows[] = {
+        {"UMLModel", "name ownedElements visibility"},
+        {"UMLClassDiagram", "name visible defaultDiagram ownedViews"},
+        {"UMLClass", "name visibility isAbstract isFinalSpecialization isLeaf isActive"},
+        {"UMLAttribute", "name visibility isStatic isLeaf isReadOnly isOrdered isUnique isDerived aggregation isID"},
+        {"UMLOperation", "name visibility isStatic isLeaf parameters concurrency isQuery isAbstract"},
+        {"UMLParameter", "visibility isStatic isLeaf isReadOnly isOrdered isUnique direction"},
+        {"UMLAssociation", "end1 end2 visibility isDerived"},
+        {"UMLAssociationEnd",
+         "reference visibility navigable aggregation isReadOnly isOrdered isUnique isDerived isID"},
+        {"UMLGeneralization", "source target visibility"},
+        {"UMLClassView", "model subViews " + view + bounds +
+                             " stereotypeDisplay showVisibility showNamespace showProperty showType nameCompartment "
+                             "suppressAttributes suppressOperations suppressReceptions showMultiplicity "
+                             "showOperationSignature attributeCompartment operationCompartment receptionCompartment "
+                             "templateParameterCompartment"},
+        {"UMLNameCompartmentView",
+         "model subViews " + view + bounds + " stereotypeLabel nameLabel namespaceLabel propertyLabel"},
+        {"LabelView", view + bounds + " underline text horizontalAlignment verticalAlignment wordWrap"},
+        {"UMLAttributeView", "model " + view + bounds + " underline text horizontalAlignment verticalAlignment"},
+        {"UMLAssociationView", "model subViews " + view +
+                                   " head tail lineStyle points stereotypeDisplay showVisibility showProperty "
+                                   "nameLabel stereotypeLabel propertyLabel showMultiplicity showType "
+                                   "tailRoleNameLabel tailPropertyLabel tailMultiplicityLabel headRoleNameLabel "
+                                   "headPropertyLabel headMultiplicityLabel tailQualifiersCompartment "
+                                   "headQualifiersCompartment"},
+        {"EdgeLabelView", "model " + view + bounds + " alpha distance hostEdge edgePosition underline"},
+        {"UMLGeneralizationView", "model subViews head tail lineStyle points nameLabel stereotypeLabel propertyLabel"},
+    };
+    Objects objects(writtenFrom("shop.mdl").text);
+    const Objects others(writtenFrom("all-kinds.xmi").text);
+    objects.keysByType["UMLGeneralizationView"] = others.keysByType.at("UMLGeneralizationView");
+    for (const auto& row : rows) {
+        ASSERT_TRUE(objects.keysByType.contains(row.type)) << row.type;
+        std::istringstream keys(row.keys + " _type _id _parent");
+        for (std::string key; keys >> key;)
+            EXPECT_TRUE(objects.keysByType.at(row.type).contains(key)) << row.type << " " << key;
+    }
+}
+
+design::Classifier classifierOf(design::ClassifierKind kind, const std::string& name)
+{
+    design::Classifier classifier = classNamed(name);
+    classifier.kind = kind;
+    return classifier;
+}
+
+TEST(WriteStarUmlElements, ComeBack)
+{
+    const std::string hostile = "\"quoted\" ]]> --> @enduml \\ {name}: <T> \xC3\xA4";
+    design::Classifier whole = classNamed("Whole");
+    whole.documentation = "first\nsecond \x01 \"third\"";
+    whole.stereotype = hostile;
+    whole.constraints = {hostile};
+    whole.notes = {"a note\nof two lines"};
+    whole.properties = {{"Ecore", "nsURI", "http:///shop"}};
+    whole.isAbstract = true;
+    whole.concurrency = design::Concurrency::Active;
+    design::Attribute attribute;
+    attribute.name = hostile;
+    attribute.type.name = "map<string, int>";
+    attribute.containment = design::Containment::ByReference;
+    attribute.multiplicity = design::parseMultiplicity("0..*");
+    attribute.constraints = {"ordered", "x > 0"};
+    whole.attributes = {attribute};
+    design::Operation operation;
+    operation.name = "run";
+    operation.concurrency = design::Concurrency::Guarded;
+    operation.preCondition = "ready\nset";
+    operation.semantics = "goes";
+    operation.returnType.id = "Part";
+    operation.parameters.resize(1);
+    operation.parameters[0].direction = design::Direction::InOut;
+    whole.operations = {operation};
+    design::Design design = designOf({whole, classNamed("Part")});
+    design.root.packages[0].associations = {association("Whole", "Part")};
+    design::AssociationEnd& end = design.root.packages[0].associations[0].ends[1];
+    end.qualifiers = {attribute};
+    end.isNavigable = true;
+    design.root.packages[0].associations[0].ends[0].aggregation = design::Aggregation::Composite;
+
+    const Written first = written(design);
+    const design::Design back = readBack(first.text);
+    EXPECT_THAT(first.report.leftEntries(), IsEmpty());
+    const design::Package& package = back.root.packages.at(0);
+    const design::Classifier& read = package.classifiers.at(0);
+    EXPECT_EQ(read.documentation, whole.documentation);
+    EXPECT_EQ(read.stereotype, hostile);
+    EXPECT_EQ(read.constraints, whole.constraints);
+    EXPECT_EQ(read.properties.at(0).tool + read.properties.at(0).name + read.properties.at(0).value,
+              "EcorensURIhttp:///shop");
+    EXPECT_TRUE(read.isAbstract);
+    EXPECT_EQ(read.concurrency, design::Concurrency::Active);
+    EXPECT_EQ(read.attributes.at(0).name, hostile);
+    EXPECT_EQ(read.attributes.at(0).type.name, "map<string, int>");
+    EXPECT_EQ(read.attributes.at(0).containment, design::Containment::ByReference);
+    EXPECT_EQ(design::textOf(read.attributes.at(0).multiplicity.value()), design::textOf(*attribute.multiplicity));
+    EXPECT_THAT(read.attributes.at(0).constraints, testing::UnorderedElementsAre("ordered", "x > 0"));
+    EXPECT_EQ(read.operations.at(0).concurrency, design::Concurrency::Guarded);
+    EXPECT_EQ(read.operations.at(0).preCondition, "ready\nset");
+    EXPECT_EQ(read.operations.at(0).semantics, "goes");
+    EXPECT_EQ(read.operations.at(0).returnType.id, "Part");
+    EXPECT_EQ(read.operations.at(0).parameters.at(0).direction, design::Direction::InOut);
+    const std::vector<design::AssociationEnd>& ends = package.associations.at(0).ends;
+    EXPECT_EQ(ends.at(0).aggregation, design::Aggregation::Composite);
+    EXPECT_FALSE(ends.at(0).isNavigable);
+    EXPECT_TRUE(ends.at(1).isNavigable);
+    EXPECT_EQ(ends.at(1).qualifiers.at(0).name, hostile);
+    EXPECT_EQ(written(back).text, first.text);
+}
+
+TEST(WriteStarUmlElements, OfUseCasesComeBack)
+{
+    design::Design design = designOf({classifierOf(design::ClassifierKind::UseCase, "Buy"),
+                                      classifierOf(design::ClassifierKind::UseCase, "Pay"),
+                                      classifierOf(design::ClassifierKind::Actor, "Buyer")});
+    design::Relationship include = generalization("Buy", "Pay");
+    include.kind = design::RelationshipKind::Dependency;
+    include.stereotype = "include";
+    design.root.packages[0].relationships = {include};
+    design.root.packages[0].associations = {association("Buyer", "Buy")};
+    design.root.packages[0].diagrams = {diagramOf({"Buy", "Pay", "Buyer"})};
+    design.root.packages[0].diagrams[0].kind = design::DiagramKind::UseCase;
+    design.root.packages[0].diagrams[0].lines.resize(1);
+    design.root.packages[0].diagrams[0].lines[0].elementId = include.id;
+
+    const Written first = written(design);
+    const Objects objects(first.text);
+    for (const char* const type : {"UMLUseCase", "UMLActor", "UMLInclude", "UMLUseCaseDiagram", "UMLUseCaseView",
+                                   "UMLActorView", "UMLIncludeView", "UMLAssociation"})
+        EXPECT_TRUE(objects.keysByType.contains(type)) << type;
+    const design::Design back = readBack(first.text);
+    const design::Package& package = back.root.packages.at(0);
+    EXPECT_EQ(package.classifiers.at(0).kind, design::ClassifierKind::UseCase);
+    EXPECT_EQ(package.classifiers.at(2).kind, design::ClassifierKind::Actor);
+    EXPECT_EQ(package.relationships.at(0).stereotype, "include");
+    EXPECT_EQ(package.diagrams.at(0).kind, design::DiagramKind::UseCase);
+    EXPECT_EQ(package.diagrams.at(0).boxes.size(), 3U);
+    EXPECT_EQ(package.diagrams.at(0).lines.size(), 1U);
+    EXPECT_EQ(written(back).text, first.text);
+}
+
+// One thing of each that StarUML has no place for.
+TEST(WriteStarUmlElements, AreToldWhereTheyDoNotFit)
+{
+    design::Classifier odd = classNamed("Odd");
+    odd.form = design::ClassForm::Utility;
+    odd.concurrency = design::Concurrency::Guarded;
+    odd.isPersistent = true;
+    odd.cardinality = "n";
+    odd.space = 8;
+    odd.operations.resize(1);
+    odd.operations[0].isVirtual = true;
+    odd.operations[0].notes = {"hidden"};
+    design::Classifier colour = classifierOf(design::ClassifierKind::Enumeration, "Colour");
+    colour.literals.resize(1);
+    colour.literals[0].name = "red";
+    colour.literals[0].value = "7";
+    design::Design design = designOf({odd, colour});
+    design.root.packages[0].diagrams = {diagramOf({"Odd"})};
+    design.root.packages[0].diagrams[0].boxes[0].hidden.attributes = {false, false, true, false};
+
+    const Written result = written(design);
+    std::vector<std::string> kinds;
+    for (const design::ReportEntry& entry : result.report.leftEntries())
+        kinds.push_back(entry.kind);
+    EXPECT_THAT(kinds, testing::UnorderedElementsAre("form of a class", "concurrency of a class",
+                                                     "persistence of a class", "cardinality of a class",
+                                                     "space of a class", "virtuality of an operation", "note",
+                                                     "value of a literal", "choice of attributes in a box"));
+}
+
+// Points of lines, places, colours and comments, as the file of the tool has them.
+TEST(WriteStarUmlDiagrams, KeepPlacesColoursAndNotes)
+{
+    design::Classifier noted = classNamed("A");
+    noted.notes = {"about A"};
+    design::Design design = designOf({noted, classNamed("B")});
+    design.root.packages[0].relationships = {generalization("A", "B")};
+    design::Diagram diagram = diagramOf({"A", "B"});
+    diagram.boxes[0].bounds = design::Rectangle{0, 0, 100, 100};
+    diagram.boxes[0].appearance.fillColor = 0xFF8000;
+    diagram.boxes[1].bounds = design::Rectangle{300, 0, 100, 100};
+    diagram.notes = {"about all"};
+    diagram.lines.resize(1);
+    diagram.lines[0].elementId = "A is B";
+    design.root.packages[0].diagrams = {diagram};
+
+    const Written first = written(design);
+    const design::Design back = readBack(first.text);
+    const design::Diagram& read = back.root.packages.at(0).diagrams.at(0);
+    const std::vector<design::Point>& points = read.lines.at(0).points;
+    ASSERT_EQ(points.size(), 2U);
+    EXPECT_EQ(points[0].x, 100);
+    EXPECT_EQ(points[0].y, 50);
+    EXPECT_EQ(points[1].x, 300);
+    EXPECT_EQ(read.boxes.at(0).appearance.fillColor, 0xFF8000U);
+    EXPECT_EQ(read.boxes.at(1).bounds.value().left, 300);
+    std::vector<std::string> texts;
+    for (const design::Remark& remark : read.remarks)
+        texts.push_back(remark.text + (remark.elementIds.empty() ? "" : " at " + remark.elementIds[0]));
+    EXPECT_THAT(texts, ElementsAre("about A at A", "about all"));
+    EXPECT_EQ(written(back).text, first.text);
+}
+
+} // namespace
