@@ -358,7 +358,8 @@ void Plan::planAssociation(const Association& association)
         isReference[1] = !association.ends[1].name.empty() || !isReference[0];
     }
     ReferencePlan* added[] = {nullptr, nullptr};
-    for (const std::size_t end : {1, 0}) // a reader takes the first that it meets for the second end
+    // A reader takes the first that it meets for the second end.
+    for (const std::size_t end : {std::size_t{1}, std::size_t{0}})
         if (isReference[end]) {
             addReference(association, end);
             const Classifier* const owner = writing.catalogue.classifierOf(association.ends[1 - end].participant);
