@@ -17,6 +17,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -174,8 +175,17 @@ void placeAll(OutputFile& output, const ExportRequest& request, const Input& inp
     OutputFile::commitAll(files);
 }
 
+// Where tools that look for lost memory find it.
+const KivModel* volatile left = nullptr;
+
+// The process ends next; to take the model apart object by object would only cost time.
+void leave(std::unique_ptr<KivModel> model)
+{
+    left = model.release();
+}
+
 // Loads the model, exports it into a temporary file and puts that in place.
-int exportModel(const ExportRequest& request, const Making& making)
+int exportModel(const ExportRequest& request, const Making& making, bool isLast)
 {
     Moments moments;
     const text::ReadRecord read;
@@ -199,8 +209,8 @@ int exportModel(const ExportRequest& request, const Making& making)
         tellMade(making.output, made);
     if (request.showsStatistics && !request.isQuiet)
         std::cerr << statistics.asText();
-    // The process ends next; to take the model apart object by object would only cost time.
-    [[maybe_unused]] static const KivModel* const left = input->loaded.model.release();
+    if (isLast)
+        leave(std::move(input->loaded.model));
     return done;
 }
 
@@ -262,7 +272,8 @@ int runExport(const ExportRequest& request)
         const std::vector<Making> makings = outputsFor(request.models, request.output, defaultOutput);
         refuseSharedFiles(request, makings.size());
         return makeAll(makings, [&](const Making& making) {
-            return reportFailures(making.input, making.output, [&] { return exportModel(request, making); });
+            const bool isLast = &making == &makings.back();
+            return reportFailures(making.input, making.output, [&] { return exportModel(request, making, isLast); });
         });
     });
 }
