@@ -1,5 +1,6 @@
 #include "designs/Import.h"
 #include "kiv/KivModelFile.h"
+#include "reader/Document.h"
 #include "Target.h"
 
 #include <sstream>
@@ -8,17 +9,19 @@
 
 // The format that is read is given when the target is compiled; its name is that of --from.
 
-// Any bytes either become a model file or are refused in words.
+// Any bytes either become a model file or are refused in words. No unit of a Rose file is read: it could be any file.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const design::Format* const format = design::formatNamed(PETAL_FUZZED_FORMAT);
     require(format != nullptr, "a format of this name");
-    const std::string_view text = asText(data, size);
+    reader::ReadOptions reading;
+    reading.readsUnits = false;
+    const design::Source source{asText(data, size), "fuzzed", &reading};
     design::Report report;
-    static_cast<void>(format->recognizes({text, "fuzzed"}));
+    static_cast<void>(format->recognizes(source));
     std::ostringstream stream;
     try {
-        const design::Converted converted = design::importDesign(*format, {text, "fuzzed"}, true, report);
+        const design::Converted converted = design::importDesign(*format, source, true, report);
         writeModelFile(*converted.model, stream, [&](const KivObject& object) { return converted.idOf(object); });
     } catch (const design::UnreadableDesign& error) {
         require(!std::string_view(error.what()).empty(), "a reason");
