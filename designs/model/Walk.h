@@ -25,19 +25,20 @@ void forEachPackage(const Package& package, const Visit& visit)
         forEachPackage(child, visit);
 }
 
+/// Of a classifier that may be const.
 template <class Visit>
-void forEachFeature(Classifier& classifier, const Visit& visit)
+void forEachFeature(auto& classifier, const Visit& visit)
 {
-    for (Attribute& attribute : classifier.attributes)
+    for (auto& attribute : classifier.attributes)
         visit(attribute);
-    for (Operation& operation : classifier.operations) {
+    for (auto& operation : classifier.operations) {
         visit(operation);
-        for (Parameter& parameter : operation.parameters)
+        for (auto& parameter : operation.parameters)
             visit(parameter);
     }
-    for (Parameter& parameter : classifier.templateParameters)
+    for (auto& parameter : classifier.templateParameters)
         visit(parameter);
-    for (Literal& literal : classifier.literals)
+    for (auto& literal : classifier.literals)
         visit(literal);
 }
 

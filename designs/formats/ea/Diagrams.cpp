@@ -2,10 +2,12 @@
 
 #include "designs/formats/shared/Kinds.h"
 #include "designs/formats/uml2/Umldi.h"
+#include "designs/model/Walk.h"
 
 #include <algorithm>
 #include <array>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace design::ea {
@@ -70,10 +72,14 @@ bool isBox(pugi::xml_node element)
     return std::string_view(element.attribute("geometry").value()).starts_with("Left=");
 }
 
+constexpr std::string_view useCaseType = "Use Case";
+
+using RemarksById = std::unordered_map<std::string, const Remark*>;
+
 class DiagramReader {
 public:
-    DiagramReader(const Drawing& theDrawing, const Extension& theExtension)
-        : drawing(theDrawing), extension(theExtension)
+    DiagramReader(const Drawing& theDrawing, const Extension& theExtension, const RemarksById& theRemarks)
+        : drawing(theDrawing), extension(theExtension), remarks(theRemarks)
     {
     }
 
@@ -82,10 +88,12 @@ public:
         diagram.id = xml::xmiAttribute(node, "id");
         diagram.name = valueOf(node, "properties", "name");
         diagram.documentation = valueOf(node, "properties", "documentation");
+        if (valueOf(node, "properties", "type") == useCaseType)
+            diagram.kind = DiagramKind::UseCase;
         const std::string_view style = valueOf(node, "style1", "value");
         hiddenInAll = hiding(xml::between(style, "HideAtts=", ';') == "1", xml::between(style, "HideOps=", ';') == "1");
         for (const pugi::xml_node element : node.child("elements").children("element"))
-            if (isBox(element))
+            if (isBox(element) && !readNote(element.attribute("subject").value()))
                 readBox(element);
         for (const pugi::xml_node element : node.child("elements").children("element")) {
             const std::string_view geometry = element.attribute("geometry").value();
@@ -96,6 +104,15 @@ public:
     }
 
 private:
+    // Whether it is a comment. Those on nothing belong to the diagram, others to what they are on.
+    bool readNote(const std::string& id)
+    {
+        const auto found = remarks.find(id);
+        if (found != remarks.end() && found->second->elementIds.empty() && !found->second->isConstraint)
+            diagram.remarks.push_back(*found->second);
+        return found != remarks.end();
+    }
+
     // geometry="Left=444;Top=304;Right=652;Bottom=440;" subject="EAID_1" style="DUID=6EAFDD88;BCol=11796479;LCol=-1;"
     void readBox(pugi::xml_node node)
     {
@@ -105,6 +122,8 @@ private:
         const double top = xml::number(xml::between(geometry, "Top=", ';'), 0);
         Box box;
         box.elementId = node.attribute("subject").value();
+        if (const auto package = extension.packages.find(box.elementId); package != extension.packages.end())
+            box.elementId = package->second;
         box.bounds = Rectangle{left, top, xml::number(xml::between(geometry, "Right=", ';'), left) - left,
                                xml::number(xml::between(geometry, "Bottom=", ';'), top) - top};
         if (const auto usual = extension.details.find(box.elementId); usual != extension.details.end())
@@ -131,6 +150,9 @@ private:
             return;
         Line line;
         const std::string subject(node.attribute("subject").value());
+        if (const auto kind = extension.kinds.find(subject);
+            kind != extension.kinds.end() && kind->second == "note link")
+            return;
         const auto classId = extension.associationClasses.find(subject);
         line.elementId = drawing.lineId(classId == extension.associationClasses.end() ? subject : classId->second);
         line.appearance.lineColor = colour(style, "Color=");
@@ -164,6 +186,7 @@ private:
 
     const Drawing& drawing;
     const Extension& extension;
+    const RemarksById& remarks;
     Diagram diagram;
     HiddenFeatures hiddenInAll;                      // boxes of the diagram
     std::unordered_map<std::string_view, Box> boxes; // by the number that lines know them by
@@ -196,20 +219,31 @@ void readDiagrams(pugi::xml_node root, pugi::xml_node extensionNode, const Exten
 {
     const Drawing drawing(design.root);
     const Ways ways = seenWays(root, drawing);
+    RemarksById remarks;
+    forEachPackage(design.root, [&](const Package& package) {
+        for (const Remark& remark : package.remarks)
+            remarks.emplace(remark.id, &remark);
+    });
+    std::unordered_set<std::string> drawn;
     for (const pugi::xml_node node : extensionNode.child("diagrams").children("diagram")) {
         const std::string_view type = valueOf(node, "properties", "type");
-        if (!isOneOf(classDiagramTypes, type)) {
+        if (!isOneOf(classDiagramTypes, type) && type != useCaseType) {
             report.left(plainWords(type) + " diagram", xml::xmiAttribute(node, "id"),
                         valueOf(node, "properties", "name"), classDiagramsOnly);
             continue;
         }
-        Diagram diagram = DiagramReader(drawing, extension).read(node);
+        Diagram diagram = DiagramReader(drawing, extension, remarks).read(node);
+        for (const Remark& remark : diagram.remarks)
+            drawn.insert(remark.id);
         if (const auto seen = ways.find(diagram.id); seen != ways.end())
             for (Line& line : diagram.lines)
                 if (const auto way = seen->second.find(line.elementId); way != seen->second.end())
                     line.points = way->second;
         drawing.add(valueOf(node, "model", "package"), std::move(diagram));
     }
+    forEachPackage(design.root, [&](Package& package) {
+        std::erase_if(package.remarks, [&](const Remark& remark) { return drawn.contains(remark.id); });
+    });
 }
 
 } // namespace design::ea

@@ -2,6 +2,7 @@
 
 #include "designs/formats/ea/Diagrams.h"
 #include "designs/formats/ea/Extension.h"
+#include "designs/formats/ea/write/Write.h"
 #include "designs/formats/uml2/Uml2.h"
 #include "designs/formats/uml2/Umldi.h"
 #include "designs/model/Walk.h"
@@ -81,7 +82,8 @@ Format enterpriseArchitectFormat()
             {".xml", ".xmi"},
             "a uml:Model with packaged elements, and an Extension of Enterprise Architect",
             ea::recognizes,
-            ea::read};
+            ea::read,
+            ea::write};
 }
 
 } // namespace design

@@ -22,6 +22,11 @@ public:
             extension.names.emplace(xml::xmiAttribute(stub, "id"), stub.attribute("name").value());
         for (const pugi::xml_node connector : node.child("connectors").children("connector"))
             readConnector(connector);
+        xml::forEachBelow(node.child("primitivetypes"), [this](pugi::xml_node type) {
+            if (xml::typeName(type) == "PrimitiveType")
+                extension.typeNames.emplace(xml::xmiAttribute(type, "id"), type.attribute("name").value());
+            return true;
+        });
         return std::move(extension);
     }
 
@@ -34,6 +39,8 @@ private:
         extension.names.emplace(id, element.attribute("name").value());
         if (xml::typeName(element) == "ProxyConnector")
             extension.proxied.emplace(id, element.attribute("classifier").value());
+        if (const std::string_view inDiagrams = valueOf(element, "model", "package2"); !inDiagrams.empty())
+            extension.packages.emplace(inDiagrams, id);
         readDetails(element);
         for (const pugi::xml_node attribute : element.child("attributes").children("attribute"))
             readDetails(attribute);
@@ -72,6 +79,9 @@ private:
         if (details.stereotype.empty())
             details.stereotype = valueOf(node, "stereotype", "stereotype");
         details.typeName = valueOf(node, "properties", "type");
+        details.containment = valueOf(node, "containment", "containment");
+        details.concurrency = valueOf(node, "type", "concurrency");
+        details.isVirtual = valueOf(node, "extendedProperties", "virtualInheritance") == "1";
         const std::string_view style = valueOf(node, "style", "appearance");
         details.appearance.fillColor = colour(style, "BackColor=");
         details.appearance.lineColor = colour(style, "BorderColor=");
@@ -81,12 +91,29 @@ private:
     Extension extension;
 };
 
+Containment containmentNamed(std::string_view word)
+{
+    if (word == "Value" || word == "By Value")
+        return Containment::ByValue;
+    return word == "Reference" || word == "By Reference" ? Containment::ByReference : Containment::Unspecified;
+}
+
+Concurrency concurrencyNamed(std::string_view word)
+{
+    if (word == "Guarded")
+        return Concurrency::Guarded;
+    if (word == "Active")
+        return Concurrency::Active;
+    return word == "Synchronous" ? Concurrency::Synchronous : Concurrency::Sequential;
+}
+
 // <source xmi:idref="EAID_1"><role name="r"/><type multiplicity="*" aggregation="shared"/><documentation value=""/>
 void completeEnd(AssociationEnd& end, pugi::xml_node node)
 {
     if (end.documentation.empty())
         end.documentation = valueOf(node, "documentation", "value");
     addWord(end.stereotype, valueOf(node, "role", "stereotype"));
+    end.containment = containmentNamed(valueOf(node, "type", "containment"));
     if (end.participant.isEmpty()) { // the property lies outside of the exported packages
         end.participant.id = xml::xmiAttribute(node, "idref");
         end.name = valueOf(node, "role", "name");
@@ -126,8 +153,9 @@ void completeAssociations(Package& root, const Extension& extension)
         connectorOf.emplace(classId, connector);
     forEachPackage(root, [&](Package& package) {
         for (Association& association : package.associations) {
-            const auto other = connectorOf.find(association.associationClassId);
-            const auto found = extension.connectors.find(other == connectorOf.end() ? association.id : other->second);
+            if (const auto other = connectorOf.find(association.associationClassId); other != connectorOf.end())
+                association.id = other->second;
+            const auto found = extension.connectors.find(association.id);
             if (found != extension.connectors.end())
                 completeAssociation(association, found->second);
         }
@@ -155,12 +183,21 @@ void completeElements(Package& root, const Extension& extension)
     };
     forEachPackage(root, [&](Package& package) {
         for (Classifier& classifier : package.classifiers) {
-            for (Attribute& attribute : classifier.attributes)
+            for (Attribute& attribute : classifier.attributes) {
                 nameType(attribute, attribute.type);
-            for (Operation& operation : classifier.operations)
+                if (const Details* const details = detailsOf(attribute))
+                    attribute.containment = containmentNamed(details->containment);
+            }
+            for (Operation& operation : classifier.operations) {
+                if (const Details* const details = detailsOf(operation))
+                    operation.concurrency = concurrencyNamed(details->concurrency);
                 for (Parameter& parameter : operation.parameters)
                     nameType(parameter, parameter.type);
+            }
         }
+        for (Relationship& relationship : package.relationships)
+            if (const Details* const details = detailsOf(relationship))
+                relationship.isVirtual = details->isVirtual;
     });
 }
 
@@ -168,6 +205,9 @@ void completeElements(Package& root, const Extension& extension)
 void nameTypesByIdentifier(Package& root, const Extension& extension)
 {
     forEachReference(root, [&](Reference& reference, bool isType) {
+        if (const auto found = extension.typeNames.find(reference.id);
+            isType && reference.name.empty() && found != extension.typeNames.end())
+            reference.name = found->second;
         const std::size_t underscore = reference.id.find('_');
         if (isType && reference.name.empty() && underscore != std::string::npos && reference.id.starts_with("EA") &&
             !reference.id.starts_with("EAID_") && !reference.id.starts_with("EAPK_") &&
@@ -185,8 +225,8 @@ Extension readExtension(pugi::xml_node node)
 
 void complete(Design& design, const Extension& extension)
 {
-    completeElements(design.root, extension);
     completeAssociations(design.root, extension);
+    completeElements(design.root, extension);
     nameTypesByIdentifier(design.root, extension);
 }
 

@@ -17,6 +17,9 @@ struct Details {
     std::string documentation;
     std::string stereotype;
     std::string typeName; ///< of an attribute or a parameter
+    std::string containment;
+    std::string concurrency;
+    bool isVirtual = false;
     Appearance appearance;
 };
 
@@ -24,7 +27,9 @@ struct Extension {
     std::unordered_map<std::string, Details> details;           ///< of elements, features and connectors
     std::unordered_map<std::string, pugi::xml_node> connectors; ///< by identifier of the relation
     TextsById associationClasses;                               ///< by identifier of the connector
-    TextsById proxied; ///< lines, by identifier of the class that stands for one
+    TextsById typeNames;                                        ///< of types that are no element
+    TextsById packages; ///< by identifier of the element that stands for one in diagrams
+    TextsById proxied;  ///< lines, by identifier of the class that stands for one
     TextsById kinds;
     TextsById names;
 };

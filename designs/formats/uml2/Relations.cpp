@@ -22,6 +22,8 @@ constexpr std::array relationshipTypes = {
     NamedRelationship{"Abstraction", RelationshipKind::Dependency, "abstraction"},
     NamedRelationship{"Permission", RelationshipKind::Dependency, "permit"},
     NamedRelationship{"Manifestation", RelationshipKind::Dependency, "manifest"},
+    NamedRelationship{"Include", RelationshipKind::Dependency, "include", "includingCase", "addition"},
+    NamedRelationship{"Extend", RelationshipKind::Dependency, "extend", "extension", "extendedCase"},
     NamedRelationship{"Implementation", RelationshipKind::Realization, "", "implementingClassifier", "contract"},
 };
 
