@@ -156,8 +156,11 @@ void completeAssociations(Package& root, const Extension& extension)
             if (const auto other = connectorOf.find(association.associationClassId); other != connectorOf.end())
                 association.id = other->second;
             const auto found = extension.connectors.find(association.id);
-            if (found != extension.connectors.end())
-                completeAssociation(association, found->second);
+            if (found == extension.connectors.end())
+                continue;
+            if (const auto name = found->second.attribute("name"); name && !association.associationClassId.empty())
+                association.name = name.value(); // the tree has that of the class alone
+            completeAssociation(association, found->second);
         }
     });
 }

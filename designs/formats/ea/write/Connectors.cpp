@@ -76,7 +76,9 @@ void writeEnd(Output& output, const char* element, const ConnectorEnd& end)
 void write(Output& output, const Connector& connector)
 {
     xml::Element node(output.xml, "connector");
-    node.with("xmi:idref", connector.id).withSome("name", connector.name);
+    node.with("xmi:idref", connector.id);
+    if (!connector.name.empty() || !connector.associationClass.empty()) // the class may have another name
+        node.with("name", connector.name);
     writeEnd(output, "source", connector.source);
     writeEnd(output, "target", connector.target);
     xml::Element(output.xml, "model");
@@ -128,8 +130,7 @@ void writeAssociation(Output& output, const Association& association)
     connector.target.end = &target;
     connector.source.isNavigable = source.isNavigable;
     connector.target.isNavigable = target.isNavigable;
-    const auto ofClass = output.associationOf.find(association.associationClassId);
-    if (ofClass != output.associationOf.end() && ofClass->second == &association)
+    if (output.isInClass(association))
         connector.associationClass = output.ids.of(association.associationClassId);
     write(output, connector);
 }
@@ -174,8 +175,8 @@ void writeOf(Output& output, const Package& package)
         if (const auto held = output.inClient.find(classifier.id); held != output.inClient.end())
             for (const Relationship* const relationship : held->second)
                 writeRelationship(output, *relationship);
-    for (const Association& association : package.associations)
-        writeAssociation(output, association);
+    for (const Association* const association : output.associations.at(&package))
+        writeAssociation(output, *association);
     for (const Relationship& relationship : package.relationships)
         if (!output.isHeldByClient(relationship))
             writeRelationship(output, relationship);

@@ -18,7 +18,7 @@ void writeUsual(Output& output, const Package* package)
     xml::Element node(output.xml, "extendedProperties");
     node.with("tagged", "0");
     if (package)
-        node.with("package_name", package->name);
+        node.with("package_name", output.nameOf(*package));
 }
 
 void writeDocumentation(Output& output, const Element& element)
@@ -203,7 +203,8 @@ void writeNote(Output& output, const Note& note, const Package& package)
 void writePackage(Output& output, const Package& package, const Package* parent)
 {
     xml::Element node(output.xml, "element");
-    node.with("xmi:idref", output.idOf(package)).with("xmi:type", "uml:Package").with("name", package.name);
+    node.with("xmi:idref", output.idOf(package)).with("xmi:type", "uml:Package");
+    node.with("name", output.nameOf(package));
     node.with("scope", "public");
     {
         xml::Element model(output.xml, "model");

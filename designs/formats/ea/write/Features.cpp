@@ -144,10 +144,9 @@ void writeEnd(Output& output, const char* role, const Association& association, 
     const AssociationEnd& teller = association.ends.size() == 2 ? association.ends[1 - index] : end;
     xml::Element node(output.xml, role);
     node.with("xmi:type", "uml:Property").with("xmi:id", output.idOf(association, index)).withSome("name", end.name);
-    const bool isOfClass = output.associationOf.contains(association.associationClassId) &&
-                           output.associationOf.at(association.associationClassId) == &association;
     node.with("visibility", wordOf(end.visibility));
-    node.with("association", output.ids.of(isOfClass ? association.associationClassId : association.id));
+    node.with("association",
+              output.ids.of(output.isInClass(association) ? association.associationClassId : association.id));
     node.flag("isStatic", end.isStatic).flag("isReadOnly", false).flag("isDerived", end.isDerived);
     node.flag("isOrdered", false).flag("isUnique", true).flag("isDerivedUnion", false);
     node.with("aggregation", wordOf(teller.aggregation));

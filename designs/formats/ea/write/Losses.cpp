@@ -54,8 +54,7 @@ void leaveOfClassifier(const Output& output, const Classifier& classifier)
 
 void leaveOfAssociation(const Output& output, const Association& association)
 {
-    const auto ofClass = output.associationOf.find(association.associationClassId);
-    const bool isOfClass = ofClass != output.associationOf.end() && ofClass->second == &association;
+    const bool isOfClass = output.isInClass(association);
     leaveIf(output, isOfClass && association.isDerived, "derivation of an association", association);
     leaveIf(output, isOfClass && !association.constraints.empty(), "constraint of an association", association);
     leaveIf(output, isOfClass && !association.notes.empty(), "note on an association", association);

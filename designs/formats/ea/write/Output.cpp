@@ -11,6 +11,7 @@ Output::Output(const Writing& theWriting, Report& theReport)
       xml(R"(<?xml version="1.0" encoding="UTF-8"?>)")
 {
     collectRelations();
+    collectAssociations();
     collectNotes(writing.design.root, nullptr);
     forEachPackage(writing.design.root, [this](const Package& package) {
         for (const Note& note : notes.at(&package))
@@ -25,13 +26,26 @@ void Output::collectRelations()
         for (const Relationship& relationship : package.relationships)
             if (isHeldByClient(relationship))
                 inClient[relationship.client.id].push_back(&relationship);
-        for (const Association& association : package.associations) {
-            if (!association.associationClassId.empty() && writing.catalogue.classifier(association.associationClassId))
+        for (const Association& association : package.associations)
+            if (writing.catalogue.classifier(association.associationClassId))
                 associationOf.emplace(association.associationClassId, &association);
-            for (std::size_t i = 0; i < association.ends.size(); ++i)
-                if (isOwnedByClass(association, i))
-                    endsIn[association.ends[1 - i].participant.id].push_back({&association, i});
-        }
+    });
+}
+
+void Output::collectAssociations()
+{
+    forEachPackage(writing.design.root, [this](const Package& package) {
+        std::vector<const Association*>& all = associations[&package];
+        for (const Classifier& classifier : package.classifiers)
+            if (const auto found = associationOf.find(classifier.id); found != associationOf.end())
+                all.push_back(found->second);
+        for (const Association& association : package.associations)
+            if (!isInClass(association))
+                all.push_back(&association);
+        for (const Association* const association : all)
+            for (std::size_t i = 0; i < association->ends.size(); ++i)
+                if (isOwnedByClass(*association, i))
+                    endsIn[association->ends[1 - i].participant.id].push_back({association, i});
     });
 }
 
@@ -58,10 +72,11 @@ void Output::collectNotes(const Package& package, const Package* parent)
             for (const Relationship* const relationship : held->second)
                 addOf(*relationship, ids.of(*relationship));
     }
-    for (const Association& association : package.associations) {
-        addOf(association, ids.of(association));
-        for (std::size_t i = 0; i < association.ends.size(); ++i)
-            addOf(association.ends[i], idOf(association, i));
+    for (const Association* const association : associations.at(&package)) {
+        if (!isInClass(*association))
+            addOf(*association, ids.of(*association));
+        for (std::size_t i = 0; i < association->ends.size(); ++i)
+            addOf(association->ends[i], idOf(*association, i));
     }
     for (const Relationship& relationship : package.relationships)
         if (!isHeldByClient(relationship))
@@ -138,6 +153,17 @@ std::string Output::typeId(const Reference& type)
         found->second = ids.beside(name, "EAnone_");
     }
     return found->second;
+}
+
+bool Output::isInClass(const Association& association) const
+{
+    const auto found = associationOf.find(association.associationClassId);
+    return found != associationOf.end() && found->second == &association;
+}
+
+std::string_view Output::nameOf(const Package& package) const
+{
+    return &package == &writing.design.root && package.name.empty() ? "EA_Model" : std::string_view(package.name);
 }
 
 bool Output::isHeldByClient(const Relationship& relationship) const

@@ -43,8 +43,10 @@ public:
     std::unordered_map<std::string, std::vector<const Relationship*>> inClient;  ///< relations that the client holds
     std::unordered_map<std::string, std::vector<OwnedEnd>> endsIn;               ///< by identifier of the classifier
     std::unordered_map<std::string, const Association*> associationOf;           ///< by identifier of its class
-    std::vector<std::string> typeNames;                                          ///< of types that are no element
-    std::unordered_map<std::string, std::string> typeIds;                        ///< by those
+    /// In the order of the file: those that have a class come with it.
+    std::unordered_map<const Package*, std::vector<const Association*>> associations;
+    std::vector<std::string> typeNames;                   ///< of types that are no element
+    std::unordered_map<std::string, std::string> typeIds; ///< by those
 
     /// Identifier of the package or of what else has that identifier in the design.
     [[nodiscard]] const std::string& target(const std::string& id);
@@ -57,8 +59,11 @@ public:
     [[nodiscard]] std::string typeId(const Reference& type);
     [[nodiscard]] std::string typeName(const Reference& type) const;
 
+    [[nodiscard]] bool isInClass(const Association& association) const;
     [[nodiscard]] bool isHeldByClient(const Relationship& relationship) const;
     [[nodiscard]] bool isOwnedByClass(const Association& association, std::size_t end) const;
+    /// The whole design has a name of the tool's where it has none.
+    [[nodiscard]] std::string_view nameOf(const Package& package) const;
     /// Whether the whole design says something that only an element of a package can.
     [[nodiscard]] bool isRootElement() const;
     void left(std::string_view kind, const Element& element, std::string_view reason) const
@@ -70,6 +75,7 @@ private:
     std::unordered_map<const Package*, std::string> subjects; // of packages without identifiers
 
     void collectRelations();
+    void collectAssociations();
     void collectNotes(const Package& package, const Package* parent);
     void collectLooseNotes(const Package& package);
     void addNote(const Package& package, std::string_view text, const std::string& annotated,

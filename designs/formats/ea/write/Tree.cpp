@@ -43,20 +43,20 @@ void writeRelationship(Output& output, const Relationship& relationship)
 void writeEnds(Output& output, const Association& association)
 {
     const std::size_t count = association.ends.size();
-    for (std::size_t i = count; i-- > 0;)
-        xml::Element(output.xml, "memberEnd").with("xmi:idref", output.idOf(association, i));
-    for (std::size_t i = count; i-- > 0;)
-        if (association.ends[i].isNavigable && !output.isOwnedByClass(association, i))
-            xml::Element(output.xml, "navigableOwnedEnd").with("xmi:idref", output.idOf(association, i));
-    for (std::size_t i = count; i-- > 0;)
-        if (!output.isOwnedByClass(association, i))
-            writeEnd(output, "ownedEnd", association, i);
+    const auto place = [count](std::size_t i) { return count == 2 ? 1 - i : i; };
+    for (std::size_t i = 0; i < count; ++i)
+        xml::Element(output.xml, "memberEnd").with("xmi:idref", output.idOf(association, place(i)));
+    for (std::size_t i = 0; i < count; ++i)
+        if (association.ends[place(i)].isNavigable && !output.isOwnedByClass(association, place(i)))
+            xml::Element(output.xml, "navigableOwnedEnd").with("xmi:idref", output.idOf(association, place(i)));
+    for (std::size_t i = 0; i < count; ++i)
+        if (!output.isOwnedByClass(association, place(i)))
+            writeEnd(output, "ownedEnd", association, place(i));
 }
 
 void writeAssociation(Output& output, const Association& association)
 {
-    const auto ofClass = output.associationOf.find(association.associationClassId);
-    if (ofClass != output.associationOf.end() && ofClass->second == &association)
+    if (output.isInClass(association))
         return; // its class holds it
     if (!association.associationClassId.empty())
         output.left("class of an association", association, "the class belongs to another association");
@@ -94,8 +94,8 @@ void writeContent(Output& output, const Package& package)
     writeConstraints(output, package);
     for (const Classifier& classifier : package.classifiers)
         writeClassifier(output, classifier);
-    for (const Association& association : package.associations)
-        writeAssociation(output, association);
+    for (const Association* const association : output.associations.at(&package))
+        writeAssociation(output, *association);
     for (const Relationship& relationship : package.relationships)
         if (!output.isHeldByClient(relationship))
             writeRelationship(output, relationship);
@@ -116,7 +116,7 @@ void writeTree(Output& output)
     node.with("xmi:type", "uml:Model");
     if (output.isRootElement())
         node.with("xmi:id", output.idOf(root));
-    node.with("name", root.name.empty() ? "EA_Model" : root.name).with("visibility", "public");
+    node.with("name", output.nameOf(root)).with("visibility", "public");
     writeContent(output, root);
 }
 
