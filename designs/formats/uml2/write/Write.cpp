@@ -92,11 +92,18 @@ void Writer::writeRemarks(const Package& package, pugi::xml_node node)
         for (const std::string& text : element.notes)
             comment(text, identifierOf(element.id));
     };
-    for (const Classifier& classifier : package.classifiers)
-        commentAll(classifier);
-    for (const Association& association : package.associations)
+    const auto commentOn = [&](const Association& association) {
         for (const std::string& text : association.notes)
             comment(text, identifierOf(association));
+    };
+    for (const Classifier& classifier : package.classifiers) {
+        commentAll(classifier);
+        if (const auto found = associationsOfClasses.find(&classifier); found != associationsOfClasses.end())
+            commentOn(*found->second);
+    }
+    for (const Association& association : package.associations)
+        if (!isItsClass(association))
+            commentOn(association);
     for (const Relationship& relationship : package.relationships)
         commentAll(relationship);
     for (const Package& child : package.packages)
