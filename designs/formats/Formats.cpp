@@ -21,7 +21,7 @@ std::span<const Format> formats()
 {
     static const std::array table = {
         starUmlFormat(), enterpriseArchitectFormat(), papyrusFormat(), umbrelloFormat(), xmiFormat(), ecoreFormat(),
-        roseFormat(),
+        roseFormat(),    plantUmlFormat(),
     };
     return table;
 }

@@ -30,5 +30,7 @@ namespace design {
 [[nodiscard]] Format ecoreFormat();
 /// Models and controlled units of Rose, of all versions.
 [[nodiscard]] Format roseFormat();
+/// The texts of PlantUML, a diagram each. Only goes out.
+[[nodiscard]] Format plantUmlFormat();
 
 } // namespace design

@@ -237,6 +237,7 @@ struct Appearance {
 struct HiddenFeatures {
     std::array<bool, 4> attributes = {};
     std::array<bool, 4> operations = {};
+    std::vector<std::string> features = {}; ///< identifiers of further ones, sorted
 };
 
 /// An element, of whatever kind, drawn as a box. `bounds` missing: the tool sizes or places it itself when it opens the

@@ -128,6 +128,8 @@ private:
         box.elementId = elementId(view);
         box.bounds = boundsOf(view);
         box.appearance = appearanceOf(view);
+        if (const Object* const element = reading.index.element(view).element)
+            box.hidden = hiddenFeatures(reading, view, *element);
         diagram.boxes.push_back(std::move(box));
     }
 

@@ -76,6 +76,8 @@ void readClass(Reading& reading, const Object& object, Package& package);
 void readAssociation(Reading& reading, const Object& object, Package& package);
 /// The relationships that a class or package is the client of.
 void readRelationships(Reading& reading, const Object& owner, Package& package);
+/// What a view of a class does not show of its features.
+[[nodiscard]] HiddenFeatures hiddenFeatures(const Reading& reading, const Object& view, const Object& element);
 void readDiagram(Reading& reading, const Object& object, const Object& owner, Package& package);
 
 /// The declaration "enum Color {RED=0, GREEN}" of a class that stands for an enumeration; empty when it is none.
