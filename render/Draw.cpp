@@ -1,5 +1,6 @@
 #include "render/Draw.h"
 
+#include "reader/Behaviour.h"
 #include "render/Labels.h"
 
 #include <algorithm>
@@ -40,12 +41,9 @@ public:
     }
 
 private:
-    // 1 stands for collaborations, 2 for sequences.
     static bool isNumbered(const Context& context, const Object& view)
     {
-        constexpr std::int64_t inAll = 3;
-        const std::int64_t shown = context.defaults ? context.defaults->integer("showMessageNum", inAll) : inAll;
-        return (shown & (view.is("MessView") ? 1 : 2)) != 0;
+        return reader::areMessagesNumbered(context.defaults, !view.is("MessView"));
     }
 
     static std::size_t labelsOf(const Object& view)

@@ -1,3 +1,4 @@
+#include "reader/Behaviour.h"
 #include "render/Labels.h"
 
 #include <algorithm>
@@ -14,26 +15,27 @@ constexpr double crossSize = 24;
 constexpr double selfHeight = 30;
 constexpr double selfWidth = 150;
 
-struct Synchronization {
-    std::string_view keyword;
+struct Arrow {
     LineEnd end;
     bool isDashed = false;
 };
 
-constexpr Synchronization synchronizations[] = {
-    {"Simple", LineEnd::openArrow},       {"Synchronous", LineEnd::filledArrow},
-    {"Asynchronous", LineEnd::halfArrow}, {"Procedure Call", LineEnd::filledArrow},
-    {"Return", LineEnd::openArrow, true}, {"Balking", LineEnd::filledArrow},
-    {"Timeout", LineEnd::filledArrow},
-};
-
-Synchronization synchronizationOf(const Object* message)
+Arrow arrowOf(reader::Synchronization synchronization)
 {
-    const std::string keyword = message ? message->text("synchronization") : std::string();
-    for (const Synchronization& each : synchronizations)
-        if (keyword == each.keyword)
-            return each;
-    return synchronizations[0];
+    switch (synchronization) {
+    case reader::Synchronization::Asynchronous:
+        return {LineEnd::halfArrow};
+    case reader::Synchronization::Return:
+        return {LineEnd::openArrow, true};
+    case reader::Synchronization::Synchronous:
+    case reader::Synchronization::ProcedureCall:
+    case reader::Synchronization::Balking:
+    case reader::Synchronization::Timeout:
+        return {LineEnd::filledArrow};
+    case reader::Synchronization::Simple:
+        break;
+    }
+    return {LineEnd::openArrow};
 }
 
 std::optional<Path> writtenPath(const Object& view)
@@ -86,10 +88,10 @@ void drawMessage(const Scene& scene, const Object& view, const std::vector<std::
                  Labels& labels)
 {
     const Path path = view.is("MessView") ? arrowPath(scene, view) : messagePath(scene, view);
-    const Synchronization synchronization = synchronizationOf(messageOf(scene.context(), view));
+    const Arrow arrow = arrowOf(reader::synchronizationOf(messageOf(scene.context(), view)));
     Stroke stroke = strokeOf(view);
-    stroke.isDashed = synchronization.isDashed;
-    drawPath(path, stroke, synchronization.end, svg);
+    stroke.isDashed = arrow.isDashed;
+    drawPath(path, stroke, arrow.end, svg);
     labels.draw(view, path, numbers);
 }
 
@@ -180,8 +182,7 @@ const OtherKind* otherKindOf(const Object& view)
 
 const Object* messageOf(const Context& context, const Object& view)
 {
-    const Object* const label = view.object("label");
-    return label ? context.index.element(*label).element : nullptr;
+    return reader::messageOf(context.index, view);
 }
 
 bool isOther(const Object& view)

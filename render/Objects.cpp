@@ -1,5 +1,7 @@
 #include "render/Shapes.h"
 
+#include "reader/Behaviour.h"
+
 #include <algorithm>
 
 namespace render {
@@ -12,19 +14,6 @@ constexpr double belowIcon = 100;     // where a lifeline begins that has an ico
 constexpr double leastLifeline = 200; // of those whose height the file leaves open
 constexpr double gapToName = 8;
 constexpr double behind = 14; // of the second box of a multi-object
-
-std::string lastPart(const std::string& path)
-{
-    const std::size_t colons = path.rfind("::");
-    return colons == std::string::npos ? path : path.substr(colons + 2);
-}
-
-// The class of an object; its name also when it is in a unit that is not loaded.
-std::string className(const Context& context, const Object& object)
-{
-    const Object* const found = context.index.element(object).element;
-    return found ? cleanText(reader::shownName(*found)) : lastPart(lineOf(object, "class"));
-}
 
 void addName(const Context& context, Node& node, double otherwise)
 {
@@ -45,7 +34,7 @@ std::string objectName(const Context& context, const Object& view, const Object*
     std::string name = nameOf(view, element);
     if (!element || name.find(':') != std::string::npos)
         return name;
-    const std::string type = className(context, *element);
+    const std::string type = cleanText(reader::classNameOf(context.index, *element));
     if (type.empty())
         return name;
     return (name.empty() ? name : name + " ") + ": " + type;

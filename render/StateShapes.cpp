@@ -1,5 +1,7 @@
 #include "render/Shapes.h"
 
+#include "reader/Behaviour.h"
+
 #include <algorithm>
 
 namespace render {
@@ -11,23 +13,17 @@ constexpr double endSize = 81;
 constexpr double endInside = 60; // the black part
 constexpr std::uint32_t black = 0;
 
-enum class StateKind : std::uint8_t { normal, start, end };
+using reader::StateKind;
 
 StateKind kindOf(const Node& node)
 {
-    const std::string name = node.view->name();
-    if (name == "StartState")
-        return StateKind::start;
-    return name == "EndState" ? StateKind::end : StateKind::normal;
+    return reader::stateKindOf(*node.view);
 }
 
 // `entry/ ring the bell`
 std::string actionLine(const Object& action)
 {
-    const Object* const time = action.object("ActionTime");
-    std::string when = time ? lineOf(*time, "when") : std::string();
-    std::transform(when.begin(), when.end(), when.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    const std::string when = cleanText(reader::timeOf(action));
     return (when.empty() ? when : when + "/ ") + cleanText(action.name());
 }
 

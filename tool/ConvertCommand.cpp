@@ -106,6 +106,16 @@ std::string endingOf(const std::string& place)
     return text::lowerCase(fs::path(place).extension().string());
 }
 
+std::vector<design::WrittenFile> writtenBy(const design::Format& target, const design::Writing& writing,
+                                           const std::string& place, design::Report& report)
+{
+    try {
+        return target.write(writing, report);
+    } catch (const design::UnwritableDesign& error) {
+        throw WrongUsage(place + ": " + error.what());
+    }
+}
+
 Output outputOf(const ConvertRequest& request, const design::Format& target, Input& input)
 {
     const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
@@ -119,7 +129,7 @@ Output outputOf(const ConvertRequest& request, const design::Format& target, Inp
     design::settleFor(target, input.design, request.design.hasLayout.value_or(true), input.report);
     const design::Catalogue catalogue(input.design.root);
     std::vector<design::WrittenFile> written =
-        target.write({input.design, catalogue, stem, isFolder, endingOf(place)}, input.report);
+        writtenBy(target, {input.design, catalogue, stem, isFolder, endingOf(place)}, place, input.report);
     if (place == "-" && written.size() > 1)
         throw WrongUsage(std::string(target.name) + " takes " + std::to_string(written.size()) +
                          " files; they do not fit on standard output");

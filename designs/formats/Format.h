@@ -30,6 +30,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The design does not fit into what is to be written. `what()` says why, without the file.
+class UnwritableDesign : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// What is to be written: a settled design, whose relations join classifiers and packages, and where it goes.
 struct Writing {
     const Design& design;
@@ -61,8 +67,8 @@ struct Format {
     /// goes into `report`.
     /// Null in a format that only goes out.
     Design (*read)(const Source& source, Report& report) = nullptr;
-    /// Writes the whole design. What the format cannot hold goes into `report`, by the words of `countElements`. Null
-    /// in a format that only comes in.
+    /// Writes the whole design, or throws UnwritableDesign. What the format cannot hold goes into `report`, by the
+    /// words of `countElements`. Null in a format that only comes in.
     std::vector<WrittenFile> (*write)(const Writing& writing, Report& report) = nullptr;
     bool isWrittenByDiagram = false; ///< what comes out is a file for each diagram, or all of them in one
     bool hasDiagrams = true;         ///< of one that goes out

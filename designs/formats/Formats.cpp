@@ -20,8 +20,11 @@ const Format* formatWith(const Condition& condition)
 std::span<const Format> formats()
 {
     static const std::array table = {
-        starUmlFormat(), enterpriseArchitectFormat(), papyrusFormat(), umbrelloFormat(), xmiFormat(), ecoreFormat(),
+        starUmlFormat(), enterpriseArchitectFormat(),
+        papyrusFormat(), umbrelloFormat(),
+        xmiFormat(),     ecoreFormat(),
         roseFormat(),    plantUmlFormat(),
+        mermaidFormat(),
     };
     return table;
 }

@@ -32,5 +32,7 @@ namespace design {
 [[nodiscard]] Format roseFormat();
 /// The texts of PlantUML, a diagram each. Only goes out.
 [[nodiscard]] Format plantUmlFormat();
+/// The texts of Mermaid, a file for each diagram. Only goes out.
+[[nodiscard]] Format mermaidFormat();
 
 } // namespace design

@@ -12,4 +12,9 @@ void Report::made(std::string_view kind, std::string_view id, std::string_view n
     madeEntries_.push_back({std::string(kind), std::string(id), std::string(name), std::string(reason)});
 }
 
+void Report::takeBack(const std::function<bool(const ReportEntry&)>& isTaken)
+{
+    std::erase_if(leftEntries_, isTaken);
+}
+
 } // namespace design

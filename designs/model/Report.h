@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -28,6 +29,9 @@ public:
     void left(std::string_view kind, std::string_view id, std::string_view name, std::string_view reason);
     /// A placeholder for something outside the file, or a mended fault of the file.
     void made(std::string_view kind, std::string_view id, std::string_view name, std::string_view reason);
+
+    /// Forgets what was left where a later step takes it after all.
+    void takeBack(const std::function<bool(const ReportEntry&)>& isTaken);
 
     [[nodiscard]] const std::vector<ReportEntry>& leftEntries() const { return leftEntries_; }
     [[nodiscard]] const std::vector<ReportEntry>& madeEntries() const { return madeEntries_; }

@@ -61,6 +61,7 @@ std::string_view wordOf(ClassForm form)
     case ClassForm::Metaclass:
         return "metaclass";
     case ClassForm::Plain:
+    case ClassForm::Data:
     case ClassForm::Parameterized:
     case ClassForm::Instantiated:
         break;

@@ -165,6 +165,12 @@ std::string stereotyped(std::string_view stereotype)
     return text.append(">>");
 }
 
+std::string labelled(std::string_view text)
+{
+    const std::string label = escapedStart(text);
+    return label.empty() ? label : std::string(" : ").append(label);
+}
+
 std::string colour(std::uint32_t rgb)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";

@@ -22,6 +22,8 @@ namespace design::plantuml {
 [[nodiscard]] std::string withoutBrackets(std::string_view escapedText);
 /// ` <<entity>>`, or nothing.
 [[nodiscard]] std::string stereotyped(std::string_view stereotype);
+/// ` : text`, or nothing.
+[[nodiscard]] std::string labelled(std::string_view text);
 /// `#FF8000`
 [[nodiscard]] std::string colour(std::uint32_t rgb);
 /// ` #FF8000`, or nothing for none and for the usual one.

@@ -1,7 +1,9 @@
 #include "designs/formats/plantuml/PlantUml.h"
 
+#include "designs/formats/drawn/OtherDiagrams.h"
 #include "designs/formats/Formats.h"
 #include "designs/formats/plantuml/Notation.h"
+#include "designs/formats/plantuml/Others.h"
 #include "designs/model/Walk.h"
 
 #include <utility>
@@ -30,6 +32,12 @@ std::string framed(std::string_view name, std::string_view owner, std::string_vi
     if (name.find_first_not_of(' ') != std::string_view::npos)
         out.append("title ").append(escapedStart(name)).append("\n");
     return out.append(text).append("@enduml\n");
+}
+
+std::string textOf(const rose::DrawnDiagram& diagram)
+{
+    const std::string lines = linesOf(diagram);
+    return lines.empty() ? lines : framed(diagram.name, diagram.path, diagram.documentation, lines);
 }
 
 void write(const Package& package, const Common& common, std::vector<WrittenFile>& files)
@@ -63,6 +71,7 @@ std::vector<WrittenFile> write(const Writing& writing, Report& report)
     const Common common{writing, homes, coverage, report};
     std::vector<WrittenFile> files;
     forEachPackage(writing.design.root, [&](const Package& package) { write(package, common, files); });
+    writeOtherDiagrams(writing.design, textOf, files, report);
     coverage.tellRest(writing.design.root, report);
     return writing.isFolder || files.empty() ? std::move(files) : inOneFile(files);
 }

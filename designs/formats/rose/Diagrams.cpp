@@ -1,6 +1,6 @@
 #include "designs/formats/rose/Reading.h"
 
-#include "designs/formats/shared/Drawing.h"
+#include "designs/formats/rose/Views.h"
 #include "designs/formats/shared/Kinds.h"
 #include "reader/Kinds.h"
 
@@ -13,76 +13,10 @@ namespace design::rose {
 
 namespace {
 
-constexpr double unitsInPixel = 300.0 / 96.0; // of a file at zoom 100
-
 // What stands for elements as boxes, and as lines between two of them. The other views stand for nothing of the model.
 constexpr std::array<std::string_view, 4> boxViews = {"ClassView", "UseCaseView", "CategoryView", "ClassInstanceView"};
 constexpr std::array<std::string_view, 6> lineViews = {"InheritView", "RealizeView",    "UsesView",
                                                        "ImportView",  "DependencyView", "InstantiateView"};
-
-Point inPixels(const reader::Point& point)
-{
-    return {point.x / unitsInPixel, point.y / unitsInPixel};
-}
-
-std::optional<Point> pointIn(const Object& view, std::string_view key)
-{
-    const std::optional<reader::Point> point = view.get(key).asPoint();
-    return point ? std::optional(inPixels(*point)) : std::nullopt;
-}
-
-std::vector<Point> verticesOf(const Object& view)
-{
-    std::vector<Point> points;
-    if (const reader::List* const list = view.get("vertices").asList())
-        for (const reader::Value& value : list->values())
-            if (const std::optional<reader::Point> point = value.asPoint())
-                points.push_back(inPixels(*point));
-    return points;
-}
-
-std::optional<std::uint32_t> colourIn(const Object& object, std::string_view key)
-{
-    const std::optional<std::int64_t> number = object.get(key).asInt();
-    return number ? colourOfBgr(*number) : std::nullopt;
-}
-
-Appearance appearanceOf(const Object& view)
-{
-    Appearance appearance;
-    appearance.lineColor = colourIn(view, "line_color");
-    appearance.fillColor = colourIn(view, "fill_color");
-    if (const Object* const font = view.object("font")) {
-        appearance.fontColor = colourIn(*font, "color");
-        appearance.fontName = font->text("face");
-        appearance.fontSize = font->number("size");
-    }
-    return appearance;
-}
-
-// Whether the host had no place for it: then its name lies in the origin, too, and not beside the centre.
-bool isNowhere(const Object& view, const Point& centre)
-{
-    const Object* const label = view.object("label");
-    const std::optional<Point> name = label ? pointIn(*label, "location") : std::nullopt;
-    return centre.x == 0 && centre.y == 0 && name && name->x == 0 && name->y == 0;
-}
-
-// A view has its centre; what the file leaves without a size gets one about it later.
-std::optional<Rectangle> boundsOf(const Object& view)
-{
-    constexpr double smallest = 1;
-    const std::optional<Point> centre = pointIn(view, "location");
-    if (!centre)
-        return std::nullopt;
-    if (isNowhere(view, *centre))
-        return std::nullopt;
-    if (!view.has("width") && !view.has("height"))
-        return Rectangle{centre->x, centre->y, 0, 0};
-    const double width = std::max(view.number("width") / unitsInPixel, smallest);
-    const double height = std::max(view.number("height") / unitsInPixel, smallest);
-    return Rectangle{centre->x - width / 2, centre->y - height / 2, width, height};
-}
 
 class DiagramReader {
 public:

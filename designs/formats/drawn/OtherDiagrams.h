@@ -1,0 +1,26 @@
+#pragma once
+
+#include "designs/formats/Format.h"
+#include "designs/formats/rose/DrawnDiagram.h"
+
+#include <string>
+#include <vector>
+
+namespace design {
+
+/// The text of a diagram of a kind that a design has not; empty when the format has nothing for that kind.
+using TextOfDrawn = std::string (*)(const rose::DrawnDiagram& diagram);
+
+/// Writes the diagrams of the Rose file that the design was read from, but for those that the design has, and takes
+/// back what the report says of them and of what they show.
+void writeOtherDiagrams(const Design& design, TextOfDrawn textOf, std::vector<WrittenFile>& files, Report& report);
+
+/// The figures in the order in which a text declares them: what stands in another directly behind it, one level deeper.
+struct Nested {
+    const rose::Figure* figure = nullptr;
+    std::size_t level = 0;
+    bool isAround = false; ///< others follow that stand in it
+};
+[[nodiscard]] std::vector<Nested> nested(const rose::DrawnDiagram& diagram);
+
+} // namespace design

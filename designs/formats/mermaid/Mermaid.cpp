@@ -1,0 +1,75 @@
+#include "designs/formats/mermaid/Mermaid.h"
+
+#include "designs/formats/drawn/OtherDiagrams.h"
+#include "designs/formats/Formats.h"
+#include "designs/model/Walk.h"
+
+#include <utility>
+
+namespace design {
+
+namespace mermaid {
+
+namespace {
+
+void write(const Package& package, const Common& common, std::vector<WrittenFile>& files)
+{
+    for (const Diagram& diagram : package.diagrams) {
+        const bool isEmpty = diagram.boxes.empty() && diagram.notes.empty();
+        if (isEmpty || diagram.kind != DiagramKind::Class) {
+            leaveDiagram(diagram, common.writing.catalogue,
+                         isEmpty ? "there is nothing in it" : "Mermaid has no use case diagrams", common.report);
+            continue;
+        }
+        common.coverage.add(package); // its name is told
+        files.push_back({diagram.name, textOf(diagram, package, common), "class", package.name});
+    }
+}
+
+std::vector<WrittenFile> write(const Writing& writing, Report& report)
+{
+    const Homes homes(writing.design.root);
+    Coverage coverage;
+    const Common common{writing, homes, coverage, report};
+    std::vector<WrittenFile> files;
+    forEachPackage(writing.design.root, [&](const Package& package) { write(package, common, files); });
+    writeOtherDiagrams(writing.design, textOf, files, report);
+    coverage.tellRest(writing.design.root, report);
+    if (writing.isFolder)
+        return files;
+    if (files.size() > 1)
+        throw UnwritableDesign("a file of Mermaid holds one diagram, and there are " + std::to_string(files.size()) +
+                               "; give a folder (-o DIR/)");
+    for (WrittenFile& file : files)
+        file.name.clear();
+    return files;
+}
+
+} // namespace
+
+std::string textOf(const rose::DrawnDiagram& diagram)
+{
+    switch (diagram.kind) {
+    case reader::DiagramKind::sequence:
+        return sequenceOf(diagram);
+    case reader::DiagramKind::state:
+    case reader::DiagramKind::activity:
+        return statesOf(diagram);
+    default:
+        return "";
+    }
+}
+
+} // namespace mermaid
+
+Format mermaidFormat()
+{
+    Format format{
+        "mermaid", "Mermaid, a file for each class, sequence, state and activity diagram (.mmd)", {".mmd"}, ""};
+    format.write = mermaid::write;
+    format.isWrittenByDiagram = true;
+    format.hasPlaces = false;
+    return format;
+}
+
+} // namespace design
