@@ -273,9 +273,9 @@ std::vector<WrittenFile> write(const Writing& writing, Report& report)
 {
     pugi::xml_document modelDocument;
     uml2::Writer model(writing, report);
-    model.write(modelDocument);
+    model.write(modelDocument.root());
     pugi::xml_document diagrams;
-    NotationWriter(writing, model, report).write(diagrams);
+    NotationWriter(writing, model, report).write(diagrams.root());
     const std::string windows = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<xmi:XMI xmi:version=\"2.0\" "
                                 "xmlns:xmi=\"http://www.omg.org/XMI\"/>\n";
     std::vector<WrittenFile> files = {

@@ -246,7 +246,7 @@ std::vector<WrittenFile> write(const Writing& writing, Report& report)
 {
     forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, report); });
     pugi::xml_document document;
-    Writer(writing, report).write(document);
+    Writer(writing, report).write(document.root());
     std::ostringstream stream;
     document.save(stream, "  ", pugi::format_indent, pugi::encoding_utf8);
     return {{"", std::move(stream).str()}};
