@@ -18,9 +18,12 @@ constexpr std::array dependencyTypes = {
     DependencyType{"abstraction", "uml:Abstraction"},
 };
 
+// An actor with features is a class in the file.
 bool ownsFeatures(const Classifier& classifier)
 {
-    return classifier.kind != ClassifierKind::Actor && classifier.kind != ClassifierKind::UseCase;
+    const bool isActor =
+        classifier.kind == ClassifierKind::Actor && classifier.attributes.empty() && classifier.operations.empty();
+    return !isActor && classifier.kind != ClassifierKind::UseCase;
 }
 
 std::string_view wordOf(Aggregation aggregation)

@@ -86,7 +86,7 @@ void Writer::writeRemarks(const Package& package, pugi::xml_node node)
         pugi::xml_node added = addPart(node, "ownedComment", "uml:Comment", "-note");
         if (!annotated.empty())
             set(added, "annotatedElement", annotated);
-        set(added, "body", text);
+        setText(added.append_child("body"), text);
     };
     const auto commentAll = [&](const Element& element) {
         for (const std::string& text : element.notes)
@@ -145,7 +145,7 @@ void Writer::describe(const Element& element, pugi::xml_node node, pugi::xml_nod
     if (!element.documentation.empty()) {
         pugi::xml_node comment = addPart(node, "ownedComment", "uml:Comment", "-comment");
         set(comment, "annotatedElement", node.attribute("xmi:id").value());
-        set(comment, "body", element.documentation);
+        setText(comment.append_child("body"), element.documentation);
     }
     const std::string_view constrained = node == space ? "" : node.attribute("xmi:id").value();
     for (const std::string& text : element.constraints)
