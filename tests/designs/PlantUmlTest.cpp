@@ -5,6 +5,7 @@
 #include "support/Process.h"
 #include "support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <map>
 #include <regex>
@@ -151,6 +152,121 @@ TEST(PlantUml, ShowsAllBoxesAndLines)
     }
 }
 
+constexpr const char* everyKindOfDiagram = "../../render/models/everything.mdl";
+
+// What a design has no place for comes from the Rose file itself, and is not left any more.
+TEST(PlantUml, WritesTheOtherDiagramsOfARoseFile)
+{
+    const struct {
+        const char* name;
+        const char* kind;
+        const char* text;
+    } rows[] = {
+        {"Steps", "sequence", R"(@startuml
+' Use Case View
+title Steps
+autonumber
+actor ": Customer" as Customer
+participant "desk : Order\n<U+007B>multi<U+007D>" as desk_Order
+Customer -> desk_Order : order
+activate Customer
+activate desk_Order
+desk_Order -\\ desk_Order : check
+desk_Order -->> Customer : receipt
+deactivate desk_Order
+deactivate Customer
+destroy desk_Order
+@enduml
+)"},
+        {"Who talks to whom", "collaboration", R"(@startuml
+' Use Case View
+title Who talks to whom
+actor ": Customer" as Customer
+rectangle "desk : Order\n<U+007B>multi<U+007D>" as desk_Order
+Customer -> desk_Order : 1: order
+desk_Order --> desk_Order : 1.1: check
+@enduml
+)"},
+        {"Life of an order", "state", R"(@startuml
+' Logical View::Order::States
+title Life of an order
+state "open" as open
+state done <<end>>
+open : entry / reserve goods
+note right of done
+  done
+end note
+[*] -> open
+open -> done : paid
+open --> open
+@enduml
+)"},
+        {"Packing", "activity", R"(@startuml
+' Logical View::Order::States
+title Packing
+state "Store" as Store {
+  state "pack" as pack
+}
+state "Office" as Office
+state state_ <<fork>>
+state complete <<choice>>
+note right of complete
+  complete?
+end note
+complete -up-> pack
+state_ --> complete
+@enduml
+)"},
+        {"Components", "component", R"(@startuml
+' Component View
+title Components
+folder "Server" as Server
+component "orders" as orders <<EXE>>
+interface "Printable" as Printable
+Server <. orders
+orders .|> Printable
+@enduml
+)"},
+        {"Deployment View", "deployment", R"(@startuml
+title Deployment View
+node "Server" as Server {
+  artifact "orders.exe" as orders_exe <<process>>
+}
+node "Printer" as Printer <<device>>
+Server - Printer
+@enduml
+)"},
+    };
+    const Texts texts = textsOf(designIn(everyKindOfDiagram), "plantuml");
+    for (const auto& row : rows) {
+        const auto found = std::find_if(texts.files.begin(), texts.files.end(),
+                                        [&](const design::WrittenFile& file) { return file.name == row.name; });
+        ASSERT_NE(found, texts.files.end()) << row.name;
+        EXPECT_EQ(found->kind, row.kind) << row.name;
+        EXPECT_EQ(found->text, row.text) << row.name;
+    }
+}
+
+// A text that a line begins with must not be taken for the pieces of other diagrams.
+TEST(PlantUml, KeepsBeginningsOfLinesFromMeaningSomething)
+{
+    const struct {
+        const char* text;
+        const char* written;
+    } rows[] = {
+        {"[*]", "<U+005B>*]"},
+        {"()", "<U+0028>)"},
+        {"!include x", "<U+0021>include x"},
+        {"' x", "<U+0027> x"},
+        {"#red", "<U+0023>red"},
+        {"  Order", "Order"},
+        {"-green-", "<U+002D>green-"},
+        {"Order (old)", "Order (old)"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(design::plantuml::escapedStart(row.text), row.written) << row.text;
+}
+
 TEST(PlantUml, KeepsNamesFromMeaningSomething)
 {
     const struct {
@@ -182,10 +298,10 @@ TEST(PlantUml, KeepsNamesFromMeaningSomething)
 // Names that would end or begin something, in every place of a diagram.
 design::Design hostileDesign()
 {
-    const std::vector<std::string> names = {"\"quoted\"", "@enduml",    "end note", "note", "}",
-                                            "' comment",  "!include x", "%date()",  "-->",  "]]>",
-                                            "a\nb",       "<b>",        "/' open",  " ",    "\\",
-                                            "#red",       "(x)",        "{",        "::",   "class as class"};
+    const std::vector<std::string> names = {
+        "\"quoted\"", "@enduml",        "end note", "note",    "}", "' comment", "!include x", "%date()", "-->",
+        "]]>",        "a\nb",           "<b>",      "/' open", " ", "\\",        "#red",       "(x)",     "{",
+        "::",         "class as class", "[*]",      "()"};
     design::Design design = designOf({});
     design::Package& package = design.root.packages[0];
     design::Diagram diagram = diagramOf({});
@@ -245,10 +361,12 @@ TEST(PlantUml, IsTakenByPlantUmlWhateverStandsInIt)
     if (!std::filesystem::exists("/usr/bin/plantuml"))
         GTEST_SKIP() << "plantuml is not installed, so nothing reads what was written";
     std::vector<design::WrittenFile> files = textsOf(hostileDesign(), "plantuml").files;
-    EXPECT_EQ(files.size(), 21U);
+    EXPECT_EQ(files.size(), 23U);
     const Texts everything = textsOf(designWithEverything(), "plantuml");
     files.insert(files.end(), everything.files.begin(), everything.files.end());
-    for (const char* const name : designFiles()) {
+    std::vector<const char*> names = designFiles();
+    names.push_back(everyKindOfDiagram);
+    for (const char* const name : names) {
         const Texts texts = textsOf(designIn(name), "plantuml");
         files.insert(files.end(), texts.files.begin(), texts.files.end());
     }

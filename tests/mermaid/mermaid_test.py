@@ -65,7 +65,7 @@ def all_texts(petal, folder, models):
 
 def main():
     petal, *models = sys.argv[1:]
-    missing = missing_programs() + ([] if MERMAID.exists() else ["mermaid (npm ci --prefix tests/mermaid)"])
+    missing = missing_programs() + ([] if MERMAID.exists() else ["mermaid (npm install --prefix tests/mermaid)"])
     if missing:
         print("skipped, for these are missing:", ", ".join(missing))
         return SKIPPED
@@ -73,7 +73,7 @@ def main():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         page = folder / "page.html"
-        page.write_text(f"<!DOCTYPE html><script src='{MERMAID.as_uri()}'></script><body></body>", encoding="utf-8")
+        page.write_text(f"<!DOCTYPE html><meta charset='utf-8'><script src='{MERMAID.as_uri()}'></script><body></body>", encoding="utf-8")
         browser = Browser(folder / "profile")
         try:
             browser.open(page.as_uri())

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view always = "\"\\%~{}@";
 constexpr std::string_view doubled = "*_/-["; // twice they are marks: bold, underlined, italic, struck out, a link
-constexpr std::string_view atStart = "*#=|'!:;-_.~+^<>&$/`";
+constexpr std::string_view atStart = "*#=|'!:;-_.~+^<>&$/`[(";
 
 // Words behind a `<` that make a tag of it.
 constexpr std::array<std::string_view, 17> tags = {
