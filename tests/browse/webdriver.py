@@ -99,7 +99,16 @@ class Browser:
         return [element[ELEMENT] for element in found]
 
     def click(self, selector):
-        self.command("POST", f"/element/{self.find(selector)}/click")
+        """Waits for what is drawn anew or still moves into place."""
+        patience = 10
+        end = time.monotonic() + patience
+        while True:
+            try:
+                return self.command("POST", f"/element/{self.find(selector)}/click")
+            except RuntimeError:
+                if time.monotonic() > end:
+                    raise
+                time.sleep(0.1)
 
     def label(self, element):
         """The name that assistive programs call the element."""
