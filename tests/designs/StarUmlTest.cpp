@@ -41,6 +41,13 @@ std::string operation(const std::string& keys)
     return classWith("'operations':[{'_type':'UMLOperation','_id':'o','name':'o'," + keys + "}]");
 }
 
+// What it says stands under the key that UML has for it.
+std::string constraint(const std::string& text)
+{
+    constexpr const char* key = "specification";
+    return std::string("{'_type':'UMLConstraint','_id':'k','").append(key).append("':'").append(text).append("'}");
+}
+
 std::string association(const std::string& end1, const std::string& end2, const std::string& keys = "")
 {
     return classA + "," + classB +
@@ -116,8 +123,7 @@ TEST(StarUml, TakesEachThingToItsPlace)
          "'initialValue':'1'}]}"},
         {operation("'parameters':[{'_id':'q','name':'q','direction':'inout','multiplicity':'*'}]"),
          called + "/description", "'Parameter q: inout, 0..*'"},
-        {operation("'preconditions':[{'_type':'UMLConstraint','_id':'k','specification':'x > 0'}]"),
-         called + "/preCondition", "'x > 0'"},
+        {operation("'preconditions':[" + constraint("x > 0") + "]"), called + "/preCondition", "'x > 0'"},
         {association("", ",'name':'end','multiplicity':'1..*'"), third + "/roles/1/multiplicity", "'1..n'"},
         {association(",'multiplicity':'some'", ""), third + "/roles/0/description", "'Multiplicity: some'"},
         {association(",'aggregation':'composite'", ""), third + "/roles/1",
@@ -134,8 +140,7 @@ TEST(StarUml, TakesEachThingToItsPlace)
         {association("", "") + ",{'_type':'UMLAssociationClassLink','_id':'l','classSide':{'$ref':'b'},"
                                "'associationSide':{'$ref':'x'}}",
          third + "/associationClass", "'b'"},
-        {association("", "", ",'ownedElements':[{'_type':'UMLConstraint','_id':'k','specification':'xor'}]"),
-         third + "/constraint", "'xor'"},
+        {association("", "", ",'ownedElements':[" + constraint("xor") + "]"), third + "/constraint", "'xor'"},
         {relationship("UMLGeneralization"), third,
          "{'kind':'generalization','id':'x','description':'why','supertypes':['b'],'subtypes':['a']}"},
         {relationship("UMLInterfaceRealization"), third,
