@@ -1,5 +1,7 @@
 #include "designs/formats/drawn/OtherDiagrams.h"
 
+#include "designs/model/Walk.h"
+
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -40,6 +42,19 @@ private:
 };
 
 } // namespace
+
+std::vector<WrittenFile> writeAllDiagrams(const Writing& writing, WriteDiagrams writeDiagrams, TextOfDrawn textOf,
+                                          Report& report)
+{
+    const Homes homes(writing.design.root);
+    Coverage coverage;
+    const Common common{writing, homes, coverage, report};
+    std::vector<WrittenFile> files;
+    forEachPackage(writing.design.root, [&](const Package& package) { writeDiagrams(package, common, files); });
+    writeOtherDiagrams(writing.design, textOf, files, report);
+    coverage.tellRest(writing.design.root, report);
+    return files;
+}
 
 std::vector<Nested> nested(const rose::DrawnDiagram& diagram)
 {

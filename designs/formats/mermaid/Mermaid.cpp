@@ -2,7 +2,6 @@
 
 #include "designs/formats/drawn/OtherDiagrams.h"
 #include "designs/formats/Formats.h"
-#include "designs/model/Walk.h"
 
 #include <utility>
 
@@ -12,7 +11,7 @@ namespace mermaid {
 
 namespace {
 
-void write(const Package& package, const Common& common, std::vector<WrittenFile>& files)
+void writeDiagrams(const Package& package, const Common& common, std::vector<WrittenFile>& files)
 {
     for (const Diagram& diagram : package.diagrams) {
         const bool isEmpty = diagram.boxes.empty() && diagram.notes.empty();
@@ -28,13 +27,7 @@ void write(const Package& package, const Common& common, std::vector<WrittenFile
 
 std::vector<WrittenFile> write(const Writing& writing, Report& report)
 {
-    const Homes homes(writing.design.root);
-    Coverage coverage;
-    const Common common{writing, homes, coverage, report};
-    std::vector<WrittenFile> files;
-    forEachPackage(writing.design.root, [&](const Package& package) { write(package, common, files); });
-    writeOtherDiagrams(writing.design, textOf, files, report);
-    coverage.tellRest(writing.design.root, report);
+    std::vector<WrittenFile> files = writeAllDiagrams(writing, writeDiagrams, textOf, report);
     if (writing.isFolder)
         return files;
     if (files.size() > 1)

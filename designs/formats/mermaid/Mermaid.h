@@ -1,20 +1,11 @@
 #pragma once
 
-#include "designs/formats/drawn/Coverage.h"
-#include "designs/formats/drawn/Groups.h"
+#include "designs/formats/drawn/OtherDiagrams.h"
 #include "designs/formats/rose/DrawnDiagram.h"
 
 #include <string>
 
 namespace design::mermaid {
-
-/// What the texts of all diagrams of a design have in common.
-struct Common {
-    const Writing& writing;
-    const Homes& homes;
-    Coverage& coverage;
-    Report& report;
-};
 
 /// The whole text of a class diagram that lies in that package.
 [[nodiscard]] std::string textOf(const Diagram& diagram, const Package& owner, const Common& common);

@@ -4,7 +4,6 @@
 #include "designs/formats/Formats.h"
 #include "designs/formats/plantuml/Notation.h"
 #include "designs/formats/plantuml/Others.h"
-#include "designs/model/Walk.h"
 
 #include <utility>
 
@@ -34,13 +33,13 @@ std::string framed(std::string_view name, std::string_view owner, std::string_vi
     return out.append(text).append("@enduml\n");
 }
 
-std::string textOf(const rose::DrawnDiagram& diagram)
+std::string framedTextOf(const rose::DrawnDiagram& diagram)
 {
     const std::string lines = linesOf(diagram);
     return lines.empty() ? lines : framed(diagram.name, diagram.path, diagram.documentation, lines);
 }
 
-void write(const Package& package, const Common& common, std::vector<WrittenFile>& files)
+void writeDiagrams(const Package& package, const Common& common, std::vector<WrittenFile>& files)
 {
     for (const Diagram& diagram : package.diagrams) {
         if (diagram.boxes.empty() && diagram.notes.empty()) {
@@ -66,13 +65,7 @@ std::vector<WrittenFile> inOneFile(const std::vector<WrittenFile>& files)
 
 std::vector<WrittenFile> write(const Writing& writing, Report& report)
 {
-    const Homes homes(writing.design.root);
-    Coverage coverage;
-    const Common common{writing, homes, coverage, report};
-    std::vector<WrittenFile> files;
-    forEachPackage(writing.design.root, [&](const Package& package) { write(package, common, files); });
-    writeOtherDiagrams(writing.design, textOf, files, report);
-    coverage.tellRest(writing.design.root, report);
+    std::vector<WrittenFile> files = writeAllDiagrams(writing, writeDiagrams, framedTextOf, report);
     return writing.isFolder || files.empty() ? std::move(files) : inOneFile(files);
 }
 
