@@ -68,7 +68,11 @@ TEST_F(OnTerminal, ALongCommandSaysWhereItIs)
     const std::string slow = draw(program, "");
     EXPECT_THAT(slow, HasSubstr("\x1b[Kpicture 1 of 2: pictures/D.svg\x1b[K")) << "the line is wiped";
     EXPECT_THAT(draw(program, "-q"), testing::IsEmpty());
-    EXPECT_THAT(draw("cat two.mdl", ""), Not(HasSubstr("picture 1"))) << "a second has not gone by";
+    // On a busy machine a second may go by all the same.
+    std::string fast;
+    for (int tries = 5; tries > 0 && (fast.empty() || fast.find("picture 1") != std::string::npos); --tries)
+        fast = draw("cat two.mdl", "");
+    EXPECT_THAT(fast, Not(HasSubstr("picture 1"))) << "a second has not gone by";
 }
 
 } // namespace
