@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browse/Kinds.h"
-#include "reader/Index.h"
+#include "reader/index/Index.h"
 
 #include <cstddef>
 #include <cstdint>

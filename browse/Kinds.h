@@ -1,7 +1,7 @@
 #pragma once
 
-#include "reader/Kinds.h"
-#include "reader/Petal.h"
+#include "reader/index/Kinds.h"
+#include "reader/notation/Petal.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browse/Packing.h"
-#include "reader/Index.h"
+#include "reader/index/Index.h"
 
 #include <functional>
 #include <string>

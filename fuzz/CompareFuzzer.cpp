@@ -1,5 +1,5 @@
-#include "compare/FullText.h"
-#include "compare/Pairing.h"
+#include "compare/changes/Pairing.h"
+#include "compare/report/FullText.h"
 #include "Target.h"
 
 #include <algorithm>

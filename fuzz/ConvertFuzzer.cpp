@@ -1,5 +1,5 @@
 #include "designs/Import.h"
-#include "reader/Document.h"
+#include "reader/document/Document.h"
 #include "Target.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "designs/Import.h"
 #include "kiv/KivModelFile.h"
-#include "reader/Document.h"
+#include "reader/document/Document.h"
 #include "Target.h"
 
 #include <sstream>

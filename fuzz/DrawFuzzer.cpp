@@ -1,5 +1,5 @@
 #include "render/Draw.h"
-#include "render/Text.h"
+#include "render/paper/Text.h"
 #include "Target.h"
 
 #include <pugixml.hpp>

@@ -1,4 +1,4 @@
-#include "reader/Check.h"
+#include "reader/check/Check.h"
 #include "Target.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #include "render/Draw.h"
 
-#include "reader/Behaviour.h"
-#include "render/Labels.h"
+#include "reader/index/Behaviour.h"
+#include "render/scene/Labels.h"
 
 #include <algorithm>
 #include <unordered_map>

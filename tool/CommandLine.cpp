@@ -1,13 +1,13 @@
-#include "CommandLine.h"
+#include "tool/CommandLine.h"
 
-#include "Commands.h"
-#include "DesignImport.h"
-#include "ExportOptions.h"
-#include "HelpFormatter.h"
-#include "HelpTexts.h"
-#include "Terminal.h"
 #include "text/NearestName.h"
-#include "VersionText.h"
+#include "tool/commands/Commands.h"
+#include "tool/ExportOptions.h"
+#include "tool/HelpFormatter.h"
+#include "tool/HelpTexts.h"
+#include "tool/input/DesignImport.h"
+#include "tool/terminal/Terminal.h"
+#include "tool/VersionText.h"
 
 #include <algorithm>
 #include <CLI/CLI.hpp>

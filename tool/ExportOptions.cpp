@@ -1,4 +1,4 @@
-#include "ExportOptions.h"
+#include "tool/ExportOptions.h"
 
 #include <charconv>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Commands.h"
+#include "tool/commands/Commands.h"
 
 #include <CLI/CLI.hpp>
 #include <map>

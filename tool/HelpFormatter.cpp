@@ -1,4 +1,4 @@
-#include "HelpFormatter.h"
+#include "tool/HelpFormatter.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,9 +1,9 @@
-#include "VersionText.h"
+#include "tool/VersionText.h"
 
 #include "Version.h"
 
 #include "designs/layout/LayoutLibrary.h"
-#include "render/PictureLibrary.h"
+#include "render/paper/PictureLibrary.h"
 
 #include <CLI/Version.hpp>
 #include <gnu/libc-version.h>

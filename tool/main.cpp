@@ -1,7 +1,7 @@
-#include "CommandLine.h"
-#include "Commands.h"
-#include "Ending.h"
-#include "StandardOutput.h"
+#include "tool/CommandLine.h"
+#include "tool/commands/Commands.h"
+#include "tool/output/Ending.h"
+#include "tool/output/StandardOutput.h"
 
 #include <clocale>
 #include <exception>

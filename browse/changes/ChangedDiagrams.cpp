@@ -1,6 +1,6 @@
 #include "browse/changes/ChangedDiagrams.h"
 
-#include "compare/Views.h"
+#include "compare/changes/Views.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "compare/Changes.h"
+#include "compare/changes/Changes.h"
 
 #include <cstdint>
 #include <map>

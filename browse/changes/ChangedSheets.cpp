@@ -1,7 +1,7 @@
 #include "browse/changes/ChangedSheets.h"
 
 #include "browse/Kinds.h"
-#include "compare/Labels.h"
+#include "compare/facts/Labels.h"
 
 #include <algorithm>
 #include <array>

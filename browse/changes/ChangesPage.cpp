@@ -7,9 +7,9 @@
 #include "browse/Kinds.h"
 #include "browse/PageTemplate.h"
 #include "browse/Sheets.h"
-#include "compare/Details.h"
-#include "compare/Labels.h"
-#include "compare/Values.h"
+#include "compare/facts/Labels.h"
+#include "compare/facts/Values.h"
+#include "compare/report/Details.h"
 #include "text/Utf8.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browse/Packing.h"
-#include "compare/Changes.h"
+#include "compare/changes/Changes.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "browse/changes/ChangedSheets.h"
 #include "browse/changes/ChangedDiagrams.h"
-#include "compare/Pairing.h"
+#include "compare/changes/Pairing.h"
 #include "reader/PetalTexts.h"
 
 #include <gmock/gmock.h>

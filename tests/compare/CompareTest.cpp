@@ -1,5 +1,5 @@
-#include "compare/Pairing.h"
-#include "compare/Report.h"
+#include "compare/changes/Pairing.h"
+#include "compare/report/Report.h"
 #include "reader/PetalTexts.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "compare/Order.h"
+#include "compare/changes/Order.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "PetalTexts.h"
 
-#include "reader/Check.h"
+#include "reader/check/Check.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "PetalTexts.h"
 
-#include "reader/Index.h"
+#include "reader/index/Index.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reader/Document.h"
+#include "reader/document/Document.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "PetalTexts.h"
 #include "support/TemporaryFolder.h"
 
-#include "reader/Index.h"
+#include "reader/index/Index.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "reader/Index.h"
+#include "reader/index/Index.h"
 #include "render/Draw.h"
-#include "render/Text.h"
+#include "render/paper/Text.h"
 
 #include <pugixml.hpp>
 

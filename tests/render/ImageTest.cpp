@@ -1,4 +1,4 @@
-#include "render/Image.h"
+#include "render/paper/Image.h"
 #include "Drawing.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "designs/formats/rose/Views.h"
 #include "designs/formats/shared/Kinds.h"
-#include "reader/Kinds.h"
+#include "reader/index/Kinds.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "designs/formats/rose/Reading.h"
-#include "reader/Behaviour.h"
-#include "reader/Kinds.h"
+#include "reader/index/Behaviour.h"
+#include "reader/index/Kinds.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "designs/formats/rose/Reading.h"
 
-#include "reader/Exports.h"
-#include "reader/Kinds.h"
+#include "reader/index/Exports.h"
+#include "reader/index/Kinds.h"
 
 #include <algorithm>
 #include <cctype>

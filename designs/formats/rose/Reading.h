@@ -2,8 +2,8 @@
 
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
-#include "reader/Document.h"
-#include "reader/Index.h"
+#include "reader/document/Document.h"
+#include "reader/index/Index.h"
 
 #include <set>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "designs/formats/rose/Reading.h"
 #include "designs/formats/shared/Kinds.h"
-#include "reader/Kinds.h"
+#include "reader/index/Kinds.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
 

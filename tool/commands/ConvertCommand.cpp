@@ -1,0 +1,304 @@
+#include "tool/commands/Commands.h"
+
+#include "designs/model/Counts.h"
+#include "text/Files.h"
+#include "text/NearestName.h"
+#include "text/Utf8.h"
+#include "text/Words.h"
+#include "tool/commands/OutputNames.h"
+#include "tool/input/DesignImport.h"
+#include "tool/input/RoseText.h"
+#include "tool/output/FileRoles.h"
+#include "tool/output/OutputFile.h"
+#include "tool/pictures/PictureNames.h"
+#include "tool/terminal/Amounts.h"
+
+#include "kiv/KivIbmRationalRose98ExportDllInterface.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iomanip>
+#include <iostream>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What goes in and out by other ways than the table of formats: the host's own models, and the files of the bridge.
+constexpr std::string_view modelFormat = "model";
+constexpr std::string_view modelEnding = ".model.json";
+constexpr std::string_view roseFormat = "rose";
+constexpr std::string_view roseEnding = ".mdl";
+
+bool goesOut(std::string_view name)
+{
+    const design::Format* const format = design::formatNamed(name);
+    return name == modelFormat || name == roseFormat || (format && format->write);
+}
+
+std::vector<std::string_view> formatsOut()
+{
+    std::vector<std::string_view> names = {modelFormat};
+    for (const design::Format& format : design::formats())
+        if (goesOut(format.name))
+            names.push_back(format.name);
+    return names;
+}
+
+// The name of the format that is written, from the option or the ending of the output.
+std::string_view targetOf(const ConvertRequest& request)
+{
+    if (!request.target.empty())
+        return request.target;
+    const std::string name = text::lowerCase(fs::path(request.output).filename().string());
+    if (name.ends_with(modelEnding))
+        return modelFormat;
+    if (name.ends_with(roseEnding))
+        return roseFormat;
+    if (const design::Format* const format = design::formatWrittenTo(name))
+        return format->name;
+    throw WrongUsage(request.output.empty() || request.output == "-" || meansFolder(request.output)
+                         ? "the format to write is not known; give it with --to"
+                         : request.output + ": no format is known by this ending; give one with --to");
+}
+
+struct Input {
+    design::Design design;
+    std::string format;
+    std::vector<design::ElementCount> counts; // as they were read
+    design::Report report;
+};
+
+// The design that a file holds. A model file is read by way of its Rose file; none after its mistakes were told.
+std::optional<Input> readInput(const ConvertRequest& request)
+{
+    std::string content = text::readFile(request.input);
+    const reader::ReadOptions reading = readOptions(request.reading);
+    design::Source source{content, request.input, &reading};
+    Input input;
+    const design::Format* format = nullptr;
+    if (request.design.format == modelFormat || (request.design.format.empty() && isModelFile(content))) {
+        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input));
+        if (!loaded)
+            return std::nullopt;
+        content = roseTextOf(*loaded->model, BP_SUPPORTED_TYPES_ENUM_AS_IS.getText());
+        source.text = content;
+        input.format = modelFormat;
+        format = design::formatNamed(roseFormat);
+    } else {
+        format = &formatOfImport(content, request.input, request.design.format);
+        input.format = format->name;
+    }
+    input.design = readSource(*format, source, input.report);
+    input.counts = design::countElements(input.design);
+    return input;
+}
+
+// What comes out, under the names that it will have.
+struct Output {
+    std::vector<std::pair<std::string, std::string>> files; // names and texts
+    std::string place;                                      // the file or folder that the user is told
+};
+
+std::string endingOf(const std::string& place)
+{
+    return text::lowerCase(fs::path(place).extension().string());
+}
+
+std::vector<design::WrittenFile> writtenBy(const design::Format& target, const design::Writing& writing,
+                                           const std::string& place, design::Report& report)
+{
+    try {
+        return target.write(writing, report);
+    } catch (const design::UnwritableDesign& error) {
+        throw WrongUsage(place + ": " + error.what());
+    }
+}
+
+Output outputOf(const ConvertRequest& request, const design::Format& target, Input& input)
+{
+    const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
+    const std::string ending(target.endings.front());
+    const std::string place = request.output.empty() && isFolder ? "."
+                              : request.output.empty()           ? stemOf(request.input) + ending
+                              : !isFolder && meansFolder(request.output)
+                                  ? (fs::path(request.output) / (stemOf(request.input) + ending)).string()
+                                  : request.output;
+    const std::string stem = stemOf(isFolder || place == "-" ? request.input : place);
+    design::settleFor(target, input.design, request.design.hasLayout.value_or(true), input.report);
+    const design::Catalogue catalogue(input.design.root);
+    std::vector<design::WrittenFile> written =
+        writtenBy(target, {input.design, catalogue, stem, isFolder, endingOf(place)}, place, input.report);
+    if (place == "-" && written.size() > 1)
+        throw WrongUsage(std::string(target.name) + " takes " + std::to_string(written.size()) +
+                         " files; they do not fit on standard output");
+    Output output{{}, place};
+    PictureNames names;
+    const fs::path folder = isFolder ? fs::path(place) : fs::path(place).parent_path();
+    for (design::WrittenFile& file : written) {
+        const std::string name = isFolder ? names.nameFor({file.name, file.kind, file.owner}, ending) : file.name;
+        output.files.emplace_back(name.empty() ? place : (folder / name).lexically_normal().string(),
+                                  std::move(file.text));
+    }
+    return output;
+}
+
+std::string pluralOf(std::string_view kind)
+{
+    const std::string word(kind);
+    if (word.ends_with("y"))
+        return word.substr(0, word.size() - 1) + "ies";
+    return word + (word.ends_with("s") || word.ends_with("x") ? "es" : "s");
+}
+
+std::string summaryOf(const ConvertRequest& request, const Input& input)
+{
+    std::string text = text::onOneLine(text::fileName(request.input)) + " (" + input.format + "): ";
+    const char* separator = "";
+    for (const design::ElementCount& each : input.counts) {
+        text.append(separator).append(counted(each.count, each.kind, pluralOf(each.kind)));
+        separator = ", ";
+    }
+    return text + '\n' + linesOf(input.report);
+}
+
+std::string reportAsJson(const Input& input, const design::Format& target)
+{
+    constexpr int deepestLine = 2; // an entry a line
+    std::string text;
+    text::JsonWriter json(text, {.deepestLine = deepestLine, .isForTerminal = true});
+    json.beginObject().member("from", input.format).member("to", target.name).beginObject("read");
+    for (const design::ElementCount& each : input.counts)
+        json.member(each.kind, std::uint64_t{each.count});
+    json.endObject();
+    writeReport(json, input.report);
+    json.endObject();
+    return text + '\n';
+}
+
+void writeAll(const ConvertRequest& request, const Output& output, const std::string& report)
+{
+    std::vector<std::unique_ptr<OutputFile>> files;
+    const auto add = [&](const std::string& name, const std::string& text) {
+        files.push_back(std::make_unique<OutputFile>(name));
+        files.back()->write(text);
+    };
+    for (const auto& [name, text] : output.files)
+        add(name, text);
+    if (!request.design.reportFile.empty())
+        add(request.design.reportFile, report);
+    std::vector<OutputFile*> pointers;
+    for (const auto& file : files)
+        pointers.push_back(file.get());
+    OutputFile::commitAll(pointers);
+}
+
+int convertFile(const ConvertRequest& request, const design::Format& target)
+{
+    const text::ReadRecord read;
+    std::optional<Input> input = readInput(request);
+    if (!input)
+        return invalidModel;
+    const Output output = outputOf(request, target, *input);
+    if (output.files.empty()) {
+        report(text::fileName(request.input) + ": there is nothing in it that " + std::string(target.name) +
+               " can hold");
+        return exportFailed;
+    }
+    std::vector<FileRole> roles = {{request.design.reportFile, "the report"}};
+    std::size_t bytes = 0;
+    for (const auto& [name, text] : output.files) {
+        roles.push_back({name, "the output"});
+        bytes += text.size();
+    }
+    refuseClashes(roles, read);
+    if (meansFolder(request.output))
+        makeFolder(request.output);
+    writeAll(request, output, reportAsJson(*input, target));
+    if (request.isQuiet)
+        return done;
+    std::cerr << summaryOf(request, *input);
+    if (output.place != "-")
+        tellMade(output.place, counted(output.files.size(), "file", "files") + ", " + sizeText(bytes));
+    return done;
+}
+
+int convertToModel(const ConvertRequest& request)
+{
+    ImportRequest other;
+    other.input = request.input;
+    other.output = request.output;
+    other.design = request.design;
+    other.reading = request.reading;
+    other.isQuiet = request.isQuiet;
+    return runImport(other);
+}
+
+int convertToRose(const ConvertRequest& request)
+{
+    ExportRequest other;
+    other.models = {request.input};
+    other.output = request.output;
+    other.design = request.design;
+    other.reading = request.reading;
+    other.isQuiet = request.isQuiet;
+    if (other.design.format == modelFormat)
+        other.design.format.clear();
+    return runExport(other);
+}
+
+void listFormat(std::string_view name, bool isIn, bool isOut, std::string_view description)
+{
+    constexpr int nameWidth = 12;
+    constexpr int columnWidth = 5;
+    std::cout << std::left << std::setw(nameWidth) << name << std::setw(columnWidth) << (isIn ? "in" : "-")
+              << std::setw(columnWidth) << (isOut ? "out" : "-") << description << '\n';
+}
+
+int listFormats()
+{
+    listFormat(modelFormat, true, true, "model file of the bridge (.model.json)");
+    for (const design::Format& format : design::formats())
+        listFormat(format.name, format.read != nullptr, goesOut(format.name), format.description);
+    return endOfOutput(done, exportFailed);
+}
+
+} // namespace
+
+std::string whyNotAFormatIn(const std::string& name)
+{
+    return name == modelFormat ? "" : whyNotAFormat(name);
+}
+
+std::string whyNotAFormatOut(const std::string& name)
+{
+    if (goesOut(name))
+        return "";
+    const std::vector<std::string_view> known = formatsOut();
+    std::string reason = "there is no format '" + text::onOneLine(name) + "' to write";
+    if (const auto nearest = text::nearestName(name, known))
+        reason += "; did you mean " + std::string(*nearest) + "?";
+    reason += "\nThe formats are:";
+    for (const std::string_view each : known)
+        reason.append("\n  ").append(each);
+    return reason;
+}
+
+int runConvert(const ConvertRequest& request)
+{
+    if (request.listsFormats)
+        return listFormats();
+    if (request.input.empty()) {
+        report("IN is required; see petal convert --help");
+        return wrongUsage;
+    }
+    return reportFailures(request.input, request.output, [&] {
+        const std::string_view target = targetOf(request);
+        if (target == modelFormat)
+            return convertToModel(request);
+        if (target == roseFormat)
+            return convertToRose(request);
+        return convertFile(request, *design::formatNamed(target));
+    });
+}

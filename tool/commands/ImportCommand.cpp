@@ -1,0 +1,117 @@
+#include "tool/commands/Commands.h"
+
+#include "text/Files.h"
+#include "tool/commands/OutputNames.h"
+#include "tool/input/DesignImport.h"
+#include "tool/output/FileRoles.h"
+#include "tool/output/OutputFile.h"
+#include "tool/terminal/Amounts.h"
+
+#include "kiv/KivModelFile.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+std::string modelFileOf(KivModel& model, const KivIds& ids)
+{
+    std::ostringstream stream;
+    writeModelFile(model, stream, [&](const KivObject& object) {
+        const auto found = ids.find(&object);
+        return found == ids.end() ? std::string() : found->second;
+    });
+    return std::move(stream).str();
+}
+
+// What is to be written, and what there is to say of the design that it comes from.
+struct Input {
+    std::string modelFile;
+    std::string contents;
+    std::optional<ImportedDesign> imported;
+};
+
+// A design, or a model file whose boxes are to be placed; none after its mistakes were told.
+std::optional<Input> readInput(const ImportRequest& request)
+{
+    const std::string content = text::readFile(request.input);
+    const std::optional<bool> hasLayout = request.design.hasLayout;
+    if (request.design.format.empty() && hasLayout.value_or(false) && isModelFile(content)) {
+        KivIds ids;
+        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input), &ids);
+        if (!loaded)
+            return std::nullopt;
+        loaded->model = placeBoxes(std::move(loaded->model), text::fileName(request.input), request.isQuiet);
+        return Input{modelFileOf(*loaded->model, ids), contentsOf(*loaded->model), std::nullopt};
+    }
+    const design::Format& format = formatOfImport(content, request.input, request.design.format);
+    Input input;
+    const reader::ReadOptions reading = readOptions(request.reading);
+    input.imported = importDesign(format, {content, request.input, &reading}, hasLayout);
+    input.contents = contentsOf(*input.imported->converted.model);
+    input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
+    return input;
+}
+
+int importFile(const ImportRequest& request, const std::string& outputName)
+{
+    const text::ReadRecord read;
+    const std::optional<Input> input = readInput(request);
+    if (!input)
+        return invalidModel;
+    refuseClashes({{outputName, "the output"}, {request.design.reportFile, "the report"}}, read);
+    OutputFile output(outputName);
+    output.write(input->modelFile);
+    std::optional<OutputFile> reportFile;
+    if (!request.design.reportFile.empty())
+        reportFile.emplace(request.design.reportFile).write(reportAsJson(input->imported));
+    std::vector<OutputFile*> files = {&output};
+    if (reportFile)
+        files.push_back(&*reportFile);
+    OutputFile::commitAll(files);
+    if (input->imported && !request.isQuiet)
+        std::cerr << summaryOf(*input->imported);
+    if (outputName != "-" && !request.isQuiet)
+        tellMade(outputName, input->contents + ", " + sizeText(input->modelFile.size()));
+    return done;
+}
+
+// The name of the design without its folder and ending, with that of a model file.
+std::string defaultModelName(const std::string& design)
+{
+    if (design == "-")
+        return "-";
+    const std::filesystem::path stem = std::filesystem::path(design).stem();
+    return (stem.extension() == ".model" ? stem.stem() : stem).string() + ".model.json";
+}
+
+int listFormats()
+{
+    std::size_t longest = 0;
+    for (const design::Format& format : design::formats())
+        longest = std::max(longest, format.name.size());
+    for (const design::Format& format : design::formats())
+        if (format.read)
+            std::cout << format.name << std::string(longest + 2 - format.name.size(), ' ') << format.description
+                      << '\n';
+    return endOfOutput(done, exportFailed);
+}
+
+} // namespace
+
+int runImport(const ImportRequest& request)
+{
+    if (request.listsFormats)
+        return listFormats();
+    if (request.input.empty()) {
+        report("DESIGN is required; see petal import --help");
+        return wrongUsage;
+    }
+    return reportFailures(request.input, request.output, [&] {
+        const std::vector<Making> makings = outputsFor({request.input}, request.output, defaultModelName);
+        return importFile(request, makings.front().output);
+    });
+}

@@ -1,0 +1,86 @@
+#include "tool/commands/OutputNames.h"
+
+#include "tool/commands/Failures.h"
+#include "tool/output/FileRoles.h"
+#include "tool/terminal/Progress.h"
+
+#include "text/Files.h"
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What is settled for one input by the command that makes its output is settled for several before the first is made.
+void refuseClashesOf(const std::vector<Making>& makings)
+{
+    text::ReadRecord read;
+    std::deque<std::string> roles; // which stay where they are
+    std::vector<FileRole> outputs;
+    for (const Making& making : makings) {
+        read.expect(making.input);
+        roles.push_back("the output of " + text::fileName(making.input));
+        outputs.push_back({making.output, roles.back().c_str()});
+    }
+    refuseClashes(outputs, read);
+}
+
+} // namespace
+
+bool meansFolder(const std::string& output)
+{
+    std::error_code unknown; // then it is none
+    return output.ends_with('/') || fs::is_directory(output, unknown);
+}
+
+std::vector<Making> outputsFor(const std::vector<std::string>& inputs, const std::string& output,
+                               const std::function<std::string(const std::string&)>& defaultName)
+{
+    const bool isFolder = !output.empty() && meansFolder(output);
+    if (inputs.size() > 1 && !output.empty() && !isFolder)
+        throw WrongUsage((output == "-" ? "standard output" : output) + " is one file for what is made of " +
+                         std::to_string(inputs.size()) + "; a folder takes them, whose name ends in a slash");
+    std::vector<Making> makings;
+    for (const std::string& input : inputs) {
+        if (input == "-" && (isFolder || inputs.size() > 1))
+            throw WrongUsage("standard input has no name for its output to be called by; give that with -o");
+        const std::string name = output.empty() || isFolder ? defaultName(input) : output;
+        makings.push_back({input, isFolder ? (fs::path(output) / name).string() : name});
+    }
+    if (isFolder)
+        makeFolder(output);
+    if (makings.size() > 1)
+        refuseClashesOf(makings);
+    return makings;
+}
+
+void makeFolder(const std::string& path)
+{
+    std::error_code error;
+    if (!path.empty())
+        fs::create_directories(path, error);
+    if (error)
+        throw std::system_error(error, path);
+}
+
+int makeAll(const std::vector<Making>& makings, const std::function<int(const Making&)>& make)
+{
+    int exitCode = done;
+    for (std::size_t i = 0; i < makings.size(); ++i) {
+        if (makings.size() > 1)
+            showProgress("file " + std::to_string(i + 1) + " of " + std::to_string(makings.size()) + ": " +
+                         makings[i].input);
+        exitCode = std::max(exitCode, make(makings[i]));
+    }
+    clearProgress();
+    return exitCode;
+}
+
+std::string stemOf(const std::string& path)
+{
+    return fs::path(path).stem().string();
+}
