@@ -1,6 +1,6 @@
 #include "compare/changes/Views.h"
 
-#include "compare/changes/Pairing.h"
+#include "compare/changes/Keys.h"
 #include "compare/facts/Hash.h"
 #include "compare/facts/Labels.h"
 #include "compare/facts/Values.h"
@@ -331,9 +331,15 @@ std::string viewName(const Snapshot& state, const Object& view)
         const std::string name = element ? nameOf(*element) : std::string(lastPart(view.lastName()));
         return !name.empty() ? name : element ? headlineOf(state, *element) : std::string(view.kind());
     }
+    // A line may end at another, as that of an association class; not further into those, which might end at each
+    // other.
+    const auto lineName = [&](const Object& line) {
+        const Object* const relation = elementOf(state, line);
+        return relation ? headlineOf(state, *relation) : std::string("a line");
+    };
     std::string ends;
     for (const Object* const end : endsOf(state, view))
-        ends.append(ends.empty() ? "" : " -- ").append(isLine(*end) ? "a line" : viewName(state, *end));
+        ends.append(ends.empty() ? "" : " -- ").append(isLine(*end) ? lineName(*end) : viewName(state, *end));
     std::string kind = element ? std::string(kindWord(*element)) : "line";
     return kind + ' ' + (ends.empty() && element ? nameOf(*element) : ends);
 }

@@ -68,6 +68,11 @@ void Snapshot::hash(Depth depth)
             node.facts += whole;
             node.content += isReference(key) ? mixed(keyHash, hashOf(lastPart(value))) : whole;
         });
+        if (isDiagram(*node.object)) // is known by what it shows
+            forEachShownName(*node.object, [&](std::uint64_t shown) {
+                node.content += shown;
+                node.hasSubstance = true;
+            });
         if (node.parent != nobody)
             nodes[node.parent].content += mixed(mixed(node.kind, node.name), node.content);
     }

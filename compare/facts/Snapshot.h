@@ -1,9 +1,12 @@
 #pragma once
 
 #include "compare/facts/Facts.h"
+#include "compare/facts/Hash.h"
+#include "compare/facts/Values.h"
 #include "reader/index/Index.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,6 +39,11 @@ public:
     [[nodiscard]] const Node& operator[](std::uint32_t place) const { return nodes[place]; }
     /// The node that is `object`, or `nobody`.
     [[nodiscard]] std::uint32_t find(const reader::Object* object) const;
+    /// The place of one of its nodes.
+    [[nodiscard]] std::uint32_t placeOf(const Node& node) const
+    {
+        return static_cast<std::uint32_t>(&node - nodes.data());
+    }
     /// Names around a node and its own, joined by `::`.
     [[nodiscard]] std::string path(std::uint32_t place) const;
 
@@ -58,5 +66,14 @@ private:
 
 /// Whether the object holds a diagram.
 [[nodiscard]] bool isDiagram(const reader::Object& object);
+
+/// Calls `visit` with a hash of the name, without its path, of what each box of a diagram shows.
+template <class Visit>
+void forEachShownName(const reader::Object& diagram, const Visit& visit)
+{
+    for (const reader::Object* const view : diagram.objects("items"))
+        if (const std::string name = view->lastName(); !name.empty())
+            visit(hashOf(lastPart(name)));
+}
 
 } // namespace compare

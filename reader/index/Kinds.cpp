@@ -160,9 +160,15 @@ bool isUnnamed(std::string_view name)
 
 std::string shownName(const Object& object)
 {
-    std::string name = elementKindOf(object) == ElementKind::none ? object.lastName() : object.name();
-    if (const std::size_t colons = name.rfind("::"); colons != std::string::npos)
-        name.erase(0, colons + 2);
+    std::string name;
+    if (elementKindOf(object) == ElementKind::none &&
+        !diagramKindOf(object)) { // a view, or a reference, has the whole path
+        name = object.lastName();
+        if (const std::size_t colons = name.rfind("::", name.find('<')); colons != std::string::npos)
+            name.erase(0, colons + 2);
+    } else {
+        name = object.name();
+    }
     return isUnnamed(name) ? std::string() : name;
 }
 

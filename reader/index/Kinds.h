@@ -53,7 +53,8 @@ struct KnownKind {
 [[nodiscard]] std::optional<DiagramKind> diagramKindOf(const Object& object);
 [[nodiscard]] ElementKind elementKindOf(const Object& object);
 
-/// Name as shown: that of the object, without the path in front of the last `::`; empty for what Rose calls
+/// Name as shown: that of an element or diagram, or that of a view without the path in front of it; empty for what Rose
+/// calls
 /// `$UNNAMED$0`.
 [[nodiscard]] std::string shownName(const Object& object);
 

@@ -56,10 +56,12 @@ std::string operations(const std::string& list)
     return "operations (list Operations\n" + list + ")";
 }
 
-std::string operation(const std::string& name, const std::string& quid, const std::string& parameterType)
+std::string operation(const std::string& name, const std::string& quid, const std::string& parameterType,
+                      const std::string& parameterName = "p")
 {
     return "(object Operation \"" + name + "\"\nquid \"" + quid +
-           "\"\nparameters (list Parameters (object Parameter \"p\" type \"" + parameterType + "\")))\n";
+           "\"\nparameters (list Parameters (object Parameter \"" + parameterName + "\" type \"" + parameterType +
+           "\")))\n";
 }
 
 std::string package(const std::string& name, const std::string& quid, const std::string& elements)
@@ -108,6 +110,9 @@ TEST(Compare, FeaturesOfAClass)
          withOperations(operation("f", "D2", "long")), "  class Order\n    - operation f(p : int)\n"},
         {"a parameter", withOperations(operation("f", "D1", "int")), withOperations(operation("f", "D1", "char")),
          "  class Order\n    operation f(p)\n      ~ parameter p: type int -> char\n"},
+        {"a parameter of another name", withOperations(operation("f", "D1", "int")),
+         withOperations(operation("f", "D1", "int", "q")),
+         "  class Order\n    operation f(q)\n      ~ parameter q: renamed from p\n"},
     });
 }
 
@@ -131,6 +136,13 @@ TEST(Compare, ClassesAndPackages)
         {"renamed and changed", classOf("Order", "B1", id),
          classOf("Purchase", "B2", attributes(attribute("id", "C7", "Long") + attribute("no", "C8"))),
          "  ~ class Purchase: renamed from Order\n    ~ attribute id: type Integer -> Long\n"},
+        {"renamed and grown, with relations", classOf("Order", "B1", id) + classOf("Base", "B3"),
+         classOf("Purchase", "B2",
+                 attributes(attribute("id", "C7") + attribute("no", "C8") + attribute("at", "C9")) +
+                     inheritance("Logical View::Base", "B4")) +
+             classOf("Base", "B4"),
+         "  ~ class Purchase: renamed from Order\n    + attribute at : Integer\n    + generalization to Base\n"},
+        {"with colons in the name", classOf("std::list<a::B>", "B1"), "", "  - class std::list<a::B>\n"},
         {"two of other numbers", classOf("A", "B1") + classOf("B", "B2"),
          classOf("X", "B1") + classOf("A", "B2") + classOf("B", "B3"), "  + class X\n"},
         {"abstract", classOf("A", "B1"), classOf("A", "B1", "abstract TRUE"), "  ~ class A: abstract\n"},
@@ -152,6 +164,9 @@ TEST(Compare, ClassesAndPackages)
     EXPECT_EQ(difference(logicalView(package("P", "A1", classOf("Order", "B1", id))),
                          logicalView(package("R", "A1", classOf("Order", "B1", id)))),
               "~ package Logical View::R: renamed from P\n");
+    EXPECT_EQ(difference(logicalView(package("P", "A1", classOf("Order", "B1", id) + sub)),
+                         logicalView(package("R", "A9", classOf("Order", "B7", idOfOther + "abstract TRUE") + sub))),
+              "~ package Logical View::R: renamed from P\n  ~ class Order: abstract\n");
 }
 
 TEST(Compare, AssociationsAreKnownByTheirEnds)
@@ -170,7 +185,14 @@ TEST(Compare, AssociationsAreKnownByTheirEnds)
          "  association (A -- B)\n    ~ role to A: multiplicity 0..* added\n"},
         {"another end", classes + ab, classes + association("E1", "A", "B1", "C", "B3"),
          "  association (A -- C)\n    ~ role to C: target \"Logical View::B\" -> \"Logical View::C\"\n"},
+        {"another name of an end, and numbered anew", classes + ab,
+         classes + association("E9", "A", "B1", "B", "B2", " label \"owner\""),
+         "  association (A -- B)\n    ~ role to A: label owner added\n"},
     });
+    EXPECT_EQ(difference(logicalView(classes + package("P", "A1", ab) + package("Q", "A2", "")),
+                         logicalView(classes + package("P", "A1", "") +
+                                     package("Q", "A2", association("E9", "A", "B1", "B", "B2")))),
+              "package Logical View::Q\n  ~ association (A -- B): moved from Logical View::P\n");
 }
 
 TEST(Compare, WhatToolsChangeByThemselvesIsNothing)
