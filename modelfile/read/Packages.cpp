@@ -36,7 +36,7 @@ KivObject* readModelElement(Builder& builder, Value& value)
     Object object = builder.readObject(value);
     const std::size_t kind = builder.readKind(object, elementKinds, elementKinds.size());
     if (kind == elementKinds.size())
-        Builder::fail(at, "a kind of element", "none", "kind");
+        Builder::fail(at, "a kind of element", "no \"kind\"", "kind");
     return elementReaders[kind](builder, object);
 }
 

@@ -83,7 +83,7 @@ void readProjection(Builder& builder, KivVector<KivProjection>& projections, Val
     bool hasDiagram = false;
     builder.findField(object, "diagram", [&](Value& diagram) { hasDiagram = !Builder::isNull(diagram); });
     if (!hasDiagram)
-        Builder::fail(at, "the id of a class diagram", "none", "diagram");
+        Builder::fail(at, "the id of a class diagram", "no \"diagram\"", "diagram");
     const bool isLine = builder.findField(object, "vertices", [](Value&) {});
     KivProjection* const projection =
         isLine ? builder.create<KivRelationshipProjection>() : builder.create<KivProjection>();

@@ -69,9 +69,9 @@ void readModel(Builder& builder, KivModel& model, simdjson::ondemand::document& 
     ModelTarget target{&model};
     builder.readFields(object, target, modelFields);
     if (!target.hasFormat)
-        builder.faults.add({builder.start(), "\"kiv-model\"", "none", "format"});
+        builder.faults.add({builder.start(), "\"kiv-model\"", "no \"format\"", "format"});
     if (!target.hasVersion)
-        builder.faults.add({builder.start(), "the version 1", "none", "version"});
+        builder.faults.add({builder.start(), "the version 1", "no \"version\"", "version"});
     builder.requireEnd();
     setDiagramPackages(model);
 }

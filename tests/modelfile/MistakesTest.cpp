@@ -67,8 +67,9 @@ TEST(Mistakes, AreAnsweredWithPlaceReasonAndWhatWasMeant)
         {"'childPackages':[{'name':'a\\u0000b'}]", "2:26",
          "/childPackages/0/name: expected a text without U+0000, found the text 'a\\u0000b'"},
         {"'modelElements':[{'name':'Account'}]", "2:18",
-         "/modelElements/0/kind: expected a kind of element, found none"},
-        {"'modelElements':[{'kind':null}]", "2:18", "/modelElements/0/kind: expected a kind of element, found none"},
+         "/modelElements/0/kind: expected a kind of element, found no \"kind\""},
+        {"'modelElements':[{'kind':null}]", "2:18",
+         "/modelElements/0/kind: expected a kind of element, found no \"kind\""},
         {"'modelElements':[{'kind':'Class'}]", "2:26",
          "/modelElements/0/kind: expected 'note', 'class', 'association', 'generalization', 'dependency' or "
          "'realization', found the text 'Class'; did you mean 'class'?"},
@@ -129,7 +130,7 @@ TEST(Mistakes, AreAnsweredWithPlaceReasonAndWhatWasMeant)
          "/diagrams/0/elements/0: expected the id of an element of a package, found 'Account', which is no id in the "
          "file (in the diagram 'Main')"},
         {"'diagrams':[{'id':'d','projections':[{'x':1}]}]", "2:38",
-         "/diagrams/0/projections/0/diagram: expected the id of a class diagram, found none"},
+         "/diagrams/0/projections/0/diagram: expected the id of a class diagram, found no \"diagram\""},
         {"'diagrams':[{'id':'d','projections':[{'diagram':'d','fillColor':'red'}]}]", "2:65",
          "/diagrams/0/projections/0/fillColor: expected a colour such as '#ffffcc', or a number, found the text 'red'"},
         {"'diagrams':[{'id':'d','projections':[{'diagram':'d','vertices':[[1,2],[3]]}]}]", "2:71",

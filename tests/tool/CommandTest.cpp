@@ -41,6 +41,7 @@ TEST_F(Command, EndsWithACodeAndAMessage)
         {{"export", "none.json"}, 3, "petal: none.json: No such file or directory\n"},
         {{"export", "."}, 3, "petal: .: Is a directory\n"},
         {{"export", "broken.json"}, 3, "broken.json:1:43: error: /types: expected a list, found an object\n"},
+        {{"export", "broken.json", "-o", "new/folder/"}, 3, "broken.json:1:43: error: /types: expected"},
         {{"export", "-", "-o", "-"}, 3, "standard input:1:1: error: expected "},
         {{"export", "m.json", "-o", "none/m.mdl"}, 1, "petal: none/m.mdl: No such file or directory\n"},
         {{"export", "m.json", "-o", "/dev/full"}, 1, "petal: /dev/full: No space left on device\n"},

@@ -36,15 +36,16 @@ protected:
 TEST_F(ModelMessages, ShowTheLineOnATerminal)
 {
     folder.write("m.json", json("{'format':'kiv-model',\n\t'version': 2}"));
+    // Quiet, so that no progress is shown when the machine is busy.
     const std::string message = "m.json:2:13: error: /version: expected the version 1, found the number 2\n";
-    EXPECT_EQ(onTerminal({"export", "m.json"}, 80), message + " 2 |  \"version\": 2}\n   |             ^\n");
+    EXPECT_EQ(onTerminal({"export", "-q", "m.json"}, 80), message + " 2 |  \"version\": 2}\n   |             ^\n");
     EXPECT_EQ(run({"export", "m.json"}).errors, message) << "and nowhere else";
     EXPECT_EQ(run({"export", "m.json"}).exitCode, 3);
 
     const std::string long1(200, 'a');
     const std::string long2(200, 'b');
     folder.write("long.json", model("'name':'" + long1 + "','types':5,'description':'" + long2 + "\xE2\x80\xAE'"));
-    const std::string shown = onTerminal({"export", "long.json"}, 40);
+    const std::string shown = onTerminal({"export", "-q", "long.json"}, 40);
     EXPECT_THAT(shown, AllOf(HasSubstr("\n 1 | ...aaa"), HasSubstr("\"types\":5,\"des"), HasSubstr("...\n   |    ")));
     const std::string excerpt = shown.substr(shown.find('\n') + 1);
     const std::size_t lineEnd = excerpt.find('\n');
@@ -52,7 +53,7 @@ TEST_F(ModelMessages, ShowTheLineOnATerminal)
     EXPECT_EQ(excerpt[excerpt.find('^', lineEnd) - lineEnd - 1], '5') << excerpt;
 
     folder.write("hostile.json", model("'name':'\xE2\x80\xAE\x7F','types':5"));
-    EXPECT_THAT(onTerminal({"export", "hostile.json"}, 120),
+    EXPECT_THAT(onTerminal({"export", "-q", "hostile.json"}, 120),
                 AllOf(HasSubstr("\"name\":\"??\""), Not(HasSubstr("\x7F"))));
 }
 

@@ -72,7 +72,7 @@ int runBrowse(const BrowseRequest& request)
     if (request.isQuiet)
         forbidProgress();
     return reportFailures("", request.output, [&] {
-        return makeAll(outputsFor(request.files, request.output, defaultPageName),
-                       [&](const Making& making) { return browseFile(request, making); });
+        const Outputs outputs = outputsFor(request.files, request.output, defaultPageName);
+        return makeAll(outputs.makings, [&](const Making& making) { return browseFile(request, making); });
     });
 }

@@ -213,8 +213,7 @@ int convertFile(const ConvertRequest& request, const design::Format& target)
         bytes += text.size();
     }
     refuseClashes(roles, read);
-    if (meansFolder(request.output))
-        makeFolder(request.output);
+    const OutputFolder folder(meansFolder(request.output) ? request.output : std::string());
     writeAll(request, output, reportAsJson(*input, target));
     if (request.isQuiet)
         return done;

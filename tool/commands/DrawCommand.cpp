@@ -156,7 +156,7 @@ private:
             pictures.push_back(
                 {(folder / names.nameFor(named(*diagram), std::string(".").append(format))).string(), role});
         refuseClashes(pictures, read);
-        makeFolder(folder.string());
+        const OutputFolder outputFolder(folder.string());
         int exitCode = done;
         MadeAhead<Picture> ahead(
             selected.size(), [&](std::size_t i) { return made(*selected[i], pictures[i].path, formatCalled(format)); });

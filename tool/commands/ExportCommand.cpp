@@ -269,7 +269,8 @@ int runExport(const ExportRequest& request)
     if (request.isQuiet)
         forbidProgress();
     return reportFailures("", request.output, [&] {
-        const std::vector<Making> makings = outputsFor(request.models, request.output, defaultOutput);
+        const Outputs outputs = outputsFor(request.models, request.output, defaultOutput);
+        const std::vector<Making>& makings = outputs.makings;
         refuseSharedFiles(request, makings.size());
         return makeAll(makings, [&](const Making& making) {
             const bool isLast = &making == &makings.back();

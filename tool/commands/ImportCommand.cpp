@@ -111,7 +111,7 @@ int runImport(const ImportRequest& request)
         return wrongUsage;
     }
     return reportFailures(request.input, request.output, [&] {
-        const std::vector<Making> makings = outputsFor({request.input}, request.output, defaultModelName);
-        return importFile(request, makings.front().output);
+        const Outputs outputs = outputsFor({request.input}, request.output, defaultModelName);
+        return importFile(request, outputs.makings.front().output);
     });
 }

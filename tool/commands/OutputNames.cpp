@@ -10,6 +10,7 @@
 #include <deque>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -31,14 +32,37 @@ void refuseClashesOf(const std::vector<Making>& makings)
 
 } // namespace
 
+OutputFolder::OutputFolder(const std::string& path)
+{
+    std::vector<fs::path> missing;
+    std::error_code unknown; // then making it says why
+    for (fs::path folder = path; !folder.empty() && !fs::exists(folder, unknown); folder = folder.parent_path())
+        if (folder.has_filename())
+            missing.push_back(folder);
+    std::error_code error;
+    if (!path.empty())
+        fs::create_directories(path, error);
+    if (error)
+        throw std::system_error(error, path);
+    made.assign(missing.rbegin(), missing.rend());
+}
+
+OutputFolder::~OutputFolder()
+{
+    for (auto folder = made.rbegin(); folder != made.rend(); ++folder) {
+        std::error_code isInUse;
+        fs::remove(*folder, isInUse);
+    }
+}
+
 bool meansFolder(const std::string& output)
 {
     std::error_code unknown; // then it is none
     return output.ends_with('/') || fs::is_directory(output, unknown);
 }
 
-std::vector<Making> outputsFor(const std::vector<std::string>& inputs, const std::string& output,
-                               const std::function<std::string(const std::string&)>& defaultName)
+Outputs outputsFor(const std::vector<std::string>& inputs, const std::string& output,
+                   const std::function<std::string(const std::string&)>& defaultName)
 {
     const bool isFolder = !output.empty() && meansFolder(output);
     if (inputs.size() > 1 && !output.empty() && !isFolder)
@@ -51,20 +75,10 @@ std::vector<Making> outputsFor(const std::vector<std::string>& inputs, const std
         const std::string name = output.empty() || isFolder ? defaultName(input) : output;
         makings.push_back({input, isFolder ? (fs::path(output) / name).string() : name});
     }
-    if (isFolder)
-        makeFolder(output);
+    OutputFolder folder(isFolder ? output : std::string());
     if (makings.size() > 1)
         refuseClashesOf(makings);
-    return makings;
-}
-
-void makeFolder(const std::string& path)
-{
-    std::error_code error;
-    if (!path.empty())
-        fs::create_directories(path, error);
-    if (error)
-        throw std::system_error(error, path);
+    return {std::move(makings), std::move(folder)};
 }
 
 int makeAll(const std::vector<Making>& makings, const std::function<int(const Making&)>& make)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,6 +13,25 @@ struct Making {
     std::string output;
 };
 
+/// A folder for what a command makes, made with those around it where they are missing. What of them is empty at the
+/// end, because nothing came of it, is taken away again.
+class OutputFolder {
+public:
+    /// The empty path is the current folder. Throws `std::system_error`.
+    explicit OutputFolder(const std::string& path);
+    ~OutputFolder();
+    OutputFolder(OutputFolder&& other) noexcept = default;
+    OutputFolder& operator=(OutputFolder&& other) = delete;
+
+private:
+    std::vector<std::filesystem::path> made; // from the outermost
+};
+
+struct Outputs {
+    std::vector<Making> makings;
+    OutputFolder folder;
+};
+
 /// Whether the user means a folder by it: one that is there, or a name that ends in a slash.
 [[nodiscard]] bool meansFolder(const std::string& output);
 
@@ -19,11 +39,8 @@ struct Making {
 /// folder, one called as `defaultName` calls what is made of an input. The folder is made if it is not there. Of
 /// several inputs none may be overwritten, nor may two of the outputs be one. Throws `WrongUsage` and `FileClash` when
 /// they do not go together, before anything is made, and `std::system_error`.
-[[nodiscard]] std::vector<Making> outputsFor(const std::vector<std::string>& inputs, const std::string& output,
-                                             const std::function<std::string(const std::string&)>& defaultName);
-
-/// Makes a folder and those around it; the empty path is the current folder. Throws `std::system_error`.
-void makeFolder(const std::string& path);
+[[nodiscard]] Outputs outputsFor(const std::vector<std::string>& inputs, const std::string& output,
+                                 const std::function<std::string(const std::string&)>& defaultName);
 
 /// Calls `make` for each, which gives an exit code, and gives the greatest.
 [[nodiscard]] int makeAll(const std::vector<Making>& makings, const std::function<int(const Making&)>& make);
