@@ -202,6 +202,8 @@ Design readDesign(const Format& format, const Source& source, Report& report)
 
 void settleFor(const Format& target, Design& design, bool hasLayout, Report& report)
 {
+    if (!target.drawsDocument)
+        design.document.reset();
     settle(design, Reach::Packages, report);
     settleAllDiagrams(design, Reach::Packages, hasLayout, report);
     giveIdentifiers(design, report);

@@ -1,3 +1,4 @@
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "reader/document/Document.h"
 #include "Target.h"
@@ -35,7 +36,7 @@ void checkFormat(const design::Format& target, const design::Source& source, boo
     design::settleFor(target, design, true, report);
     const design::Catalogue catalogue(design.root);
     try {
-        checkFiles(target.write({design, catalogue, "fuzzed", isFolder}, report), target, isFolder);
+        checkFiles(design::filesIn(target, {design, catalogue, "fuzzed", isFolder}, report), target, isFolder);
     } catch (const design::UnwritableDesign& error) {
         require(!isFolder && *error.what() != '\0', "a reason for refusing one file");
     }

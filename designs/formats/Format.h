@@ -3,6 +3,7 @@
 #include "designs/model/Catalogue.h"
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
+#include "text/Sink.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -45,13 +46,25 @@ struct Writing {
     std::string ending = {};    ///< of the output; may be empty
 };
 
-/// A file that comes out. One without a name is the output itself; others lie beside it. In a folder with a file for
-/// each diagram the name is that of the diagram, of which the command makes one that every file system takes.
-struct WrittenFile {
-    std::string name;
-    std::string text;
+/// What a file that comes out is called. One without a name is the output itself; others lie beside it. In a folder
+/// with a file for each diagram the name is that of the diagram, of which the command makes one that every file system
+/// takes.
+struct FileName {
+    std::string name = {};
     std::string kind = {};  ///< of the diagram, e.g. "class"
     std::string owner = {}; ///< name of what the diagram belongs to
+};
+
+/// Takes the files that come out.
+class Files {
+public:
+    Files() = default;
+    Files(const Files&) = delete;
+    Files& operator=(const Files&) = delete;
+    virtual ~Files() = default;
+
+    /// Begins one; the one before it is finished then.
+    virtual text::Sink& begin(const FileName& name) = 0;
 };
 
 /// One format that designs come in, go out in, or both. Formats are rows of a table (`formats()`), one module each.
@@ -67,12 +80,13 @@ struct Format {
     /// goes into `report`.
     /// Null in a format that only goes out.
     Design (*read)(const Source& source, Report& report) = nullptr;
-    /// Writes the whole design, or throws UnwritableDesign. What the format cannot hold goes into `report`, by the
-    /// words of `countElements`. Null in a format that only comes in.
-    std::vector<WrittenFile> (*write)(const Writing& writing, Report& report) = nullptr;
+    /// Writes the whole design, or throws UnwritableDesign before it begins a file. What the format cannot hold goes
+    /// into `report`, by the words of `countElements`. Null in a format that only comes in.
+    void (*write)(const Writing& writing, Files& files, Report& report) = nullptr;
     bool isWrittenByDiagram = false; ///< what comes out is a file for each diagram, or all of them in one
     bool hasDiagrams = true;         ///< of one that goes out
     bool hasPlaces = true;           ///< what comes out says where boxes are, so that they must have places
+    bool drawsDocument = false;      ///< what comes out has diagrams that are taken from the Rose file itself
 };
 
 } // namespace design

@@ -2,10 +2,15 @@
 
 #include "designs/model/Walk.h"
 
+#include <cstddef>
+
 namespace design {
 
 Catalogue::Catalogue(const Package& root)
 {
+    std::size_t count = 0;
+    forEachElement(root, [&](const Element& /*element*/) { ++count; });
+    entries.reserve(count);
     forEachPackage(root, [&](const Package& package) {
         add(package, &package);
         for (const Classifier& classifier : package.classifiers) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -18,7 +19,7 @@ namespace {
 class EndSettler {
 public:
     EndSettler(Design& theDesign, Reach theReach, Report& theReport)
-        : design(theDesign), reach(theReach), report(theReport), catalogue(theDesign.root), identifiers(theDesign.root)
+        : design(theDesign), reach(theReach), report(theReport), catalogue(theDesign.root)
     {
     }
 
@@ -78,8 +79,10 @@ private:
         if (isNew) {
             Classifier placeholder;
             placeholder.name = reference.name.empty() ? reference.id : reference.name;
-            if (reference.id.empty() || !identifiers.take(reference.id))
-                found->second = identifiers.make();
+            if (!identifiers)
+                identifiers.emplace(design.root);
+            if (reference.id.empty() || !identifiers->take(reference.id))
+                found->second = identifiers->make();
             placeholder.id = found->second;
             report.made("class", reference.id, placeholder.name,
                         "it lies outside of the file; a placeholder is in the package External");
@@ -154,7 +157,7 @@ private:
                                   [](const Package& package) { return package.name == placeholderPackage; });
         if (found == packages.end()) {
             Package package;
-            package.id = identifiers.make();
+            package.id = identifiers->make();
             package.name = placeholderPackage;
             package.documentation = "Placeholders for classes outside of the imported file.";
             found = packages.insert(packages.end(), std::move(package));
@@ -166,7 +169,7 @@ private:
     const Reach reach;
     Report& report;
     Catalogue catalogue;
-    NewIdentifiers identifiers;
+    std::optional<NewIdentifiers> identifiers; // as soon as there is a placeholder
     std::unordered_map<std::string, std::string> placeholderIds;
     std::vector<Classifier> placeholders;
 };

@@ -3,9 +3,12 @@
 #include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
 
+#include <string_view>
+#include <vector>
+
 namespace design {
 
-NewIdentifiers::NewIdentifiers(Package& root)
+NewIdentifiers::NewIdentifiers(const Package& root)
 {
     forEachElement(root, [&](const Element& element) { taken.insert(element.id); });
 }
@@ -19,27 +22,52 @@ std::string NewIdentifiers::make()
     return id;
 }
 
-void giveIdentifiers(Design& design, Report& report)
+namespace {
+
+// Elements whose identifier an earlier one has.
+std::vector<Element*> repetitions(Package& root)
 {
-    NewIdentifiers identifiers(design.root);
-    std::unordered_set<std::string> met;
-    forEachElement(design.root, [&](Element& element) {
-        if (element.id.empty() || met.insert(element.id).second)
-            return;
-        report.made("identifier", element.id, element.name, "it is given twice; the second element got another one");
-        element.id = identifiers.make();
+    std::vector<Element*> repeated;
+    std::unordered_set<std::string_view> met;
+    forEachElement(root, [&](Element& element) {
+        if (!element.id.empty() && !met.insert(element.id).second)
+            repeated.push_back(&element);
     });
-    const auto require = [&](auto& elements) {
+    return repeated;
+}
+
+// Elements that need an identifier and have none.
+std::vector<Element*> nameless(Package& root)
+{
+    std::vector<Element*> found;
+    const auto add = [&](auto& elements) {
         for (Element& element : elements)
             if (element.id.empty())
-                element.id = identifiers.make();
+                found.push_back(&element);
     };
-    forEachPackage(design.root, [&](Package& package) {
-        require(package.classifiers);
-        require(package.associations);
-        require(package.relationships);
-        require(package.diagrams);
+    forEachPackage(root, [&](Package& package) {
+        add(package.classifiers);
+        add(package.associations);
+        add(package.relationships);
+        add(package.diagrams);
     });
+    return found;
+}
+
+} // namespace
+
+void giveIdentifiers(Design& design, Report& report)
+{
+    std::vector<Element*> elements = repetitions(design.root);
+    for (const Element* const element : elements)
+        report.made("identifier", element->id, element->name, "it is given twice; the second element got another one");
+    const std::vector<Element*> others = nameless(design.root);
+    elements.insert(elements.end(), others.begin(), others.end());
+    if (elements.empty())
+        return;
+    NewIdentifiers identifiers(design.root);
+    for (Element* const element : elements)
+        element->id = identifiers.make();
 }
 
 } // namespace design

@@ -11,7 +11,7 @@ namespace design {
 /// Makes identifiers that no element of the design has.
 class NewIdentifiers {
 public:
-    explicit NewIdentifiers(Package& root);
+    explicit NewIdentifiers(const Package& root);
 
     /// Whether nothing has it yet; then it is taken.
     [[nodiscard]] bool take(const std::string& id) { return taken.insert(id).second; }

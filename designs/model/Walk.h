@@ -7,7 +7,7 @@ namespace design {
 /// Calls `visit(Element&)` for the package and for every element in it, in the order of the file: packages before what
 /// they hold, classifiers before their features.
 template <class Visit>
-void forEachElement(Package& package, const Visit& visit);
+void forEachElement(auto& package, const Visit& visit);
 
 /// Calls `visit(Package&)` for the package and every package below it, outer ones first.
 template <class Visit>
@@ -43,32 +43,32 @@ void forEachFeature(auto& classifier, const Visit& visit)
 }
 
 template <class Visit>
-void forEachOwnElement(Package& package, const Visit& visit)
+void forEachOwnElement(auto& package, const Visit& visit)
 {
-    for (Classifier& classifier : package.classifiers) {
+    for (auto& classifier : package.classifiers) {
         visit(classifier);
         forEachFeature(classifier, visit);
     }
-    for (Association& association : package.associations) {
+    for (auto& association : package.associations) {
         visit(association);
-        for (AssociationEnd& end : association.ends) {
+        for (auto& end : association.ends) {
             visit(end);
-            for (Attribute& qualifier : end.qualifiers)
+            for (auto& qualifier : end.qualifiers)
                 visit(qualifier);
         }
     }
-    for (Relationship& relationship : package.relationships)
+    for (auto& relationship : package.relationships)
         visit(relationship);
-    for (Diagram& diagram : package.diagrams)
+    for (auto& diagram : package.diagrams)
         visit(diagram);
 }
 
 template <class Visit>
-void forEachElement(Package& package, const Visit& visit)
+void forEachElement(auto& package, const Visit& visit)
 {
-    forEachPackage(package, [&](Package& each) {
-        visit(static_cast<Element&>(each));
-        forEachOwnElement(each, [&](Element& element) { visit(element); });
+    forEachPackage(package, [&](auto& each) {
+        visit(each);
+        forEachOwnElement(each, visit);
     });
 }
 

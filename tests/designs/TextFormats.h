@@ -1,6 +1,7 @@
 #pragma once
 
 #include "designs/Files.h"
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "designs/SmallDesigns.h"
 
@@ -33,7 +34,7 @@ inline Texts textsOf(design::Design given, std::string_view format, bool isFolde
     design::Report settling;
     design::settleFor(*target, texts.design, true, settling);
     const design::Catalogue catalogue(texts.design.root);
-    texts.files = target->write({texts.design, catalogue, "design", isFolder}, texts.report);
+    texts.files = design::filesIn(*target, {texts.design, catalogue, "design", isFolder}, texts.report);
     return texts;
 }
 

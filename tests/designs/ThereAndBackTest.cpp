@@ -1,5 +1,6 @@
 // Designs that go out in a format and come back by it.
 
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "designs/model/Counts.h"
 #include "Files.h"
@@ -40,7 +41,7 @@ Files writtenIn(const design::Format& format, design::Design& design, design::Re
     design::settleFor(format, design, true, report);
     const design::Catalogue catalogue(design.root);
     Files files;
-    for (design::WrittenFile& file : format.write({design, catalogue, "out"}, report))
+    for (design::WrittenFile& file : design::filesIn(format, {design, catalogue, "out"}, report))
         files.emplace(std::move(file.name), std::move(file.text));
     return files;
 }

@@ -1,5 +1,6 @@
 // Ecore files of designs, what an Ecore tool has left in a Rose file included.
 
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +28,7 @@ std::string ecoreOf(const std::string& members, const std::string& ofPackage = "
     design::Design design = design::readDesign(*design::formatNamed("rose"), source, report);
     design::settleFor(format, design, true, report);
     const design::Catalogue catalogue(design.root);
-    return format.write({design, catalogue, "out"}, report).front().text;
+    return design::filesIn(format, {design, catalogue, "out"}, report).front().text;
 }
 
 std::string classOf(const std::string& name, const std::string& rest = "")

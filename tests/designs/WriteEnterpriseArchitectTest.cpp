@@ -1,5 +1,6 @@
 // Files for Enterprise Architect: what only they hold, and that every identifier in them leads somewhere.
 
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "designs/model/Settling.h"
 #include "Files.h"
@@ -24,7 +25,7 @@ std::string written(design::Design& design, design::Report& report)
 {
     design::settleFor(ea(), design, true, report);
     const design::Catalogue catalogue(design.root);
-    return ea().write({design, catalogue, "out"}, report).front().text;
+    return design::filesIn(ea(), {design, catalogue, "out"}, report).front().text;
 }
 
 std::string written(design::Design design)

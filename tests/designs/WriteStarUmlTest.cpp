@@ -1,6 +1,7 @@
 // Designs as StarUML keeps them.
 
 #include "designs/formats/Formats.h"
+#include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "designs/model/Texts.h"
 #include "Files.h"
@@ -31,7 +32,7 @@ Written written(design::Design design)
     Written result;
     design::settleFor(format, design, true, result.report);
     const design::Catalogue catalogue(design.root);
-    result.text = format.write({design, catalogue, "out"}, result.report).front().text;
+    result.text = design::filesIn(format, {design, catalogue, "out"}, result.report).front().text;
     return result;
 }
 

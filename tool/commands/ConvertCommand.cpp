@@ -5,12 +5,10 @@
 #include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
+#include "tool/commands/ConvertedFiles.h"
 #include "tool/commands/OutputNames.h"
 #include "tool/input/DesignImport.h"
 #include "tool/input/RoseText.h"
-#include "tool/output/FileRoles.h"
-#include "tool/output/OutputFile.h"
-#include "tool/pictures/PictureNames.h"
 #include "tool/terminal/Amounts.h"
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
@@ -95,53 +93,32 @@ std::optional<Input> readInput(const ConvertRequest& request)
     return input;
 }
 
-// What comes out, under the names that it will have.
-struct Output {
-    std::vector<std::pair<std::string, std::string>> files; // names and texts
-    std::string place;                                      // the file or folder that the user is told
-};
-
 std::string endingOf(const std::string& place)
 {
     return text::lowerCase(fs::path(place).extension().string());
 }
 
-std::vector<design::WrittenFile> writtenBy(const design::Format& target, const design::Writing& writing,
-                                           const std::string& place, design::Report& report)
+// The file or folder that the output goes to.
+std::string placeOf(const ConvertRequest& request, std::string_view ending, bool isFolder)
 {
-    try {
-        return target.write(writing, report);
-    } catch (const design::UnwritableDesign& error) {
-        throw WrongUsage(place + ": " + error.what());
-    }
+    if (request.output.empty())
+        return isFolder ? "." : stemOf(request.input).append(ending);
+    if (!isFolder && meansFolder(request.output))
+        return (fs::path(request.output) / stemOf(request.input).append(ending)).string();
+    return request.output;
 }
 
-Output outputOf(const ConvertRequest& request, const design::Format& target, Input& input)
+void write(const ConvertRequest& request, const design::Format& target, Input& input, ConvertedFiles& files,
+           bool isFolder)
 {
-    const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
-    const std::string ending(target.endings.front());
-    const std::string place = request.output.empty() && isFolder ? "."
-                              : request.output.empty()           ? stemOf(request.input) + ending
-                              : !isFolder && meansFolder(request.output)
-                                  ? (fs::path(request.output) / (stemOf(request.input) + ending)).string()
-                                  : request.output;
-    const std::string stem = stemOf(isFolder || place == "-" ? request.input : place);
     design::settleFor(target, input.design, request.design.hasLayout.value_or(true), input.report);
     const design::Catalogue catalogue(input.design.root);
-    std::vector<design::WrittenFile> written =
-        writtenBy(target, {input.design, catalogue, stem, isFolder, endingOf(place)}, place, input.report);
-    if (place == "-" && written.size() > 1)
-        throw WrongUsage(std::string(target.name) + " takes " + std::to_string(written.size()) +
-                         " files; they do not fit on standard output");
-    Output output{{}, place};
-    PictureNames names;
-    const fs::path folder = isFolder ? fs::path(place) : fs::path(place).parent_path();
-    for (design::WrittenFile& file : written) {
-        const std::string name = isFolder ? names.nameFor({file.name, file.kind, file.owner}, ending) : file.name;
-        output.files.emplace_back(name.empty() ? place : (folder / name).lexically_normal().string(),
-                                  std::move(file.text));
+    const std::string stem = stemOf(isFolder || files.place() == "-" ? request.input : files.place());
+    try {
+        target.write({input.design, catalogue, stem, isFolder, endingOf(files.place())}, files, input.report);
+    } catch (const design::UnwritableDesign& error) {
+        throw WrongUsage(files.place() + ": " + error.what());
     }
-    return output;
 }
 
 std::string pluralOf(std::string_view kind)
@@ -177,49 +154,27 @@ std::string reportAsJson(const Input& input, const design::Format& target)
     return text + '\n';
 }
 
-void writeAll(const ConvertRequest& request, const Output& output, const std::string& report)
-{
-    std::vector<std::unique_ptr<OutputFile>> files;
-    const auto add = [&](const std::string& name, const std::string& text) {
-        files.push_back(std::make_unique<OutputFile>(name));
-        files.back()->write(text);
-    };
-    for (const auto& [name, text] : output.files)
-        add(name, text);
-    if (!request.design.reportFile.empty())
-        add(request.design.reportFile, report);
-    std::vector<OutputFile*> pointers;
-    for (const auto& file : files)
-        pointers.push_back(file.get());
-    OutputFile::commitAll(pointers);
-}
-
 int convertFile(const ConvertRequest& request, const design::Format& target)
 {
     const text::ReadRecord read;
     std::optional<Input> input = readInput(request);
     if (!input)
         return invalidModel;
-    const Output output = outputOf(request, target, *input);
-    if (output.files.empty()) {
+    const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
+    const OutputFolder folder(meansFolder(request.output) ? request.output : std::string());
+    ConvertedFiles files(target, placeOf(request, target.endings.front(), isFolder), isFolder);
+    write(request, target, *input, files, isFolder);
+    if (files.count() == 0) {
         report(text::fileName(request.input) + ": there is nothing in it that " + std::string(target.name) +
                " can hold");
         return exportFailed;
     }
-    std::vector<FileRole> roles = {{request.design.reportFile, "the report"}};
-    std::size_t bytes = 0;
-    for (const auto& [name, text] : output.files) {
-        roles.push_back({name, "the output"});
-        bytes += text.size();
-    }
-    refuseClashes(roles, read);
-    const OutputFolder folder(meansFolder(request.output) ? request.output : std::string());
-    writeAll(request, output, reportAsJson(*input, target));
+    files.commit(request.design.reportFile, reportAsJson(*input, target), read);
     if (request.isQuiet)
         return done;
     std::cerr << summaryOf(request, *input);
-    if (output.place != "-")
-        tellMade(output.place, counted(output.files.size(), "file", "files") + ", " + sizeText(bytes));
+    if (files.place() != "-")
+        tellMade(files.place(), counted(files.count(), "file", "files") + ", " + sizeText(files.bytes()));
     return done;
 }
 

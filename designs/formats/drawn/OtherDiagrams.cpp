@@ -56,6 +56,12 @@ std::vector<WrittenFile> writeAllDiagrams(const Writing& writing, WriteDiagrams 
     return files;
 }
 
+void writeEach(const std::vector<WrittenFile>& diagrams, Files& files)
+{
+    for (const WrittenFile& diagram : diagrams)
+        files.begin({diagram.name, diagram.kind, diagram.owner}).write(diagram.text);
+}
+
 std::vector<Nested> nested(const rose::DrawnDiagram& diagram)
 {
     const Levels levels(diagram);

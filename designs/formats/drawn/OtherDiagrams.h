@@ -2,8 +2,8 @@
 
 #include "designs/formats/drawn/Coverage.h"
 #include "designs/formats/drawn/Groups.h"
-#include "designs/formats/Format.h"
 #include "designs/formats/rose/DrawnDiagram.h"
+#include "designs/formats/WrittenFiles.h"
 
 #include <string>
 #include <vector>
@@ -32,6 +32,9 @@ void writeOtherDiagrams(const Design& design, TextOfDrawn textOf, std::vector<Wr
 /// told.
 [[nodiscard]] std::vector<WrittenFile> writeAllDiagrams(const Writing& writing, WriteDiagrams writeDiagrams,
                                                         TextOfDrawn textOf, Report& report);
+
+/// A file for each diagram.
+void writeEach(const std::vector<WrittenFile>& diagrams, Files& files);
 
 /// The figures in the order in which a text declares them: what stands in another directly behind it, one level deeper.
 struct Nested {

@@ -3,12 +3,12 @@
 #include "designs/formats/ecore/Features.h"
 #include "designs/formats/ecore/Plan.h"
 #include "designs/formats/ecore/Types.h"
+#include "designs/formats/shared/Xml.h"
 #include "designs/model/Counts.h"
 #include "designs/model/Walk.h"
 
 #include <algorithm>
 #include <charconv>
-#include <sstream>
 
 namespace design::ecore {
 
@@ -34,7 +34,7 @@ public:
         forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package); });
     }
 
-    std::string run()
+    void run(text::Sink& sink)
     {
         pugi::xml_document document;
         pugi::xml_node root = document.append_child("ecore:EPackage");
@@ -50,9 +50,7 @@ public:
                 root.insert_move_before(type, packages);
             set(type, "instanceClassName", javaClassNamed(name));
         }
-        std::ostringstream stream;
-        document.save(stream, "  ", pugi::format_indent | pugi::format_save_file_text, pugi::encoding_utf8);
-        return std::move(stream).str();
+        xml::save(document, sink, pugi::format_save_file_text);
     }
 
 private:
@@ -182,9 +180,9 @@ private:
 
 } // namespace
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    return {{"", Writer(writing, report).run()}};
+    Writer(writing, report).run(files.begin({}));
 }
 
 } // namespace design::ecore

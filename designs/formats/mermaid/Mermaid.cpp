@@ -25,17 +25,16 @@ void writeDiagrams(const Package& package, const Common& common, std::vector<Wri
     }
 }
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    std::vector<WrittenFile> files = writeAllDiagrams(writing, writeDiagrams, textOf, report);
+    const std::vector<WrittenFile> diagrams = writeAllDiagrams(writing, writeDiagrams, textOf, report);
     if (writing.isFolder)
-        return files;
-    if (files.size() > 1)
-        throw UnwritableDesign("a file of Mermaid holds one diagram, and there are " + std::to_string(files.size()) +
+        return writeEach(diagrams, files);
+    if (diagrams.size() > 1)
+        throw UnwritableDesign("a file of Mermaid holds one diagram, and there are " + std::to_string(diagrams.size()) +
                                "; give a folder (-o DIR/)");
-    for (WrittenFile& file : files)
-        file.name.clear();
-    return files;
+    for (const WrittenFile& diagram : diagrams)
+        files.begin({}).write(diagram.text);
 }
 
 } // namespace
@@ -62,6 +61,7 @@ Format mermaidFormat()
     format.write = mermaid::write;
     format.isWrittenByDiagram = true;
     format.hasPlaces = false;
+    format.drawsDocument = true;
     return format;
 }
 

@@ -1,5 +1,6 @@
 #include "designs/formats/papyrus/Write.h"
 
+#include "designs/formats/shared/Xml.h"
 #include "designs/formats/uml2/write/Writer.h"
 #include "designs/model/Walk.h"
 #include "designs/model/Ways.h"
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <sstream>
 #include <utility>
 
 namespace design::papyrus {
@@ -260,30 +260,25 @@ private:
     std::unordered_map<std::string, std::pair<std::string, Rectangle>> views; // of the diagram, by element
 };
 
-std::string textOf(const pugi::xml_document& document)
-{
-    std::ostringstream stream;
-    document.save(stream, "  ", pugi::format_indent, pugi::encoding_utf8);
-    return std::move(stream).str();
-}
-
 } // namespace
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    pugi::xml_document modelDocument;
+    const std::string own = writing.ending == ".notation" || writing.ending == ".di" ? writing.ending : ".uml";
+    const auto begin = [&](const std::string& ending) -> text::Sink& {
+        return files.begin({ending == own ? "" : writing.stem + ending});
+    };
     uml2::Writer model(writing, report);
-    model.write(modelDocument.root());
+    {
+        pugi::xml_document document;
+        model.write(document.root());
+        xml::save(document, begin(".uml"));
+    }
     pugi::xml_document diagrams;
     NotationWriter(writing, model, report).write(diagrams.root());
-    const std::string windows = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<xmi:XMI xmi:version=\"2.0\" "
-                                "xmlns:xmi=\"http://www.omg.org/XMI\"/>\n";
-    std::vector<WrittenFile> files = {
-        {".uml", textOf(modelDocument)}, {".notation", textOf(diagrams)}, {".di", windows}};
-    const bool isKnown = writing.ending == ".notation" || writing.ending == ".di";
-    for (WrittenFile& file : files)
-        file.name = file.name == (isKnown ? writing.ending : ".uml") ? "" : writing.stem + file.name;
-    return files;
+    xml::save(diagrams, begin(".notation"));
+    begin(".di").write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<xmi:XMI xmi:version=\"2.0\" "
+                       "xmlns:xmi=\"http://www.omg.org/XMI\"/>\n");
 }
 
 } // namespace design::papyrus

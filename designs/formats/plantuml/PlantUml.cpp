@@ -55,18 +55,23 @@ void writeDiagrams(const Package& package, const Common& common, std::vector<Wri
 }
 
 // All diagrams of a file stand one behind the other.
-std::vector<WrittenFile> inOneFile(const std::vector<WrittenFile>& files)
+void writeInOneFile(const std::vector<WrittenFile>& diagrams, text::Sink& sink)
 {
-    std::string all;
-    for (const WrittenFile& file : files)
-        all.append(all.empty() ? "" : "\n").append(file.text);
-    return {{"", std::move(all)}};
+    std::string_view separator;
+    for (const WrittenFile& diagram : diagrams) {
+        sink.write(separator);
+        sink.write(diagram.text);
+        separator = "\n";
+    }
 }
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    std::vector<WrittenFile> files = writeAllDiagrams(writing, writeDiagrams, framedTextOf, report);
-    return writing.isFolder || files.empty() ? std::move(files) : inOneFile(files);
+    const std::vector<WrittenFile> diagrams = writeAllDiagrams(writing, writeDiagrams, framedTextOf, report);
+    if (writing.isFolder)
+        writeEach(diagrams, files);
+    else if (!diagrams.empty())
+        writeInOneFile(diagrams, files.begin({}));
 }
 
 } // namespace
@@ -79,6 +84,7 @@ Format plantUmlFormat()
     format.write = plantuml::write;
     format.isWrittenByDiagram = true;
     format.hasPlaces = false;
+    format.drawsDocument = true;
     return format;
 }
 

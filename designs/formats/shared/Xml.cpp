@@ -237,4 +237,28 @@ std::string_view between(std::string_view text, std::string_view key, char end)
     return rest.substr(0, rest.find(end));
 }
 
+namespace {
+
+class SinkWriter : public pugi::xml_writer {
+public:
+    explicit SinkWriter(text::Sink& sink) : tail(sink) {}
+
+    void write(const void* data, std::size_t size) override
+    {
+        tail.text().append(static_cast<const char*>(data), size);
+        tail.passOnWhenLong();
+    }
+
+    text::Tail tail;
+};
+
+} // namespace
+
+void save(const pugi::xml_document& document, text::Sink& sink, unsigned int flags)
+{
+    SinkWriter writer(sink);
+    document.save(writer, "  ", pugi::format_indent | flags, pugi::encoding_utf8);
+    writer.tail.passOn();
+}
+
 } // namespace design::xml

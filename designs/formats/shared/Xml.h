@@ -30,6 +30,9 @@ private:
     pugi::xml_document tree_;
 };
 
+/// Writes a tree as a file, indented by two blanks a level. `flags` are further ones of pugixml.
+void save(const pugi::xml_document& document, text::Sink& sink, unsigned int flags = 0);
+
 /// Calls `visit(node)` for the node and all below it, in the order of the file, without recursion. It tells whether
 /// what is in the node is to be visited.
 template <class Visit>

@@ -30,9 +30,9 @@ std::string_view escapeOf(char letter)
 
 } // namespace
 
-Text::Text(std::string_view declaration) : text(declaration)
+Text::Text(text::Sink& sink, std::string_view declaration) : tail(sink), text(tail.text())
 {
-    text += '\n';
+    text.append(declaration).append("\n");
 }
 
 void Text::open(std::string_view element)
@@ -64,6 +64,7 @@ void Text::close(std::string_view element)
     else
         text.append(depth, '\t').append("</").append(element).append(">\n");
     isInTag = false;
+    tail.passOnWhenLong();
 }
 
 void Text::endTag()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/Sink.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -9,18 +11,20 @@ namespace design::xml {
 /// XML as it is written, a line for each element, indented by tabs.
 class Text {
 public:
-    explicit Text(std::string_view declaration);
+    Text(text::Sink& sink, std::string_view declaration);
 
     void open(std::string_view element);
     /// Of the element that was opened last and holds nothing yet.
     void attribute(std::string_view name, std::string_view value);
     void close(std::string_view element);
-    [[nodiscard]] std::string take() { return std::move(text); }
+    /// To be called when all is closed.
+    void finish() { tail.passOn(); }
 
 private:
     void endTag();
 
-    std::string text;
+    text::Tail tail;
+    std::string& text;
     std::size_t depth = 0;
     bool isInTag = false;
 };

@@ -4,39 +4,34 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace design::staruml {
 
-Output::Output(const Writing& theWriting, Report& theReport, std::string& target)
-    : writing(theWriting), report(theReport), json(target, {.deepestLine = 1'000'000})
-{
-    const auto add = [this](const auto& elements) {
-        for (const Element& element : elements)
-            furtherIds.insert(element.id);
-    };
-    forEachPackage(writing.design.root, [&](const Package& package) {
-        for (const Classifier& classifier : package.classifiers) {
-            add(classifier.templateParameters);
-            for (const Operation& operation : classifier.operations)
-                add(operation.parameters);
-        }
-        for (const Association& association : package.associations)
-            for (const AssociationEnd& associationEnd : association.ends)
-                add(associationEnd.qualifiers);
-    });
-}
+namespace {
 
-bool Output::isTaken(const std::string& id) const
+// A line a value, so that versions of a file can be compared. Views lie so deep that blanks would be half of the file.
+constexpr text::JsonLayout layout = {.deepestLine = std::numeric_limits<int>::max(), .indentation = 0};
+
+constexpr std::string_view newPrefix = "petal-"; // of identifiers that are made here
+
+} // namespace
+
+Output::Output(const Writing& theWriting, text::Sink& sink, Report& theReport)
+    : writing(theWriting), report(theReport), tail(sink), json(tail.text(), layout)
 {
-    return writing.catalogue.has(id) || furtherIds.contains(id);
+    forEachElement(writing.design.root, [&](const Element& element) {
+        if (element.id.starts_with(newPrefix))
+            taken.insert(element.id);
+    });
 }
 
 std::string Output::newId()
 {
     std::string id;
     do
-        id = "petal-" + std::to_string(++last);
-    while (isTaken(id));
+        id = std::string(newPrefix).append(std::to_string(++last));
+    while (taken.contains(id));
     return id;
 }
 
@@ -82,6 +77,12 @@ std::string Output::begin(std::string_view type, const Element& element, std::st
     }
     json.endList();
     return id;
+}
+
+void Output::end()
+{
+    json.endObject();
+    tail.passOnWhenLong();
 }
 
 void Output::reference(std::string_view key, std::string_view id)

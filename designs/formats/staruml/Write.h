@@ -13,12 +13,12 @@
 /// Writes projects of StarUML: every object has a `_type` and an `_id`, and names its owner as `_parent`.
 namespace design::staruml {
 
-[[nodiscard]] std::vector<WrittenFile> write(const Writing& writing, Report& report);
+void write(const Writing& writing, Files& files, Report& report);
 
 /// What the writers of all kinds of objects share.
 class Output {
 public:
-    Output(const Writing& theWriting, Report& theReport, std::string& target);
+    Output(const Writing& theWriting, text::Sink& sink, Report& theReport);
 
     /// An identifier that nothing in the file has. The same design gets the same ones.
     [[nodiscard]] std::string newId();
@@ -32,7 +32,9 @@ public:
     void begin(std::string_view type, std::string_view id, std::string_view parent);
     /// Opens that of an element with what all elements have, and returns its identifier.
     std::string begin(std::string_view type, const Element& element, std::string_view parent);
-    void end() { json.endObject(); }
+    void end();
+    /// To be called at the end of the file.
+    void finish() { tail.passOn(); }
     void reference(std::string_view key, std::string_view id);
     void textIfAny(std::string_view key, std::string_view text);
     /// As the tool writes it: whole numbers.
@@ -51,13 +53,17 @@ public:
 
     const Writing& writing;
     Report& report;
+
+private:
+    text::Tail tail;
+
+public:
     text::JsonWriter json;
 
 private:
     void constraint(std::string_view text, std::string_view parent);
-    [[nodiscard]] bool isTaken(const std::string& id) const;
 
-    std::unordered_set<std::string_view> furtherIds; // of elements that the catalogue has not
+    std::unordered_set<std::string_view> taken; // of the design, those that are like new ones
     std::unordered_map<const Element*, std::string> madeIds;
     std::unordered_map<const Association*, std::string> classLinks;
     std::size_t last = 0;

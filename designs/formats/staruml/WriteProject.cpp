@@ -97,12 +97,11 @@ private:
 
 } // namespace
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    std::string text;
-    Output output(writing, report, text);
+    Output output(writing, files.begin({}), report);
     ProjectWriter(output).run();
-    return {{"", std::move(text)}};
+    output.finish();
 }
 
 } // namespace design::staruml

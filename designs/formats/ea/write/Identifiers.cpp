@@ -58,14 +58,19 @@ std::string Identifiers::beside(std::string_view id, std::string_view prefix)
     return take(std::string(prefix).append(withoutPrefix(id)), {});
 }
 
-std::string Identifiers::take(std::string wanted, std::string_view own)
+std::string Identifiers::take(const std::string& wanted, std::string_view own)
 {
+    const auto isFree = [&](const std::string& id) {
+        return (id == own || !catalogue.has(id)) && taken.insert(id).second;
+    };
+    if (isFree(wanted))
+        return wanted;
     std::size_t& number = lastNumbers[wanted];
-    const std::string first = wanted;
-    while (taken.contains(wanted) || (wanted != own && catalogue.has(wanted)))
-        wanted = first + "_" + std::to_string(++number + 1);
-    taken.insert(wanted);
-    return wanted;
+    std::string other;
+    do
+        other = wanted + "_" + std::to_string(++number + 1);
+    while (!isFree(other));
+    return other;
 }
 
 } // namespace design::ea

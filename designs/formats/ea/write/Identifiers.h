@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::string beside(std::string_view id, std::string_view prefix);
 
 private:
-    [[nodiscard]] std::string take(std::string wanted, std::string_view own);
+    [[nodiscard]] std::string take(const std::string& wanted, std::string_view own);
 
     const Catalogue& catalogue;
     std::unordered_map<std::string, std::string> known; // by prefix and identifier of the design

@@ -6,9 +6,9 @@
 
 namespace design::ea {
 
-Output::Output(const Writing& theWriting, Report& theReport)
+Output::Output(const Writing& theWriting, text::Sink& sink, Report& theReport)
     : writing(theWriting), report(theReport), ids(theWriting.catalogue),
-      xml(R"(<?xml version="1.0" encoding="UTF-8"?>)")
+      xml(sink, R"(<?xml version="1.0" encoding="UTF-8"?>)")
 {
     collectRelations();
     collectAssociations();

@@ -30,7 +30,7 @@ struct OwnedEnd {
 /// What is written, and what all parts of the writer ask.
 class Output {
 public:
-    Output(const Writing& theWriting, Report& theReport);
+    Output(const Writing& theWriting, text::Sink& sink, Report& theReport);
 
     const Writing& writing;
     Report& report;

@@ -5,9 +5,9 @@
 
 namespace design::ea {
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
-    Output output(writing, report);
+    Output output(writing, files.begin({}), report);
     {
         xml::Element root(output.xml, "xmi:XMI");
         root.with("xmi:version", "2.1").with("xmlns:uml", "http://schema.omg.org/spec/UML/2.1");
@@ -24,8 +24,8 @@ std::vector<WrittenFile> write(const Writing& writing, Report& report)
         xml::Element(output.xml, "profiles");
         writeDiagrams(output);
     }
+    output.xml.finish();
     leaveProperties(output);
-    return {{"", output.xml.take()}};
 }
 
 } // namespace design::ea

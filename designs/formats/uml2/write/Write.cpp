@@ -1,10 +1,10 @@
 #include "designs/formats/uml2/write/Write.h"
 
+#include "designs/formats/shared/Xml.h"
 #include "designs/formats/uml2/write/Writer.h"
 #include "designs/model/Walk.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace design::uml2 {
 
@@ -242,14 +242,12 @@ void leaveDiagrams(const Package& package, Report& report)
 
 } // namespace
 
-std::vector<WrittenFile> write(const Writing& writing, Report& report)
+void write(const Writing& writing, Files& files, Report& report)
 {
     forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, report); });
     pugi::xml_document document;
     Writer(writing, report).write(document.root());
-    std::ostringstream stream;
-    document.save(stream, "  ", pugi::format_indent, pugi::encoding_utf8);
-    return {{"", std::move(stream).str()}};
+    xml::save(document, files.begin({}));
 }
 
 } // namespace design::uml2

@@ -2,11 +2,9 @@
 
 #include "designs/formats/Format.h"
 
-#include <vector>
-
 namespace design::uml2 {
 
 /// The model file of a design, without its diagrams.
-[[nodiscard]] std::vector<WrittenFile> write(const Writing& writing, Report& report);
+void write(const Writing& writing, Files& files, Report& report);
 
 } // namespace design::uml2
