@@ -85,14 +85,19 @@ void drawEnd(LineEnd end, const EndFrame& frame, const Stroke& stroke, Svg& svg)
     }
 }
 
-} // namespace
-
-void drawPath(const Path& path, const Stroke& stroke, LineEnd end, Svg& svg)
+void drawPath(const Path& path, const Stroke& stroke, LineEnd end, const Stroke& ofEnd, Svg& svg)
 {
     if (path.size() < 2)
         return;
     svg.line(isHollow(end) ? shortened(path, lengthOf(end)) : path, stroke);
-    drawEnd(end, frameOf(path, lengthOf(end)), stroke, svg);
+    drawEnd(end, frameOf(path, lengthOf(end)), ofEnd, svg);
+}
+
+} // namespace
+
+void drawPath(const Path& path, const Stroke& stroke, LineEnd end, Svg& svg)
+{
+    drawPath(path, stroke, end, stroke, svg);
 }
 
 void drawLine(const Context& context, const Line& line, Svg& svg, Labels& labels)
@@ -100,7 +105,9 @@ void drawLine(const Context& context, const Line& line, Svg& svg, Labels& labels
     // who asks for an end of an association wants to know about the association
     const Object* const whole = line.view->is("RoleView") ? line.view->parent() : nullptr;
     beginItem(svg, *line.view, whole ? context.index.element(*whole).element : line.element);
-    drawPath(line.path, line.stroke, line.end, svg);
+    // Where an association can be followed its arrow is black, whatever colour it has.
+    const bool isBlack = whole && line.end == LineEnd::openArrow;
+    drawPath(line.path, line.stroke, line.end, isBlack ? Stroke{0, white, false, line.stroke.width} : line.stroke, svg);
     if (!line.qualifiers.lines.empty()) {
         svg.rectangle(line.qualifierRect, {line.stroke.line, white});
         svg.text(line.qualifiers, line.qualifierRect.grownBy(-padding / 2), Align::centre, context.measure);

@@ -149,16 +149,17 @@ void drawAccess(char sign, Point place, const Stroke& stroke, Svg& svg)
     }
 }
 
-// A small block, blue for attributes and magenta for operations.
+// A small leaning tile in front of the text: blue with a light face for attributes, magenta for operations.
 void drawMemberIcon(const MemberBlock& block, char sign, Point place, Svg& svg)
 {
-    constexpr std::uint32_t black = 0;
-    constexpr std::uint32_t blue = 0xFF0000;
-    constexpr std::uint32_t magenta = 0xFF00FF;
-    const Stroke stroke = {black, block.areOperations ? magenta : blue, false, 2};
+    constexpr Stroke blue = {0x800000, 0xFF0000, false, 1};
+    constexpr Stroke face = {0xFFFF00, 0xFFFF00, false, 1};
+    constexpr Stroke magenta = {0x800080, 0xFF00FF, false, 3};
     const auto at = [&](double x, double y) { return Point{place.x + x, place.y + y}; };
-    svg.polygon({at(8, 24), at(22, 10), at(42, 17), at(28, 31)}, stroke);
-    drawAccess(sign, place, {black, std::nullopt}, svg);
+    svg.polygon({at(19, 31), at(36, 13), at(47, 25), at(30, 43)}, block.areOperations ? magenta : blue);
+    if (!block.areOperations)
+        svg.polygon({at(24, 31), at(36, 18), at(42, 25), at(30, 38)}, face);
+    drawAccess(sign, place, {0, std::nullopt}, svg);
 }
 
 } // namespace
