@@ -33,6 +33,7 @@ struct Comparison {
     const Snapshot& before;
     const Snapshot& after;
     Depth depth;
+    std::int64_t nearness = 0; ///< how far places may differ and still be the same, in the units of the file
 };
 
 [[nodiscard]] inline bool isView(const Change& change)

@@ -213,12 +213,12 @@ private:
         if (isLine(one) && isLine(other)) {
             const bool followsBox = hasMovedEnd(other) && states.depth != Depth::all;
             if (!followsBox)
-                compareTexts(Sort::changed, other, "rerouted", courseOf(one), courseOf(other));
+                compareNumbers(Sort::changed, other, "rerouted", courseOf(one), courseOf(other));
         } else {
             if (!hasOnlyGrown(one, other) || states.depth == Depth::all)
-                compareTexts(Sort::moved, other, "moved", textOf(one, "location"), textOf(other, "location"));
+                compareNumbers(Sort::moved, other, "moved", textOf(one, "location"), textOf(other, "location"));
             if (states.depth == Depth::all || !sizesItself(one) || !sizesItself(other))
-                compareTexts(Sort::changed, other, "resized", sizeOf(one), sizeOf(other));
+                compareNumbers(Sort::changed, other, "resized", sizeOf(one), sizeOf(other));
         }
         for (const std::string_view key : lookKeys)
             compareLooks(other, key, textOf(one, key), textOf(other, key));
@@ -230,6 +230,12 @@ private:
     {
         if (from != to)
             add(sort, states.after, view, what, std::move(from), std::move(to));
+    }
+
+    void compareNumbers(Sort sort, const Object& view, const char* what, std::string from, std::string to)
+    {
+        if (!areNear(from, to, states.nearness))
+            compareTexts(sort, view, what, std::move(from), std::move(to));
     }
 
     // Whether a value is written at all depends on who writes the file.
@@ -255,8 +261,9 @@ private:
         const std::vector<const Object*> ends = endsOf(states.after, line);
         return std::any_of(ends.begin(), ends.end(), [&](const Object* end) {
             const auto before = oldOf.find(end);
-            return before == oldOf.end() || textOf(*before->second, "location") != textOf(*end, "location") ||
-                   sizeOf(*before->second) != sizeOf(*end);
+            return before == oldOf.end() ||
+                   !areNear(textOf(*before->second, "location"), textOf(*end, "location"), states.nearness) ||
+                   !areNear(sizeOf(*before->second), sizeOf(*end), states.nearness);
         });
     }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
+#include <system_error>
 #include <vector>
 
 namespace compare {
@@ -108,6 +110,37 @@ bool isOrdered(const Object& object)
 void appendValue(std::string& text, const Value& value)
 {
     append(text, value, 0);
+}
+
+bool areNear(std::string_view one, std::string_view other, std::int64_t distance)
+{
+    const auto numberAt = [](std::string_view& text) -> std::optional<std::int64_t> {
+        std::int64_t number = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error != std::errc())
+            return std::nullopt;
+        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+        return number;
+    };
+    while (!one.empty() && !other.empty()) {
+        const std::optional<std::int64_t> first = numberAt(one);
+        const std::optional<std::int64_t> second = numberAt(other);
+        if (first.has_value() != second.has_value())
+            return false;
+        if (first) {
+            // the distance of two numbers of any signs
+            const auto [least, greatest] = std::minmax(*first, *second);
+            if (static_cast<std::uint64_t>(greatest) - static_cast<std::uint64_t>(least) >
+                static_cast<std::uint64_t>(distance))
+                return false;
+            continue;
+        }
+        if (one.front() != other.front())
+            return false;
+        one.remove_prefix(1);
+        other.remove_prefix(1);
+    }
+    return one.empty() && other.empty();
 }
 
 std::string_view lastPart(std::string_view name)

@@ -2,6 +2,7 @@
 
 #include "reader/notation/Petal.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,9 @@ namespace compare {
 /// Appends a value: texts without quotes, blocks as texts, typed values as what is in them, objects with their keys in
 /// order. Elements in it are left out, and so are references to views: their numbers mean nothing.
 void appendValue(std::string& text, const reader::Value& value);
+
+/// Whether two texts differ in numbers alone, in each by no more than `distance`.
+[[nodiscard]] bool areNear(std::string_view one, std::string_view other, std::int64_t distance);
 
 void appendPoint(std::string& text, const reader::Point& point);
 

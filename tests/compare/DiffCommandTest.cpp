@@ -95,6 +95,35 @@ TEST_F(DiffCommand, TakesDesignsAndModelFilesOnEitherSide)
     EXPECT_THAT(broken.errors, testing::StartsWith("broken.model.json:"));
 }
 
+// What an export would not hold either is no difference between a file of Rose and the design made of it.
+TEST_F(DiffCommand, ComparesARoseFileWithTheDesignMadeOfIt)
+{
+    const auto rose = [](const std::string& operation) {
+        return logicalView(
+            "(object Class \"Order\" quid \"B1\" language \"COM\" operations (list Operations " + operation +
+                ") statemachine (object State_Machine \"States\" quid \"B9\"))\n"
+                "(object UseCase \"Pay\" quid \"B2\")\n"
+                "(object Class_Category \"P\" is_unit TRUE is_loaded FALSE file_name \"P.cat\" quid \"B3\")",
+            "(object ClassView \"Class\" \"Logical View::Order\" @1 location (411, 302) width 245 height 187 "
+            "line_color 3342489 fill_color 13434879 quidu "
+            "\"B1\")");
+    };
+    folder.write("rose.mdl", rose("(object Operation \"pay\" quid \"C1\")"));
+    folder.write("later.mdl", rose("(object Operation \"pay\" quid \"C1\") (object Operation \"ship\" quid \"C2\")"));
+    for (const char* const design : {"rose.mdj", "rose.model.json"}) {
+        ASSERT_EQ(
+            runProcess({PETAL_COMMAND, {"convert", "-q", "rose.mdl", "-o", design}, folder.path(), "", {}}).exitCode,
+            0);
+        const ProcessResult same = run({"rose.mdl", design, "--model-only"});
+        EXPECT_EQ(same.output, "") << design;
+        EXPECT_EQ(same.errors, "petal: P.cat: not loaded: there is no such file\n") << design;
+        EXPECT_EQ(run({"rose.mdl", design, "--diagrams-only"}).output, "") << "pixels are near enough";
+        EXPECT_EQ(run({design, "later.mdl", "--model-only"}).output,
+                  "package Logical View\n  class Order\n    + operation ship()\n")
+            << design;
+    }
+}
+
 TEST_F(DiffCommand, TroubleIsNoDifference)
 {
     const std::pair<Words, std::string> rows[] = {

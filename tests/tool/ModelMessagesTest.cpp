@@ -36,7 +36,6 @@ protected:
 TEST_F(ModelMessages, ShowTheLineOnATerminal)
 {
     folder.write("m.json", json("{'format':'kiv-model',\n\t'version': 2}"));
-    // Quiet, so that no progress is shown when the machine is busy.
     const std::string message = "m.json:2:13: error: /version: expected the version 1, found the number 2\n";
     EXPECT_EQ(onTerminal({"export", "-q", "m.json"}, 80), message + " 2 |  \"version\": 2}\n   |             ^\n");
     EXPECT_EQ(run({"export", "m.json"}).errors, message) << "and nowhere else";

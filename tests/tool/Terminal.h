@@ -2,11 +2,11 @@
 
 #include "support/Process.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <string>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -26,13 +26,22 @@ inline std::string shownOnTerminal(ProcessSetup setup, unsigned short columns)
         dup2(open(other.c_str(), O_RDWR | O_NOCTTY), STDERR_FILENO);
     };
     EXPECT_NE(runProcess(setup).exitCode, 127);
-    std::array<char, 65536> shown;
+    // What a terminal was given comes through piece by piece: up to a mark behind everything.
+    constexpr char mark = '\x1E';
+    EXPECT_EQ(write(keptOpen, &mark, 1), 1);
+    std::string text;
+    std::array<char, 4096> piece;
     pollfd arrival = {terminal, POLLIN, 0};
-    const int patience = 300; // milliseconds, in which what was written comes through
-    const ssize_t count = poll(&arrival, 1, patience) == 1 ? read(terminal, shown.data(), shown.size()) : 0;
+    constexpr int patience = 10'000; // milliseconds
+    while (!text.ends_with(mark) && poll(&arrival, 1, patience) == 1) {
+        const ssize_t count = read(terminal, piece.data(), piece.size());
+        if (count <= 0)
+            break;
+        text.append(piece.data(), static_cast<std::size_t>(count));
+    }
+    EXPECT_TRUE(text.ends_with(mark));
     close(keptOpen);
     close(terminal);
-    std::string text(shown.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    std::erase(text, '\r');
+    std::erase_if(text, [](char c) { return c == '\r' || c == mark; });
     return text;
 }

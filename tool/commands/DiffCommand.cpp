@@ -105,13 +105,11 @@ int compareFiles(const DiffRequest& request)
         return wrongUsage;
     }
     const text::ReadRecord read;
-    std::optional<DiffInput> oldInput = readDiffInput(request.oldFile, request.reading);
-    std::optional<DiffInput> newInput = readDiffInput(request.newFile, request.reading);
-    if (!oldInput || !newInput)
+    const std::optional<DiffInputs> inputs = readDiffInputs(request.oldFile, request.newFile, request.reading);
+    if (!inputs)
         return invalidModel;
-    settleDocuments(*oldInput, *newInput);
-    const std::optional<reader::Document>& oldDocument = oldInput->document;
-    const std::optional<reader::Document>& newDocument = newInput->document;
+    const std::optional<reader::Document>& oldDocument = inputs->before.document;
+    const std::optional<reader::Document>& newDocument = inputs->after.document;
     const bool writesPage = !request.pageFile.empty();
     refuseClashes({{writesPage ? request.pageFile : "-", writesPage ? "the page" : role}}, read);
     reportFindings(*oldDocument);
@@ -120,9 +118,11 @@ int compareFiles(const DiffRequest& request)
     compare::Snapshot before(*oldDocument, depth);
     compare::Snapshot after(*newDocument, depth);
     compare::pair(before, after);
-    const compare::Comparison states{before, after, depth};
+    const compare::Comparison states{before, after, depth, inputs->nearness()};
     std::vector<compare::Change> changes = compare::changesOf(states);
-    std::erase_if(changes, [&](const compare::Change& change) { return !isWanted(request, change); });
+    std::erase_if(changes, [&](const compare::Change& change) {
+        return !isWanted(request, change) || inputs->isOfExport(change);
+    });
     if (writesPage)
         writePage(request, states, changes);
     else

@@ -89,8 +89,8 @@ void leaveOthers(Reading& reading, const Object& root)
             reading.leave(object, classDiagramsOnly);
     });
     for (const reader::MissingUnit& unit : reading.document.missingUnits()) {
-        reading.report.left("controlled unit", reading.idOf(*unit.stub), unit.fileName, unit.reason);
-        reading.kinds.emplace(reading.idOf(*unit.stub), "controlled unit");
+        reading.report.left(missingUnit, reading.idOf(*unit.stub), unit.fileName, unit.reason);
+        reading.kinds.emplace(reading.idOf(*unit.stub), missingUnit);
     }
 }
 
