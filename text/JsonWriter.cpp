@@ -134,6 +134,12 @@ JsonWriter& JsonWriter::written(std::string_view json)
     return *this;
 }
 
+JsonWriter& JsonWriter::onNewLine()
+{
+    isLineDue = true;
+    return *this;
+}
+
 JsonWriter& JsonWriter::open(char bracket)
 {
     beforeValue();
@@ -159,7 +165,7 @@ void JsonWriter::beforeValue()
 {
     if (std::exchange(followsKey, false))
         return;
-    const bool beginsLine = depth > 0 && depth <= layout.deepestLine;
+    const bool beginsLine = std::exchange(isLineDue, false) || (depth > 0 && depth <= layout.deepestLine);
     if (!std::exchange(isFirst, false))
         out += beginsLine || layout.isDense ? "," : ", ";
     if (beginsLine)

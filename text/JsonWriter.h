@@ -43,6 +43,8 @@ public:
     /// With six decimals.
     JsonWriter& value(double number);
     JsonWriter& value(bool flag);
+    /// The next key, or value of a list, begins a line, however deep it is.
+    JsonWriter& onNewLine();
     /// A value that is JSON already.
     JsonWriter& written(std::string_view json);
 
@@ -64,6 +66,7 @@ private:
     int depth = 0;
     bool isFirst = true; // in the object or list that is open
     bool followsKey = false;
+    bool isLineDue = false;
 };
 
 /// A text in JSON notation, with its double quotes.

@@ -50,4 +50,11 @@ LineAndColumn PlaceIndex::at(std::size_t offset) const
     return behind(text.substr(page * pageSize, offset % pageSize), pages[page]);
 }
 
+LineAndColumn PlaceCursor::at(std::size_t offset)
+{
+    place = behind(text.substr(last, offset - last), place);
+    last = offset;
+    return place;
+}
+
 } // namespace text

@@ -32,4 +32,19 @@ private:
     std::vector<LineAndColumn> pages; // where each begins
 };
 
+/// The same for places that are asked for in the order of the text, which is then walked through once.
+class PlaceCursor {
+public:
+    /// The bytes of `text` must stay.
+    explicit PlaceCursor(std::string_view theText) : text(theText) {}
+
+    /// Where the byte at `offset` stands, which is none before that of the call before.
+    [[nodiscard]] LineAndColumn at(std::size_t offset);
+
+private:
+    std::string_view text;
+    std::size_t last = 0;
+    LineAndColumn place; // of the byte at `last`
+};
+
 } // namespace text

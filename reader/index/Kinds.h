@@ -53,6 +53,8 @@ struct KnownKind {
 [[nodiscard]] std::optional<DiagramKind> diagramKindOf(const Object& object);
 [[nodiscard]] ElementKind elementKindOf(const Object& object);
 
+/// Whether a name is none: empty, or what Rose calls `$UNNAMED$0`.
+[[nodiscard]] bool isUnnamed(std::string_view name);
 /// Name as shown: that of an element or diagram, or that of a view without the path in front of it; empty for what Rose
 /// calls
 /// `$UNNAMED$0`.

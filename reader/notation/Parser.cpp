@@ -300,11 +300,18 @@ void Parser::close()
     advance();
 }
 
+// Of what the current token closes, or the end of what is read.
+std::uint32_t Parser::lengthUpToHere(const char* start) const
+{
+    return static_cast<std::uint32_t>(token.position - start + (token.kind == TokenKind::close ? 1 : 0));
+}
+
 void Parser::closeObject(Level& level)
 {
     if (level.word.data())
         fail(level.word.data(), "expected a value behind the key '" + shortened(level.word) + "', found )");
     Object& object = *level.object;
+    object.length = lengthUpToHere(object.start);
     object.attributeCount = static_cast<std::uint32_t>(attributes.size() - level.firstAttribute);
     object.firstAttribute = keep(attributes, level.firstAttribute);
     levels.pop_back();
@@ -321,6 +328,7 @@ Value Parser::closeList(const Level& level)
     auto* const list = std::construct_at(allocator.allocate_object<List>());
     list->listKind = level.word;
     list->start = level.start;
+    list->length = lengthUpToHere(level.start);
     list->count = static_cast<std::uint32_t>(values.size() - level.firstValue);
     list->first = keep(values, level.firstValue);
     Value value;
@@ -334,6 +342,7 @@ Value Parser::closeTyped(const Level& level)
     auto* const typed = std::construct_at(allocator.allocate_object<TypedValue>());
     typed->type = level.word;
     typed->position = level.start;
+    typed->length = lengthUpToHere(level.start);
     if (values.size() > level.firstValue)
         typed->value = values[level.firstValue];
     else

@@ -64,6 +64,7 @@ private:
     void openLevel(LevelKind kind, const char* start, Object* object);
     [[nodiscard]] bool takePoint(const char* start);
     void close();
+    [[nodiscard]] std::uint32_t lengthUpToHere(const char* start) const;
     void closeObject(Level& level);
     [[nodiscard]] Value closeList(const Level& level);
     [[nodiscard]] Value closeTyped(const Level& level);

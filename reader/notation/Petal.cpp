@@ -206,6 +206,27 @@ std::vector<const Object*> List::objects() const
     return result;
 }
 
+const char* Value::endPosition() const
+{
+    switch (valueKind) {
+    case ValueKind::none:
+        return nullptr;
+    case ValueKind::text: {
+        const char* const end = text + length;
+        return *end == '"' ? end + 1 : end; // the second quote may be missing
+    }
+    case ValueKind::object:
+        return object->endPosition();
+    case ValueKind::list:
+    case ValueKind::tuple:
+        return list->endPosition();
+    case ValueKind::typed:
+        return typed->position + typed->length;
+    default:
+        return text + length;
+    }
+}
+
 std::string Object::name() const
 {
     return nameCount == 0 ? std::string() : firstName[0].asText();

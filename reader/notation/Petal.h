@@ -65,6 +65,8 @@ public:
 
     /// Where it starts in the file's text; for `Document::place`.
     [[nodiscard]] const char* position() const;
+    /// Behind the last of its characters there.
+    [[nodiscard]] const char* endPosition() const;
 
 private:
     friend class Parser;
@@ -85,6 +87,7 @@ struct TypedValue {
     std::string_view type;
     Value value;
     const char* position = nullptr;
+    std::uint32_t length = 0; ///< in the file's text, with its parentheses
 };
 
 /// A key of an object and its value. An object may have a key twice; the key is empty where the file lacks it.
@@ -101,6 +104,7 @@ public:
     /// Those of the values that are objects, in order.
     [[nodiscard]] std::vector<const Object*> objects() const;
     [[nodiscard]] const char* position() const { return start; }
+    [[nodiscard]] const char* endPosition() const { return start + length; }
 
 private:
     friend class Parser;
@@ -110,6 +114,7 @@ private:
     Value* first = nullptr;
     const char* start = nullptr;
     std::uint32_t count = 0;
+    std::uint32_t length = 0; // in the text
 };
 
 /// `(object Kind "name" "another" @17 key value ...)`.
@@ -151,6 +156,8 @@ public:
     [[nodiscard]] const Object* parent() const { return parentObject; }
     /// Where it starts in the file's text; for `Document::place`.
     [[nodiscard]] const char* position() const { return start; }
+    /// Behind its last parenthesis, or what there is of it.
+    [[nodiscard]] const char* endPosition() const { return start + length; }
 
 private:
     friend class Parser;
@@ -164,6 +171,7 @@ private:
     std::uint32_t nameCount = 0;
     std::uint32_t attributeCount = 0;
     std::uint32_t ownNumber = 0;
+    std::uint32_t length = 0; // in the text
     bool hasNumber = false;
 };
 

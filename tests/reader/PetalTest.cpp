@@ -1,5 +1,7 @@
 #include "PetalTexts.h"
 
+#include "text/Words.h"
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -41,6 +43,7 @@ TEST(Petal, KnowsValuesOfEveryKind)
         const Value& value = document.root().get("key");
         EXPECT_EQ(value.kind(), row.kind) << row.text;
         EXPECT_EQ(value.asText(), row.meant) << row.text;
+        EXPECT_EQ(std::string_view(value.position(), value.endPosition()), text::trimmed(row.text));
         EXPECT_EQ(document.root().integer("last"), 1) << row.text;
     }
 }
