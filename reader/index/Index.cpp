@@ -122,7 +122,7 @@ void Index::add(const Visit& visit, std::vector<Visit>& open)
     if (const Value& quid = object.get("quid"); quid.kind() == ValueKind::text)
         quids.push_back({quid.raw(), &object});
     if (const auto number = object.viewNumber()) {
-        numbers.push_back({*number, inside.diagram, &object});
+        numbers.push_back({*number, fileOf(object), inside.diagram, &object});
         if (const Value& quid = object.get("quidu"); quid.kind() == ValueKind::text)
             shown.push_back({quid.raw(), &object});
     }
@@ -132,19 +132,24 @@ void Index::add(const Visit& visit, std::vector<Visit>& open)
     });
 }
 
+bool Index::isBefore(const ByNumber& a, const ByNumber& b)
+{
+    return std::tie(a.number, a.file, a.diagram) < std::tie(b.number, b.file, b.diagram);
+}
+
 // What is equal stays in the order of the files.
 void Index::sort()
 {
     const auto byText = [](const ByQuid& a, const ByQuid& b) { return a.quid < b.quid; };
     const auto byHash = [](const ByName& a, const ByName& b) { return a.hash < b.hash; };
-    const auto byNumber = [](const ByNumber& a, const ByNumber& b) {
-        return std::tie(a.number, a.diagram) < std::tie(b.number, b.diagram);
-    };
     std::stable_sort(quids.begin(), quids.end(), byText);
     std::stable_sort(shown.begin(), shown.end(), byText);
     std::stable_sort(names.begin(), names.end(), byHash);
     std::stable_sort(simpleNames.begin(), simpleNames.end(), byHash);
-    std::stable_sort(numbers.begin(), numbers.end(), byNumber);
+    std::stable_sort(numbers.begin(), numbers.end(), isBefore);
+    for (const Diagram& diagram : allDiagrams)
+        diagramPlaces.emplace_back(diagram.object, static_cast<std::uint32_t>(diagramPlaces.size() + 1));
+    std::sort(diagramPlaces.begin(), diagramPlaces.end());
 }
 
 const Object* Index::byQuid(std::string_view quid) const
@@ -193,14 +198,12 @@ const Object* Index::byName(std::string_view fullName) const
 
 const Object* Index::viewIn(const Object* diagram, const Object& from, std::uint32_t number) const
 {
-    const auto first = std::lower_bound(numbers.begin(), numbers.end(), number,
-                                        [](const ByNumber& a, std::uint32_t b) { return a.number < b; });
-    for (auto at = first; at != numbers.end() && at->number == number; ++at) {
-        const Object* const around = at->diagram == 0 ? nullptr : allDiagrams[at->diagram - 1].object;
-        if (around == diagram && (diagram || isInSameFile(*at->object, from)))
-            return at->object;
-    }
-    return nullptr;
+    const std::uint32_t place = diagram ? placeOfDiagram(*diagram) : 0;
+    if (diagram && place == 0)
+        return nullptr;
+    const ByNumber wanted = {number, fileOf(diagram ? *diagram : from), place, nullptr};
+    const auto found = std::lower_bound(numbers.begin(), numbers.end(), wanted, isBefore);
+    return found != numbers.end() && !isBefore(wanted, *found) ? found->object : nullptr;
 }
 
 const Object* Index::view(const Object& diagram, std::uint32_t number) const
@@ -209,24 +212,26 @@ const Object* Index::view(const Object& diagram, std::uint32_t number) const
     return found ? found : onlyInFile(diagram, number);
 }
 
-bool Index::isInSameFile(const Object& a, const Object& b) const
+std::uint32_t Index::fileOf(const Object& object) const
 {
-    return &document->fileOf(a.position()) == &document->fileOf(b.position());
+    return static_cast<std::uint32_t>(&document->fileOf(object.position()) - document->files().data());
+}
+
+// From 1; 0 for what is no diagram.
+std::uint32_t Index::placeOfDiagram(const Object& diagram) const
+{
+    const auto found = std::lower_bound(diagramPlaces.begin(), diagramPlaces.end(), std::pair(&diagram, 0U));
+    return found != diagramPlaces.end() && found->first == &diagram ? found->second : 0;
 }
 
 const Object* Index::onlyInFile(const Object& from, std::uint32_t number) const
 {
-    const auto first = std::lower_bound(numbers.begin(), numbers.end(), number,
-                                        [](const ByNumber& a, std::uint32_t b) { return a.number < b; });
-    const Object* result = nullptr;
-    for (auto at = first; at != numbers.end() && at->number == number; ++at) {
-        if (!isInSameFile(*at->object, from))
-            continue;
-        if (result)
-            return nullptr;
-        result = at->object;
-    }
-    return result;
+    const ByNumber wanted = {number, fileOf(from), 0, nullptr};
+    const auto first = std::lower_bound(numbers.begin(), numbers.end(), wanted, isBefore);
+    const auto isMeant = [&](auto at) {
+        return at != numbers.end() && at->number == number && at->file == wanted.file;
+    };
+    return isMeant(first) && !isMeant(std::next(first)) ? first->object : nullptr;
 }
 
 const Object* Index::view(const Object& from, std::string_view key) const
@@ -299,8 +304,7 @@ std::vector<std::pair<const Object*, const Object*>> Index::duplicateViews() con
     std::vector<std::pair<const Object*, const Object*>> result;
     const ByNumber* first = nullptr;
     for (const ByNumber& each : numbers) {
-        if (first && first->number == each.number && first->diagram == each.diagram &&
-            isInSameFile(*first->object, *each.object))
+        if (first && !isBefore(*first, each))
             result.emplace_back(each.object, first->object);
         else
             first = &each;

@@ -93,6 +93,7 @@ private:
     };
     struct ByNumber {
         std::uint32_t number;
+        std::uint32_t file;    // its place among the files
         std::uint32_t diagram; // its place among all diagrams, from 1; 0 is outside of them
         const Object* object;
     };
@@ -104,10 +105,12 @@ private:
 
     void add(const Visit& visit, std::vector<Visit>& open);
     void sort();
+    [[nodiscard]] static bool isBefore(const ByNumber& a, const ByNumber& b);
     [[nodiscard]] const Object* byHash(std::uint64_t hash, std::string_view name, bool isFullName) const;
     [[nodiscard]] bool isUnloaded(std::string_view fullName) const;
     [[nodiscard]] bool beginsUnloaded(std::string_view name) const;
-    [[nodiscard]] bool isInSameFile(const Object& a, const Object& b) const;
+    [[nodiscard]] std::uint32_t fileOf(const Object& object) const;
+    [[nodiscard]] std::uint32_t placeOfDiagram(const Object& diagram) const;
     [[nodiscard]] const Object* onlyInFile(const Object& from, std::uint32_t number) const;
 
     const Document* document;
@@ -117,8 +120,9 @@ private:
     std::vector<ByName> simpleNames;
     std::vector<ByNumber> numbers;
     std::vector<Diagram> allDiagrams;
-    std::vector<std::string> unloadedPaths; ///< sorted
-    bool isPartial;                         // something of the model is not in the document
+    std::vector<std::pair<const Object*, std::uint32_t>> diagramPlaces; ///< sorted; from 1
+    std::vector<std::string> unloadedPaths;                             ///< sorted
+    bool isPartial;                                                     // something of the model is not in the document
 };
 
 } // namespace reader
