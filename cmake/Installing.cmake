@@ -46,7 +46,7 @@ endif()
 
 set(petal_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/petal-bridge)
 install(
-  FILES docs/browsing.md docs/diff.md docs/drawing.md docs/git.md docs/host.md docs/import.md docs/model-file.md docs/model-file.schema.json docs/reading.md
+  FILES docs/browsing.md docs/diff.md docs/drawing.md docs/dump.md docs/git.md docs/host.md docs/import.md docs/model-file.md docs/model-file.schema.json docs/reading.md
   DESTINATION ${petal_doc_dir}/docs # links lead to ../examples
   ${petal_command})
 install(DIRECTORY examples DESTINATION ${petal_doc_dir} ${petal_command} FILES_MATCHING PATTERN "*.model.json" PATTERN host

@@ -74,10 +74,10 @@ _petal_argument() {
         --from) _petal_words "$2" $(petal import --list-formats 2>/dev/null | cut -d ' ' -f 1) ;;
         --to) _petal_words "$2" $(petal convert --list-formats 2>/dev/null | sed -n 's/ .* out .*//p') ;;
         --charset) _petal_words "$2" UTF-8 CP1252 CP932 CP936 CP949 CP950 CP1250 CP1251 CP1256 ;;
-        --units-within) _petal_files "$2" /. ;;
+        --units-within | --csv) _petal_files "$2" /. ;;
         --only) _petal_words "$2" added removed changed moved ;;
         --format) _petal_words "$2" svg png pdf ;;
-        -o | --output | --log | --stats-json | --report) _petal_files "$2" ;;
+        -o | --output | --log | --stats-json | --report | --sqlite) _petal_files "$2" ;;
     esac
 }
 
@@ -85,7 +85,7 @@ _petal_takes_argument() {
     case $1 in
         -o | --output | --option | --types | --scale | --x-scale | --y-scale | --log | --stats-json | \
             --from | --to | --report | --charset | --path | --units-within | --depth | --diagram | --format | --color | \
-            --fail-on | --only) return 0 ;;
+            --fail-on | --only | --csv | --sqlite) return 0 ;;
         *) return 1 ;;
     esac
 }
@@ -154,6 +154,13 @@ _petal_tree() {
     _petal_command_with_files "$1" 'mdl cat sub prc' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
+_petal_dump() {
+    local options=(-h --help --json -o --output --csv --sqlite --charset --path --units-within --no-units -q --quiet
+        --color)
+    local most_files=1
+    _petal_command_with_files "$1" 'mdl cat sub prc' "${#options[@]}" "${options[@]}" "${@:2}"
+}
+
 _petal_diff() {
     local options=(-h --help --model-only --diagrams-only --only --all --json --stat --html --charset --path
         --units-within --no-units -q --quiet --color)
@@ -196,7 +203,7 @@ _petal() {
             if [[ $current == -* ]]; then
                 _petal_words "$current" -h --help -V --version
             else
-                _petal_words "$current" export import convert check tree diff git draw browse options help
+                _petal_words "$current" export import convert check tree dump diff git draw browse options help
             fi
             ;;
         export) _petal_export "$current" "${before[@]:1}" ;;
@@ -204,12 +211,13 @@ _petal() {
         import) _petal_import "$current" "${before[@]:1}" ;;
         check) _petal_check "$current" "${before[@]:1}" ;;
         tree) _petal_tree "$current" "${before[@]:1}" ;;
+        dump) _petal_dump "$current" "${before[@]:1}" ;;
         diff) _petal_diff "$current" "${before[@]:1}" ;;
         git) _petal_git "$current" "${before[@]:1}" ;;
         draw) _petal_draw "$current" "${before[@]:1}" ;;
         browse) _petal_browse "$current" "${before[@]:1}" ;;
         options) _petal_words "$current" -h --help --json ;;
-        help) _petal_words "$current" export import convert check tree diff git draw browse options ;;
+        help) _petal_words "$current" export import convert check tree dump diff git draw browse options ;;
     esac
 
     # The shell replaces only what stands behind the last = where it splits words there.

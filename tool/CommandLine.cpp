@@ -148,6 +148,31 @@ Command addTreeCommand(CLI::App& app)
     return {command, [request] { return runTree(*request); }};
 }
 
+Command addDumpCommand(CLI::App& app)
+{
+    auto request = std::make_shared<DumpRequest>();
+    CLI::App* const command = app.add_subcommand("dump", dumpHelp);
+    command->add_option("FILE", request->input, "The Rose file; - reads standard input")->required()->type_name("");
+    CLI::Option* const asJson = command->add_flag("--json", request->asJson, "As one tree in JSON");
+    CLI::Option* const output =
+        command->add_option("-o,--output", request->output, "The JSON file to write (default: standard output)")
+            ->type_name("FILE");
+    CLI::Option* const csv =
+        command->add_option("--csv", request->csvFolder, "As tables, a CSV file each in this folder")
+            ->type_name("DIR")
+            ->excludes(asJson)
+            ->excludes(output);
+    command->add_option("--sqlite", request->sqliteFile, "As tables in an SQLite database; - is standard output")
+        ->type_name("FILE")
+        ->excludes(asJson)
+        ->excludes(output)
+        ->excludes(csv);
+    addReadOptions(*command, request->reading);
+    command->add_flag("-q,--quiet", request->isQuiet, "Say nothing but errors");
+    addColourOption(*command);
+    return {command, [request] { return runDump(*request); }};
+}
+
 Command addDiffCommand(CLI::App& app)
 {
     auto request = std::make_shared<DiffRequest>();
@@ -352,10 +377,10 @@ int runCommandLine(int argc, char** argv)
     app.set_version_flag("-V,--version", versionText, "Say which version this is, how it was built, and exit");
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
-    const std::vector<Command> commands = {addExportCommand(app),  addImportCommand(app), addConvertCommand(app),
-                                           addCheckCommand(app),   addTreeCommand(app),   addDiffCommand(app),
-                                           addGitCommand(app),     addDrawCommand(app),   addBrowseCommand(app),
-                                           addOptionsCommand(app), addHelpCommand(app)};
+    const std::vector<Command> commands = {addExportCommand(app), addImportCommand(app),  addConvertCommand(app),
+                                           addCheckCommand(app),  addTreeCommand(app),    addDumpCommand(app),
+                                           addDiffCommand(app),   addGitCommand(app),     addDrawCommand(app),
+                                           addBrowseCommand(app), addOptionsCommand(app), addHelpCommand(app)};
     for (CLI::App* const command : app.get_subcommands({}))
         command->group("Commands");
     std::string helpFlag = "--help";

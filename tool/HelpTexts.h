@@ -9,6 +9,7 @@ Examples:
   petal browse old.mdl                    the whole file as a page for a browser
   petal draw old.mdl -o pictures/         its diagrams as pictures
   petal check old.mdl                     is it whole?
+  petal dump old.mdl --sqlite old.db      everything in it, for queries
   petal export orders.model.json          a model file as a Rose file
   petal export orders.mdj                 the same of a design of another tool
 )";
@@ -50,6 +51,14 @@ inline constexpr const char* treeHelp = R"(Print the outline of Rose files.
 Examples:
   petal tree orders.mdl
   petal tree orders.mdl --depth 2
+)";
+
+inline constexpr const char* dumpHelp = R"(Write everything in a Rose file as JSON, CSV or an SQLite database.
+
+Examples:
+  petal dump orders.mdl --json -o orders.json
+  petal dump orders.mdl --sqlite orders.db
+  petal dump orders.mdl --csv tables/
 )";
 
 inline constexpr const char* drawHelp = R"(Draw the diagrams of Rose files as pictures.

@@ -3,6 +3,7 @@
 #include "Version.h"
 
 #include "designs/layout/LayoutLibrary.h"
+#include "dump/Sqlite.h"
 #include "render/paper/PictureLibrary.h"
 
 #include <CLI/Version.hpp>
@@ -31,6 +32,7 @@ std::string versionText()
     text.append("\nReads by:  simdjson ").append(simdjsonVersion).append(", pugixml ").append(pugixmlVersion);
     text.append("\nPlaces by: ").append(versionsOf(design::layoutLibrary));
     text.append("\nDraws by:  ").append(versionsOf(render::pictureLibrary));
+    text.append("\nDumps by:  SQLite ").append(dump::sqliteVersion());
     text.append("\nRuns on:   glibc ").append(gnu_get_libc_version());
     text.append(", options by CLI11 " CLI11_VERSION);
     return text.append("\nLicence:   MIT, ").append(petalCopyright);

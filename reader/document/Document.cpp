@@ -262,6 +262,19 @@ private:
     std::size_t size = 0;
 };
 
+std::string_view nameOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::note:
+        return "note";
+    case Severity::warning:
+        return "warning";
+    case Severity::error:
+        break;
+    }
+    return "error";
+}
+
 Document::Document(const std::string& path, const ReadOptions& options)
     : Document(readFile(path), text::fileName(path), options)
 {

@@ -38,6 +38,9 @@ enum class Severity : std::uint8_t {
     error,   ///< the file is not well formed
 };
 
+/// "note", "warning", "error".
+[[nodiscard]] std::string_view nameOf(Severity severity);
+
 struct Finding {
     Severity severity = Severity::error;
     std::string_view kind; ///< a short constant name, e.g. "syntax"

@@ -43,6 +43,8 @@ offers 'a b.model.json|design.mdj|named.mdl|old.mdl|sub' export ''
 offers 'a b.model.json' export 'a\ b'
 offers '' import design.mdj ''
 offers 'sub/unit.cat' check sub/
+offers 'named.mdl|old.mdl|sub' dump --sqlite out.db ''
+offers 'sub' dump old.mdl --csv ''
 offers 'sub' check --units-within ''
 offers 'a b.model.json|design.mdj|named.mdl|notes.txt|old.mdl|sub' export -o ''
 offers 'Main|Order\ \$it' draw named.mdl --diagram ''

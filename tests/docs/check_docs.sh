@@ -55,7 +55,7 @@ fish_words() {
     grep '^complete ' | sed 's/ -s \([A-Za-z]\)/ -\1/g; s/ -l \([a-z]\)/ --\1/g' | option_words
 }
 
-for command in '' export import convert check tree diff git draw browse options; do
+for command in '' export import convert check tree dump diff git draw browse options; do
     shown=$(help_options "$command")
     [ -n "$shown" ] || fault "petal ${command:+$command }--help shows no options"
     for place in man bash zsh fish; do

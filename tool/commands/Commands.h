@@ -95,6 +95,19 @@ int runTree(const TreeRequest& request);
 /// Prints everything that is said in a petal file, without its units, one fact a line. Throws `reader::NotPetal`.
 int writeFullTree(const std::string& file, const ReadRequest& reading);
 
+struct DumpRequest {
+    std::string input; ///< path, or `-` for standard input
+    bool asJson = false;
+    std::string output;     ///< of the JSON; `-` or empty is standard output
+    std::string csvFolder;  ///< for the tables as texts, or empty
+    std::string sqliteFile; ///< for the tables as a database, `-` for standard output, or empty
+    ReadRequest reading;
+    bool isQuiet = false;
+};
+
+/// Writes everything that is in a petal file as a tree or as tables.
+int runDump(const DumpRequest& request);
+
 /// What of two models is compared, and how it is told.
 struct DiffRequest {
     std::string oldFile; ///< path, or `-` for standard input

@@ -8,19 +8,6 @@
 #include <iostream>
 #include <unistd.h>
 
-std::string_view nameOf(reader::Severity severity)
-{
-    switch (severity) {
-    case reader::Severity::note:
-        return "note";
-    case reader::Severity::warning:
-        return "warning";
-    case reader::Severity::error:
-        break;
-    }
-    return "error";
-}
-
 std::string lineOf(const reader::Finding& finding, int descriptor)
 {
     const reader::Place& place = finding.place;

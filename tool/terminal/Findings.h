@@ -7,8 +7,6 @@
 
 // What is wrong with Rose files, as the commands say it.
 
-[[nodiscard]] std::string_view nameOf(reader::Severity severity);
-
 /// `FILE:LINE:COLUMN: SEVERITY: TEXT` without a line end, as standard output or standard error (`descriptor`) shows it.
 [[nodiscard]] std::string lineOf(const reader::Finding& finding, int descriptor);
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "dump/Row.h"
+#include "dump/Source.h"
+#include "dump/Walk.h"
+
+/// What objects are in a model, a row each.
+
+namespace dump {
+
+/// The row of an element, and those of the relations that it is or says.
+void addElement(const Source& source, Elements::Number element, const Extent& extent, Row& row, const RowSink& sink);
+
+/// The row of a view on a diagram.
+void addView(const Source& source, Elements::Number view, Elements::Number container, const Extent& extent, Row& row,
+             const RowSink& sink);
+
+} // namespace dump

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "dump/Schema.h"
+#include "dump/Source.h"
+
+namespace dump {
+
+/// Gives the rows that say what was read: the dump itself, files, missing units, findings.
+void giveFileRows(const Source& source, const RowSink& sink);
+
+} // namespace dump

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "dump/Row.h"
+#include "dump/Source.h"
+#include "dump/Walk.h"
+
+namespace dump {
+
+/// A row for each relation that an element is, or that it says of itself, as its type.
+void addRelations(const Source& source, Elements::Number element, const Extent& extent, Row& row, const RowSink& sink);
+
+} // namespace dump
