@@ -81,10 +81,10 @@ fuzz_seeds() {
     case $1 in
     ModelFile | Export) echo fuzz/seeds/Models examples ;;
     Compare) echo fuzz/seeds/Compare fuzz/seeds/PetalReader ;;
-    Convert) echo fuzz/seeds/Rose fuzz/seeds/PetalReader tests/render/models ;;
+    Convert | Dump) echo fuzz/seeds/Rose fuzz/seeds/PetalReader tests/render/models ;;
     Draw) echo tests/render/models ;;
     *)
-        [ -d "fuzz/seeds/$1" ] || fail "there is no fuzz target '$1'; there are ModelFile, Export, Convert, Draw and" \
+        [ -d "fuzz/seeds/$1" ] || fail "there is no fuzz target '$1'; there are ModelFile, Export, Convert, Dump, Draw and" \
             "$(ls fuzz/seeds | grep -v Models | tr '\n' ' ')"
         echo "fuzz/seeds/$1"
         ;;
