@@ -65,6 +65,8 @@ Appearance appearanceOf(const Object& view)
 
 HiddenFeatures hiddenIn(const Object& view)
 {
+    if (const std::string_view type = json::text(view, "_type"); type == "UMLActorView" || type == "UMLUseCaseView")
+        return {}; // a figure has no compartments, whatever it says of them
     return hiding(json::flag(view, "suppressAttributes"), json::flag(view, "suppressOperations"));
 }
 

@@ -56,6 +56,14 @@ std::vector<Point> wayOf(const Line& line, const Rectangle& tail, const Rectangl
     return way;
 }
 
+// As the file has them.
+std::vector<Point> inPixels(std::vector<Point> points)
+{
+    for (Point& point : points)
+        point = {std::round(point.x), std::round(point.y)};
+    return points;
+}
+
 std::string textOf(const std::vector<Point>& points)
 {
     std::string text;
@@ -146,13 +154,13 @@ private:
             leave(line);
             return;
         }
-        const std::vector<Point> way = wayOf(line, tail->bounds, head->bounds, tail == head);
+        const std::vector<Point> way = inPixels(wayOf(line, tail->bounds, head->bounds, tail == head));
         const std::string view = output.newId();
         for (const Point& point : way)
             right = std::max(right, point.x);
         staruml::writeEdge(output, {type, view, line.elementId, tail->view, head->view, textOf(way)}, line.appearance,
                            id);
-        const Point middle = {std::round(way[way.size() / 2].x), std::round(way[way.size() / 2].y)};
+        const Point middle = way[way.size() / 2];
         places.emplace(line.elementId, Place{view, {middle.x, middle.y, 0, 0}});
     }
 
