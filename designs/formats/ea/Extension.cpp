@@ -12,6 +12,21 @@ namespace design::ea {
 
 namespace {
 
+// Values that name the tool that they are of: <tags><tag name="cg::Inline" value="True"/>
+std::vector<Property> propertiesIn(pugi::xml_node node)
+{
+    constexpr std::string_view separator = "::";
+    std::vector<Property> properties;
+    for (const pugi::xml_node tag : node.child("tags").children("tag")) {
+        const std::string_view name = tag.attribute("name").value();
+        const std::size_t at = name.find(separator);
+        if (at != std::string_view::npos && at > 0)
+            properties.push_back({std::string(name.substr(0, at)), std::string(name.substr(at + separator.size())),
+                                  tag.attribute("value").value()});
+    }
+    return properties;
+}
+
 class ExtensionReader {
 public:
     Extension read(pugi::xml_node node)
@@ -86,6 +101,7 @@ private:
         details.appearance.fillColor = colour(style, "BackColor=");
         details.appearance.lineColor = colour(style, "BorderColor=");
         details.appearance.fontColor = colour(style, "FontColor=");
+        details.properties = propertiesIn(node);
     }
 
     Extension extension;
@@ -114,6 +130,7 @@ void completeEnd(AssociationEnd& end, pugi::xml_node node)
         end.documentation = valueOf(node, "documentation", "value");
     addWord(end.stereotype, valueOf(node, "role", "stereotype"));
     end.containment = containmentNamed(valueOf(node, "type", "containment"));
+    end.properties = propertiesIn(node);
     if (end.participant.isEmpty()) { // the property lies outside of the exported packages
         end.participant.id = xml::xmiAttribute(node, "idref");
         end.name = valueOf(node, "role", "name");
@@ -178,6 +195,7 @@ void completeElements(Package& root, const Extension& extension)
         if (element.documentation.empty())
             element.documentation = details->documentation;
         addWord(element.stereotype, details->stereotype);
+        element.properties = details->properties;
     });
     const auto nameType = [&](const Element& element, Reference& type) {
         const Details* const details = detailsOf(element);

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 /// What Enterprise Architect keeps beside the UML tree, in an element `Extension`.
 namespace design::ea {
@@ -21,6 +22,7 @@ struct Details {
     std::string concurrency;
     bool isVirtual = false;
     Appearance appearance;
+    std::vector<Property> properties;
 };
 
 struct Extension {

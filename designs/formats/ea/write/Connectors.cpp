@@ -12,6 +12,7 @@ struct ConnectorEnd {
     std::string type;
     std::string name;
     const AssociationEnd* end = nullptr;
+    std::string ownId; // of that
     bool isNavigable = false;
 };
 
@@ -26,6 +27,7 @@ struct Connector {
     ConnectorEnd target;
     std::string associationClass;
     bool isVirtual = false;
+    const Element* element = nullptr; // null for the line of a note
 };
 
 ConnectorEnd endAt(Output& output, const std::string& id)
@@ -70,7 +72,7 @@ void writeEnd(Output& output, const char* element, const ConnectorEnd& end)
         .with("value", std::string("Union=0;Derived=") + (said.isDerived ? "1" : "0") + ";AllowDuplicates=0;");
     xml::Element(output.xml, "documentation").withSome("value", said.documentation);
     xml::Element(output.xml, "xrefs");
-    xml::Element(output.xml, "tags");
+    writeTags(output, said, end.ownId);
 }
 
 void write(Output& output, const Connector& connector)
@@ -101,7 +103,7 @@ void write(Output& output, const Connector& connector)
         .withSome("associationclass", connector.associationClass);
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "xrefs");
-    xml::Element(output.xml, "tags");
+    writeTags(output, connector.element ? *connector.element : Element(), connector.id);
 }
 
 std::string directionOf(bool toSource, bool toTarget)
@@ -126,8 +128,11 @@ void writeAssociation(Output& output, const Association& association)
     connector.direction = directionOf(source.isNavigable, target.isNavigable);
     connector.source = endAt(output, source.participant.id);
     connector.target = endAt(output, target.participant.id);
+    connector.element = &association;
     connector.source.end = &source;
     connector.target.end = &target;
+    connector.source.ownId = output.idOf(association, 0);
+    connector.target.ownId = output.idOf(association, 1);
     connector.source.isNavigable = source.isNavigable;
     connector.target.isNavigable = target.isNavigable;
     if (output.isInClass(association))
@@ -151,6 +156,7 @@ void writeRelationship(Output& output, const Relationship& relationship)
     connector.target = endAt(output, relationship.supplier.id);
     connector.target.isNavigable = true;
     connector.isVirtual = relationship.isVirtual;
+    connector.element = &relationship;
     write(output, connector);
 }
 

@@ -9,11 +9,11 @@ namespace {
 constexpr const char* usualAppearance =
     "BackColor=-1;BorderColor=-1;BorderWidth=-1;FontColor=-1;VSwimLanes=1;HSwimLanes=1;BorderStyle=0;";
 
-void writeUsual(Output& output, const Package* package)
+void writeUsual(Output& output, const Package* package, const Element& element, std::string_view id)
 {
     xml::Element(output.xml, "code").with("gentype", "<none>");
     xml::Element(output.xml, "style").with("appearance", usualAppearance);
-    xml::Element(output.xml, "tags");
+    writeTags(output, element, id);
     xml::Element(output.xml, "xrefs");
     xml::Element node(output.xml, "extendedProperties");
     node.with("tagged", "0");
@@ -80,7 +80,7 @@ void writeAttribute(Output& output, const Element& element, const AttributeTexts
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "styleex")
         .with("value", texts.isLiteral ? "IsLiteral=1;volatile=0;union=0;" : "volatile=0;union=0;");
-    xml::Element(output.xml, "tags");
+    writeTags(output, element, output.ids.of(element));
     xml::Element(output.xml, "xrefs");
 }
 
@@ -118,7 +118,7 @@ void writeParameter(Output& output, const Parameter& parameter, std::size_t posi
     xml::Element(output.xml, "styleex");
     writeDocumentation(output, parameter);
     writeStereotype(output, parameter);
-    xml::Element(output.xml, "tags");
+    writeTags(output, parameter, output.ids.of(parameter));
     xml::Element(output.xml, "xrefs");
 }
 
@@ -144,7 +144,7 @@ void writeOperation(Output& output, const Operation& operation, std::size_t posi
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "styleex");
     writeDocumentation(output, operation);
-    xml::Element(output.xml, "tags");
+    writeTags(output, operation, output.ids.of(operation));
     if (!operation.parameters.empty()) {
         const xml::Element parameters(output.xml, "parameters");
         for (std::size_t i = 0; i < operation.parameters.size(); ++i)
@@ -174,7 +174,7 @@ void writeClassifier(Output& output, const Classifier& classifier, const Package
         .flag("isLeaf", false)
         .flag("isAbstract", classifier.isAbstract)
         .flag("isActive", classifier.concurrency == Concurrency::Active);
-    writeUsual(output, &package);
+    writeUsual(output, &package, classifier, output.ids.of(classifier));
     writeAttributes(output, classifier);
     if (classifier.operations.empty())
         return;
@@ -197,7 +197,7 @@ void writeNote(Output& output, const Note& note, const Package& package)
         .with("sType", "Note")
         .with("nType", "0")
         .with("scope", "public");
-    writeUsual(output, &package);
+    writeUsual(output, &package, Element(), note.id);
 }
 
 void writePackage(Output& output, const Package& package, const Package* parent)
@@ -220,7 +220,7 @@ void writePackage(Output& output, const Package& package, const Package* parent)
         .with("nType", "0")
         .with("scope", "public")
         .withSome("stereotype", package.stereotype);
-    writeUsual(output, parent);
+    writeUsual(output, parent, package, output.idOf(package));
 }
 
 void writePackages(Output& output, const Package& package, const Package* parent)

@@ -7,7 +7,7 @@ namespace design::ea {
 
 namespace {
 
-void leaveOfElement(const Output& output, const Element& element)
+void leaveValues(const Output& output, const Element& element)
 {
     for (const Property& property : element.properties)
         output.report.left("property", element.id, property.tool + " " + property.name, noPlaceFor);
@@ -41,8 +41,8 @@ void leaveOfClassifier(const Output& output, const Classifier& classifier)
         leaveIf(output, !parameter.initialValue.empty(), "default of a template parameter", parameter);
         leaveIf(output, !parameter.documentation.empty(), "documentation of a template parameter", parameter);
         leaveIf(output, !parameter.stereotype.empty(), "stereotype of a template parameter", parameter);
+        leaveValues(output, parameter);
     }
-    forEachFeature(classifier, [&](const Element& feature) { leaveOfElement(output, feature); });
     const bool isAssociationClass = output.associationOf.contains(classifier.id);
     if (isAssociationClass != (classifier.kind == ClassifierKind::AssociationClass)) {
         const std::string_view kind = isAssociationClass ? "association class" : "class";
@@ -61,13 +61,17 @@ void leaveOfAssociation(const Output& output, const Association& association)
     const bool hasConnector = association.ends.size() == 2;
     leaveIf(output, !hasConnector && !association.documentation.empty(), "documentation", association);
     leaveIf(output, !hasConnector && !association.stereotype.empty(), "stereotype", association);
+    if (!hasConnector)
+        leaveValues(output, association);
     for (const AssociationEnd& end : association.ends) {
         leaveIf(output, end.isFriend, "friend", end);
-        leaveOfElement(output, end);
+        if (!hasConnector)
+            leaveValues(output, end);
         for (const Attribute& qualifier : end.qualifiers) {
             leaveIf(output, !qualifier.documentation.empty(), "documentation of a qualifier", qualifier);
             leaveIf(output, !qualifier.stereotype.empty(), "stereotype of a qualifier", qualifier);
             leaveIf(output, !qualifier.notes.empty(), "note on a qualifier", qualifier);
+            leaveValues(output, qualifier);
         }
     }
 }
@@ -83,19 +87,12 @@ void leaveOfRelationship(const Output& output, const Relationship& relationship)
 void leaveProperties(const Output& output)
 {
     forEachPackage(output.writing.design.root, [&](const Package& package) {
-        leaveOfElement(output, package);
-        for (const Classifier& classifier : package.classifiers) {
-            leaveOfElement(output, classifier);
+        for (const Classifier& classifier : package.classifiers)
             leaveOfClassifier(output, classifier);
-        }
-        for (const Association& association : package.associations) {
-            leaveOfElement(output, association);
+        for (const Association& association : package.associations)
             leaveOfAssociation(output, association);
-        }
-        for (const Relationship& relationship : package.relationships) {
-            leaveOfElement(output, relationship);
+        for (const Relationship& relationship : package.relationships)
             leaveOfRelationship(output, relationship);
-        }
         for (const Diagram& diagram : package.diagrams) {
             leaveIf(output, !diagram.stereotype.empty(), "stereotype of a diagram", diagram);
             leaveIf(output, !diagram.constraints.empty(), "constraint of a diagram", diagram);

@@ -186,9 +186,20 @@ bool Output::isOwnedByClass(const Association& association, std::size_t end) con
 bool Output::isRootElement() const
 {
     const Package& root = writing.design.root;
-    return !root.documentation.empty() || !root.stereotype.empty() || !root.classifiers.empty() ||
-           !root.diagrams.empty() || !root.associations.empty() || !root.relationships.empty() ||
-           !notes.at(&root).empty();
+    return !root.documentation.empty() || !root.properties.empty() || !root.stereotype.empty() ||
+           !root.classifiers.empty() || !root.diagrams.empty() || !root.associations.empty() ||
+           !root.relationships.empty() || !notes.at(&root).empty();
+}
+
+void writeTags(Output& output, const Element& element, std::string_view id)
+{
+    const xml::Element tags(output.xml, "tags");
+    for (const Property& property : element.properties)
+        xml::Element(output.xml, "tag")
+            .with("xmi:id", output.ids.numbered("EAID_TV"))
+            .with("name", property.tool + "::" + property.name)
+            .with("value", property.value)
+            .with("modelElement", id);
 }
 
 std::string_view wordOf(Visibility visibility)

@@ -82,6 +82,9 @@ private:
                  const std::string& drawnAt = {});
 };
 
+/// <tags><tag xmi:id="EAID_TV000001" name="cg::Inline" value="True" modelElement="EAID_1"/></tags>
+void writeTags(Output& output, const Element& element, std::string_view id);
+
 inline constexpr std::string_view noPlaceFor = "Enterprise Architect has no place for it";
 
 [[nodiscard]] std::string_view wordOf(Visibility visibility);
