@@ -30,7 +30,8 @@ std::string_view escapeOf(char letter)
 
 } // namespace
 
-Text::Text(text::Sink& sink, std::string_view declaration) : tail(sink), text(tail.text())
+Text::Text(text::Sink& sink, std::string_view declaration, std::string_view theIndentation)
+    : tail(sink), text(tail.text()), indentation(theIndentation)
 {
     text.append(declaration).append("\n");
 }
@@ -38,7 +39,8 @@ Text::Text(text::Sink& sink, std::string_view declaration) : tail(sink), text(ta
 void Text::open(std::string_view element)
 {
     endTag();
-    text.append(depth, '\t').append("<").append(element);
+    indent();
+    text.append("<").append(element);
     ++depth;
     isInTag = true;
 }
@@ -59,12 +61,20 @@ void Text::attribute(std::string_view name, std::string_view value)
 void Text::close(std::string_view element)
 {
     --depth;
-    if (isInTag)
+    if (isInTag) {
         text += "/>\n";
-    else
-        text.append(depth, '\t').append("</").append(element).append(">\n");
+    } else {
+        indent();
+        text.append("</").append(element).append(">\n");
+    }
     isInTag = false;
     tail.passOnWhenLong();
+}
+
+void Text::indent()
+{
+    for (std::size_t level = 0; level < depth; ++level)
+        text += indentation;
 }
 
 void Text::endTag()

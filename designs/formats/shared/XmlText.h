@@ -8,10 +8,10 @@
 
 namespace design::xml {
 
-/// XML as it is written, a line for each element, indented by tabs.
+/// XML as it is written, a line for each element.
 class Text {
 public:
-    Text(text::Sink& sink, std::string_view declaration);
+    Text(text::Sink& sink, std::string_view declaration, std::string_view theIndentation = "\t");
 
     void open(std::string_view element);
     /// Of the element that was opened last and holds nothing yet.
@@ -21,10 +21,12 @@ public:
     void finish() { tail.passOn(); }
 
 private:
+    void indent();
     void endTag();
 
     text::Tail tail;
     std::string& text;
+    const std::string_view indentation; // of a level
     std::size_t depth = 0;
     bool isInTag = false;
 };

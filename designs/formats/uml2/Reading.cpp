@@ -1,5 +1,6 @@
 #include "designs/formats/uml2/Reading.h"
 
+#include "designs/formats/uml2/Uml2.h"
 #include "designs/model/Texts.h"
 #include "text/Words.h"
 
@@ -34,6 +35,18 @@ std::string_view keywordsOf(pugi::xml_node node)
         if (std::string_view(annotation.attribute("source").value()) == "http://www.eclipse.org/uml2/2.0.0/UML")
             return annotation.child("details").attribute("key").value();
     return {};
+}
+
+// <eAnnotations source="tool:cg"><details key="Inline" value="True"/>
+void readProperties(pugi::xml_node node, Element& element)
+{
+    for (const pugi::xml_node annotation : node.children("eAnnotations")) {
+        const std::string_view source = annotation.attribute("source").value();
+        if (source.starts_with(ofTool))
+            for (const pugi::xml_node detail : annotation.children("details"))
+                element.properties.push_back({std::string(source.substr(ofTool.size())),
+                                              detail.attribute("key").value(), detail.attribute("value").value()});
+    }
 }
 
 // Whether the operation that holds the constraint has it as a condition.
@@ -96,6 +109,7 @@ void Reading::describe(pugi::xml_node node, Element& element, Package& package)
         element.stereotype = named ? xml::property(named, "name") : std::string_view(stereotype.value());
     }
     addWord(element.stereotype, keywordsOf(node));
+    readProperties(node, element);
     for (const pugi::xml_node comment : node.children("ownedComment"))
         readComment(comment, element, package);
     for (const pugi::xml_node constraint : node.children("ownedRule"))

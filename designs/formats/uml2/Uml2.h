@@ -12,6 +12,9 @@
 /// its own reader adds to the design.
 namespace design::uml2 {
 
+/// What the source of an annotation begins with that holds the properties of a tool.
+inline constexpr std::string_view ofTool = "tool:";
+
 /// Whether the start of a file has a UML 2 model in it.
 [[nodiscard]] bool hasModel(std::string_view head);
 

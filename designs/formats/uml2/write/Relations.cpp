@@ -93,7 +93,8 @@ void Writer::writeOwnRelations(const Classifier& classifier, pugi::xml_node node
         pugi::xml_node added = isGeneralization
                                    ? add(node, "generalization", "uml:Generalization", *relationship)
                                    : add(node, "interfaceRealization", "uml:InterfaceRealization", *relationship);
-        if (isGeneralization) {
+        if (isGeneralization) { // which has no name
+            added.remove_attribute("name");
             set(added, "general", supplier);
         } else {
             set(added, "client", node.attribute("xmi:id").value());

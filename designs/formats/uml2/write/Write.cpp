@@ -47,6 +47,7 @@ void Writer::write(pugi::xml_node parent)
     if (!root.name.empty())
         set(model, "name", root.name);
     writePackage(root, model);
+    tellLosses();
     for (const pugi::xml_node type : furtherNodes) {
         lastClassifier = lastClassifier ? model.insert_move_after(type, lastClassifier) : model.prepend_move(type);
     }
@@ -142,6 +143,7 @@ void Writer::describe(const Element& element, pugi::xml_node node, pugi::xml_nod
         pugi::xml_node detail = addPart(annotation, "details", "ecore:EStringToStringMapEntry", "-word");
         set(detail, "key", element.stereotype);
     }
+    writeProperties(element, node);
     if (!element.documentation.empty()) {
         pugi::xml_node comment = addPart(node, "ownedComment", "uml:Comment", "-comment");
         set(comment, "annotatedElement", node.attribute("xmi:id").value());
@@ -150,6 +152,22 @@ void Writer::describe(const Element& element, pugi::xml_node node, pugi::xml_nod
     const std::string_view constrained = node == space ? "" : node.attribute("xmi:id").value();
     for (const std::string& text : element.constraints)
         addRule(text, constrained, space);
+}
+
+// An annotation for each tool that keeps values with the element.
+void Writer::writeProperties(const Element& element, pugi::xml_node node)
+{
+    std::unordered_map<std::string_view, pugi::xml_node> annotations; // by tool
+    for (const Property& property : element.properties) {
+        pugi::xml_node& annotation = annotations[property.tool];
+        if (!annotation) {
+            annotation = addPart(node, "eAnnotations", "ecore:EAnnotation", "-values");
+            set(annotation, "source", std::string(ofTool).append(property.tool));
+        }
+        pugi::xml_node detail = addPart(annotation, "details", "ecore:EStringToStringMapEntry", "-value");
+        set(detail, "key", property.name);
+        set(detail, "value", property.value);
+    }
 }
 
 void Writer::addRule(const std::string& text, std::string_view constrained, pugi::xml_node space)
@@ -207,9 +225,13 @@ void set(pugi::xml_node node, const char* name, std::string_view value)
     node.append_attribute(name).set_value(withoutControls(value).c_str());
 }
 
+// Readers of XML take a carriage return for a line end, and one with a line feed for a single one.
 void setText(pugi::xml_node node, std::string_view text)
 {
-    node.text().set(withoutControls(text).c_str());
+    std::string lines = withoutControls(text);
+    for (std::size_t at = lines.find('\r'); at != std::string::npos; at = lines.find('\r', at))
+        lines.replace(at, lines.compare(at + 1, 1, "\n") == 0 ? 2 : 1, "\n");
+    node.text().set(lines.c_str());
 }
 
 std::string xmlIdentifier(std::string_view id)

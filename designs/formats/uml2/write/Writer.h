@@ -1,6 +1,7 @@
 #pragma once
 
 #include "designs/formats/Format.h"
+#include "designs/formats/uml2/Uml2.h"
 
 #include <pugixml.hpp>
 
@@ -47,6 +48,9 @@ private:
     void collectRelations();
     void noteIdentifiers();
 
+    /// What is in the design and has no place in the file.
+    void tellLosses();
+
     void writePackage(const Package& package, pugi::xml_node node);
     void writeRemarks(const Package& package, pugi::xml_node node);
 
@@ -78,6 +82,7 @@ private:
     pugi::xml_node addPart(pugi::xml_node parent, const char* role, std::string_view type, std::string_view suffix);
     /// Comments, keywords and rules of an element. `space` is what holds its rules when it cannot itself.
     void describe(const Element& element, pugi::xml_node node, pugi::xml_node space);
+    void writeProperties(const Element& element, pugi::xml_node node);
     void addRule(const std::string& text, std::string_view constrained, pugi::xml_node space);
     [[nodiscard]] std::string identifierOf(const Element& element, pugi::xml_node parent);
     [[nodiscard]] std::string identifierOf(std::string_view id) const;

@@ -1,0 +1,293 @@
+// UML 2 models, and the diagrams that Papyrus has beside them: what they hold, and that nothing in them leads nowhere.
+
+#include "designs/formats/WrittenFiles.h"
+#include "designs/Import.h"
+#include "Files.h"
+#include "SmallDesigns.h"
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <pugixml.hpp>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using design::Design;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Written {
+    std::string model;
+    std::string diagrams; ///< of Papyrus
+    std::vector<std::string> left;
+};
+
+Written written(Design design, std::string_view formatName = "xmi")
+{
+    const design::Format& format = *design::formatNamed(formatName);
+    design::Report report;
+    design::settleFor(format, design, true, report);
+    const design::Catalogue catalogue(design.root);
+    Written result;
+    for (design::WrittenFile& file : design::filesIn(format, {design, catalogue, "out"}, report))
+        if (file.name != "out.di")
+            (file.name.empty() ? result.model : result.diagrams) = std::move(file.text);
+    for (const design::ReportEntry& entry : report.leftEntries())
+        result.left.push_back(entry.kind);
+    return result;
+}
+
+Design back(const std::string& model)
+{
+    design::Report report;
+    return design::readDesign(*design::formatNamed("xmi"), {model, "-"}, report);
+}
+
+const design::Classifier& firstClass(const Design& design)
+{
+    return design.root.packages.at(0).classifiers.at(0);
+}
+
+std::set<std::string> valuesOf(const pugi::xml_document& document, const char* query)
+{
+    std::set<std::string> values;
+    for (const pugi::xpath_node found : document.select_nodes(query)) {
+        std::istringstream words(found.attribute().value());
+        for (std::string word; words >> word;)
+            values.insert(word);
+    }
+    return values;
+}
+
+void expectWhole(const Written& file)
+{
+    pugi::xml_document model;
+    ASSERT_TRUE(model.load_string(file.model.c_str()));
+    const std::set<std::string> known = valuesOf(model, "//@*[name()='xmi:id']");
+    EXPECT_EQ(known.size(), model.select_nodes("//@*[name()='xmi:id']").size()) << "an identifier is given twice";
+    for (const std::string& id :
+         valuesOf(model, "//@type | //@client | //@supplier | //@contract | //@general | //@memberEnd | "
+                         "//@navigableOwnedEnd | //@association | //@annotatedElement | //@constrainedElement | "
+                         "//@precondition | //@postcondition | //@bodyCondition | //@parameter | "
+                         "//@parameteredElement"))
+        EXPECT_TRUE(known.contains(id)) << id;
+
+    pugi::xml_document diagrams;
+    if (file.diagrams.empty())
+        return;
+    ASSERT_TRUE(diagrams.load_string(file.diagrams.c_str()));
+    const std::set<std::string> views = valuesOf(diagrams, "//@*[name()='xmi:id']");
+    EXPECT_EQ(views.size(), diagrams.select_nodes("//@*[name()='xmi:id']").size()) << "an identifier is given twice";
+    for (const std::string& view : valuesOf(diagrams, "//@source | //@target"))
+        EXPECT_TRUE(views.contains(view)) << view;
+    for (const std::string& link : valuesOf(diagrams, "//@href"))
+        EXPECT_TRUE(link.starts_with("out.uml#") && known.contains(link.substr(8))) << link;
+}
+
+TEST(WriteUml2, LeadsNowhereWithNoReference)
+{
+    for (const char* const file : {"shop.mdj", "enterprise-architect.xml", "shop.uml", "all-kinds.xmi", "shop.mdl",
+                                   "umbrello.xmi", "uml1.xmi", "shop.ecore"}) {
+        SCOPED_TRACE(file);
+        const std::string bytes = bytesOf(file);
+        const design::Source source{bytes, pathOf(file)};
+        design::Report report;
+        const Design design = design::readDesign(*design::formatOf(source), source, report);
+        expectWhole(written(design, "papyrus"));
+    }
+}
+
+TEST(WriteUml2, TakesAnyText)
+{
+    const struct {
+        std::string text;
+        std::string returned;
+    } rows[] = {
+        {"a\"b'<c>&]]>--><!--&amp;", "a\"b'<c>&]]>--><!--&amp;"},
+        {"one\r\ntwo\rthree\nfour", "one\ntwo\nthree\nfour"},
+        {"bell\aand\x01more", "bell and more"},
+        {"\xC3\xA4\xE2\x82\xAC", "\xC3\xA4\xE2\x82\xAC"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        Design design = designOf({classNamed("A")});
+        design::Classifier& given = design.root.packages[0].classifiers[0];
+        given.documentation = row.text;
+        given.constraints = {row.text};
+        given.attributes.resize(1);
+        given.attributes[0].name = "x";
+        given.attributes[0].type.name = row.text;
+        given.attributes[0].initialValue = row.text;
+        const Written file = written(design, "papyrus");
+        expectWhole(file);
+        const Design returned = back(file.model);
+        const design::Classifier& found = firstClass(returned);
+        EXPECT_EQ(found.documentation, row.returned);
+        EXPECT_THAT(found.constraints, ElementsAre(row.returned));
+        EXPECT_EQ(found.attributes.at(0).initialValue, row.returned);
+    }
+}
+
+// What is no identifier of XML, and what would become the same one.
+TEST(WriteUml2, GivesEachElementItsOwnIdentifier)
+{
+    const Written file =
+        written(designOf({classNamed("a b"), classNamed("a_b"), classNamed("1"), classNamed("_1"), classNamed("<&>")}),
+                "papyrus");
+    expectWhole(file);
+    EXPECT_EQ(back(file.model).root.packages.at(0).classifiers.size(), 5U);
+}
+
+TEST(WriteUml2, TakesWhatLeadsNowhereOrRound)
+{
+    Design design = designOf({classNamed("A"), classNamed("B")});
+    design::Package& package = design.root.packages[0];
+    package.relationships = {generalization("A", "B"), generalization("B", "A"), generalization("A", "A"),
+                             generalization("A", "nowhere"), generalization("", "B")};
+    package.associations = {association("A", "nobody"), association("A", "")};
+    package.associations[0].associationClassId = "missing";
+    package.classifiers[0].attributes.resize(1);
+    package.classifiers[0].attributes[0].type.id = "lost";
+    package.diagrams = {diagramOf({"A", "B", "gone"})};
+    const Written file = written(design, "papyrus");
+    expectWhole(file);
+    EXPECT_EQ(back(file.model).root.packages.at(0).relationships.size(), 4U); // one has no client
+}
+
+TEST(WriteUml2, TakesPackagesThatLieDeep)
+{
+    constexpr int depth = 400;
+    Design design;
+    design::Package* package = &design.root;
+    for (int i = 0; i < depth; ++i) {
+        package->packages.resize(1);
+        package = package->packages.data();
+        package->name = "p";
+        package->classifiers = {classNamed("C" + std::to_string(i))};
+    }
+    const Written file = written(design, "papyrus");
+    expectWhole(file);
+    const Design returned = back(file.model);
+    const design::Package* found = &returned.root;
+    for (int i = 0; i < depth; ++i)
+        found = found->packages.data();
+    EXPECT_EQ(found->classifiers.at(0).name, "C399");
+}
+
+// What a user would miss is told.
+TEST(WriteUml2, TellsWhatItCannotHold)
+{
+    using Change = std::function<void(design::Package&)>;
+    const struct {
+        const char* left;
+        Change change;
+    } rows[] = {
+        {"persistence of a class", [](auto& package) { package.classifiers[0].isPersistent = true; }},
+        {"cardinality of a class", [](auto& package) { package.classifiers[0].cardinality = "0..n"; }},
+        {"space of a class", [](auto& package) { package.classifiers[0].space = 8; }},
+        {"form of a class", [](auto& package) { package.classifiers[0].form = design::ClassForm::Utility; }},
+        {"concurrency of a class",
+         [](auto& package) { package.classifiers[0].concurrency = design::Concurrency::Guarded; }},
+        {"containment of an attribute",
+         [](auto& package) { package.classifiers[0].attributes[0].containment = design::Containment::ByValue; }},
+        {"note", [](auto& package) { package.classifiers[0].attributes[0].notes = {"why?"}; }},
+        {"virtuality of an operation", [](auto& package) { package.classifiers[0].operations[0].isVirtual = true; }},
+        {"friendship of an operation", [](auto& package) { package.classifiers[0].operations[0].isFriend = true; }},
+        {"containment of an end",
+         [](auto& package) { package.associations[0].ends[0].containment = design::Containment::ByValue; }},
+        {"friendship of an end", [](auto& package) { package.associations[0].ends[1].isFriend = true; }},
+        {"name of a generalization", [](auto& package) { package.relationships[0].name = "is"; }},
+        {"visibility of a relation",
+         [](auto& package) { package.relationships[0].visibility = design::Visibility::Private; }},
+        {"virtuality of a relation", [](auto& package) { package.relationships[0].isVirtual = true; }},
+    };
+    Design design = designOf({classNamed("A"), classNamed("B")});
+    design::Package& package = design.root.packages[0];
+    package.classifiers[0].attributes.resize(1);
+    package.classifiers[0].operations.resize(1);
+    package.associations = {association("A", "B")};
+    package.relationships = {generalization("A", "B")};
+    package.diagrams = {diagramOf({"A"})};
+    EXPECT_THAT(written(design, "papyrus").left, IsEmpty());
+    for (const auto& row : rows) {
+        Design changed = design;
+        row.change(changed.root.packages[0]);
+        EXPECT_THAT(written(changed, "papyrus").left, Contains(row.left));
+    }
+}
+
+// A reader of Ecore refuses what it has no feature for: a generalization has no name, a line no fill.
+TEST(WriteUml2, SaysNothingThatElementsDoNotHave)
+{
+    Design design = designOf({classNamed("A"), classNamed("B")});
+    design::Package& package = design.root.packages[0];
+    package.relationships = {generalization("A", "B")};
+    package.relationships[0].name = "is";
+    package.diagrams = {diagramOf({"A", "B"})};
+    design::Line line;
+    line.elementId = "A is B";
+    line.appearance.fillColor = line.appearance.fontColor = line.appearance.lineColor = 0xFF0000;
+    line.appearance.fontName = "Arial";
+    package.diagrams[0].lines = {line};
+    const Written file = written(design, "papyrus");
+    pugi::xml_document model;
+    ASSERT_TRUE(model.load_string(file.model.c_str()));
+    EXPECT_TRUE(model.select_node("//generalization"));
+    EXPECT_FALSE(model.select_node("//generalization/@name"));
+    pugi::xml_document diagrams;
+    ASSERT_TRUE(diagrams.load_string(file.diagrams.c_str()));
+    EXPECT_TRUE(diagrams.select_node("//edges[@lineColor='255']/styles[@fontName='Arial' and @fontColor='255']"));
+    EXPECT_FALSE(diagrams.select_node("//edges/@fontName | //edges/@fillColor"));
+}
+
+// An actor that has features is a class in the model, and so it is drawn.
+TEST(WriteUml2, DrawsElementsAsWhatTheyAreInTheModel)
+{
+    Design design = designOf({classNamed("A"), classNamed("B")});
+    for (design::Classifier& classifier : design.root.packages[0].classifiers)
+        classifier.kind = design::ClassifierKind::Actor;
+    design.root.packages[0].classifiers[0].attributes.resize(1);
+    design.root.packages[0].diagrams = {diagramOf({"A", "B"})};
+    pugi::xml_document diagrams;
+    ASSERT_TRUE(diagrams.load_string(written(design, "papyrus").diagrams.c_str()));
+    EXPECT_TRUE(diagrams.select_node("//children[@type='Class_Shape']/element[@href='out.uml#A']"));
+    EXPECT_TRUE(diagrams.select_node("//children[@type='Actor_Shape']/element[@href='out.uml#B']"));
+}
+
+// Values of other tools come back from every format that has a place for such.
+TEST(WriteUml2, KeepsValuesOfTools)
+{
+    for (const char* const name : {"xmi", "papyrus", "ea", "staruml"}) {
+        SCOPED_TRACE(name);
+        const design::Format& format = *design::formatNamed(name);
+        Design design = designOf({classNamed("A"), classNamed("B")});
+        design::Package& package = design.root.packages[0];
+        package.classifiers[0].attributes.resize(1);
+        package.associations = {association("A", "B")};
+        for (design::Element* const element : std::initializer_list<design::Element*>{
+                 &package, &package.classifiers[0], &package.classifiers[0].attributes[0], &package.associations[0],
+                 &package.associations[0].ends[0]})
+            element->properties = {{"cg", "Inline", "a \"<&"}, {"Ecore", "nsURI", ""}};
+        design::Report report;
+        design::settleFor(format, design, true, report);
+        const design::Catalogue catalogue(design.root);
+        const std::string text = design::filesIn(format, {design, catalogue, "out"}, report).front().text;
+        const Design returned = design::readDesign(format, {text, "-"}, report);
+        const design::Package& found = returned.root.packages.at(0);
+        for (const design::Element* const element : std::initializer_list<const design::Element*>{
+                 &found, &found.classifiers[0], &found.classifiers[0].attributes.at(0), &found.associations.at(0),
+                 &found.associations[0].ends.at(0)}) {
+            ASSERT_EQ(element->properties.size(), 2U) << element->name;
+            EXPECT_EQ(element->properties[0].tool, "cg");
+            EXPECT_EQ(element->properties[0].name, "Inline");
+            EXPECT_EQ(element->properties[0].value, "a \"<&");
+            EXPECT_EQ(element->properties[1].tool, "Ecore");
+        }
+    }
+}
+
+} // namespace
