@@ -50,12 +50,9 @@ private:
     // Whether there is a reason to leave it.
     bool leave(std::string_view shape, const std::string& id, std::string_view reason)
     {
-        if (reason.empty())
-            return false;
-        const auto kind = kinds.find(id);
-        const bool isTaken = catalogue.has(id) || kind == kinds.end();
-        report.left(isTaken ? std::string(shape) : "drawn " + kind->second, id, nameOf(id), reason);
-        return true;
+        if (!reason.empty())
+            report.left(shape, id, nameOf(id), reason);
+        return !reason.empty();
     }
 
     [[nodiscard]] std::string_view nameOf(std::string_view id) const
@@ -69,16 +66,18 @@ private:
     }
 
     // What to say of an element that is neither a class nor a relation of classes.
-    [[nodiscard]] std::string_view whyNotShown(const std::string& id) const
+    [[nodiscard]] std::string whyNotShown(const std::string& id) const
     {
         constexpr std::array<std::string_view, 3> notes = {"comment", "note", "note link"};
         const auto kind = kinds.find(id);
         if (kind != kinds.end() && std::find(notes.begin(), notes.end(), kind->second) != notes.end())
             return "notes have no places; they are drawn beside what they hang at, or as texts of the diagram";
-        return catalogue.has(id) ? "it is taken, and shown with what it belongs to" : "what it shows is not taken";
+        if (catalogue.has(id))
+            return "it is taken, and shown with what it belongs to";
+        return "what it shows is not taken" + (kind == kinds.end() ? "" : ": " + kind->second);
     }
 
-    std::string_view whyNoBox(const Box& box)
+    std::string whyNoBox(const Box& box)
     {
         if (catalogue.package(box.elementId) && reach == Reach::Packages)
             return shown.insert(box.elementId).second ? "" : "a diagram shows a package once";
@@ -96,7 +95,7 @@ private:
         return "";
     }
 
-    std::string_view whyNoLine(const Line& line)
+    std::string whyNoLine(const Line& line)
     {
         const auto ends = endsOf(line.elementId, catalogue);
         if (ends.empty())

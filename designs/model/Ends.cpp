@@ -160,6 +160,7 @@ private:
             package.id = identifiers->make();
             package.name = placeholderPackage;
             package.documentation = "Placeholders for classes outside of the imported file.";
+            report.made("package", package.id, package.name, "it holds the placeholders");
             found = packages.insert(packages.end(), std::move(package));
         }
         std::move(placeholders.begin(), placeholders.end(), std::back_inserter(found->classifiers));

@@ -18,8 +18,8 @@ struct ReportEntry {
 };
 
 /// Why something is left out or made up.
-inline constexpr std::string_view nothingOfThisKind = "the host model has nothing of this kind";
-inline constexpr std::string_view classDiagramsOnly = "only class diagrams are taken";
+inline constexpr std::string_view nothingOfThisKind = "nothing of this kind is taken";
+inline constexpr std::string_view classDiagramsOnly = "diagrams of this kind are not taken";
 inline constexpr std::string_view missingUnit = "controlled unit"; ///< the kind of one that could not be read
 inline constexpr std::string_view besideItsOwner = "it stands beside the class that it lay in";
 

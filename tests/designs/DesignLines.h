@@ -17,7 +17,7 @@
 ///     association holds: Order order [1] composite - Item items [*] ->
 ///     box Sales Order 10,20 100x50 fill ffff00 font Arial 9
 ///     line Sales holds 10,20 30,40
-///     left use case Buy: the host model has nothing of this kind
+///     left use case Buy: nothing of this kind is taken
 class DesignLines {
 public:
     DesignLines(design::Design design, const design::Report& report)

@@ -75,14 +75,14 @@ TEST(Diagrams, ShowWhatARoseDiagramCan)
         {"what is left, by what the file calls it",
          {"uc", "gone"},
          {"uc", "gone"},
-         {"left drawn use case Main: what it shows is not taken", "left box Main: what it shows is not taken",
-          "left drawn use case Main: what it shows is not taken", "left line Main: what it shows is not taken"}},
+         {"left box Main: what it shows is not taken: use case", "left box Main: what it shows is not taken",
+          "left line Main: what it shows is not taken: use case", "left line Main: what it shows is not taken"}},
         {"notes and what joins them",
          {"note"},
          {"link"},
-         {"left drawn comment Main: notes have no places; they are drawn beside what they hang at, or as texts of the "
+         {"left box Main: notes have no places; they are drawn beside what they hang at, or as texts of the "
           "diagram",
-          "left drawn note link Main: notes have no places; they are drawn beside what they hang at, or as texts of "
+          "left line Main: notes have no places; they are drawn beside what they hang at, or as texts of "
           "the "
           "diagram"}},
         {"a line for an attribute",

@@ -61,6 +61,7 @@ void expectAdded(const Row& row)
 
 const std::string placeholderPackage = "package External {Placeholders for classes outside of the imported file.}";
 const std::string placeholderMade = ": it lies outside of the file; a placeholder is in the package External";
+const std::string externalMade = "made package External: it holds the placeholders";
 
 TEST(Settle, DecidesWhatBecomesOfEnds)
 {
@@ -87,23 +88,26 @@ TEST(Settle, DecidesWhatBecomesOfEnds)
                                                  dependency({"far", ""}, {"b", ""})};
          },
          {"dependency a - Far", "dependency Far - b", placeholderPackage, "class Far in External",
-          "made class Far" + placeholderMade}},
+          "made class Far" + placeholderMade, externalMade}},
         {"outside, by name only",
          [&](Design& d) {
              d.root.packages[0].relationships = {dependency({"a", ""}, {"", "Far"})};
          },
-         {"dependency a - Far", placeholderPackage, "class Far in External", "made class Far" + placeholderMade}},
+         {"dependency a - Far", placeholderPackage, "class Far in External", "made class Far" + placeholderMade,
+          externalMade}},
         {"outside, the file tells a name elsewhere",
          [&](Design& d) {
              d.outsideNames = {{"far", "Far"}};
              d.root.packages[0].relationships = {dependency({"a", ""}, {"far", ""})};
          },
-         {"dependency a - Far", placeholderPackage, "class Far in External", "made class Far" + placeholderMade}},
+         {"dependency a - Far", placeholderPackage, "class Far in External", "made class Far" + placeholderMade,
+          externalMade}},
         {"outside, without a name",
          [&](Design& d) {
              d.root.packages[0].relationships = {dependency({"a", ""}, {"far", ""})};
          },
-         {"dependency a - far", placeholderPackage, "class far in External", "made class far" + placeholderMade}},
+         {"dependency a - far", placeholderPackage, "class far in External", "made class far" + placeholderMade,
+          externalMade}},
         {"there is a package External",
          [&](Design& d) {
              d.root.packages[1].name = "External";
@@ -163,7 +167,7 @@ TEST(Settle, MakesPlaceholdersForWhatIsOnlyDrawn)
          },
          {"generalization a - End", "box End", "box Seen", "box Seen", "box a", "box <uc>", placeholderPackage,
           "class Seen in External", "class End in External", "made class Seen" + placeholderMade,
-          "made class End" + placeholderMade}},
+          "made class End" + placeholderMade, externalMade}},
         {"of which the file tells no name",
          [](Design& d) { d.root.packages[1].diagrams = {diagramOf({"seen"})}; },
          {"box <seen>"}},
@@ -223,7 +227,7 @@ TEST(Settle, GivesRemarksToWhatTheyHangAt)
              d.root.packages[0].remarks = {remark("out there", {"far"})};
          },
          {"generalization a - far", placeholderPackage, "class far in External note(out there)",
-          "made class far" + placeholderMade}},
+          "made class far" + placeholderMade, externalMade}},
         {"the host has no notes on a model",
          [](Design& d) { d.root.remarks = {remark("of all", {"root"})}; },
          {"note in design (of all)"}},

@@ -192,11 +192,12 @@ TEST(StarUml, TellsWhatItLeaves)
         std::string elements;
         const char* entry;
     } rows[] = {
-        {"{'_type':'UMLUseCase','_id':'u','name':'Buy'}", "use case Buy: the host model has nothing of this kind"},
-        {"{'_type':'UMLSequenceDiagram','_id':'u','name':'S'}", "UMLSequenceDiagram S: only class diagrams are taken"},
+        {"{'_type':'UMLUseCase','_id':'u','name':'Buy'}", "use case Buy: nothing of this kind is taken"},
+        {"{'_type':'UMLSequenceDiagram','_id':'u','name':'S'}",
+         "UMLSequenceDiagram S: diagrams of this kind are not taken"},
         {"{'_type':'UMLStateMachine','_id':'u','ownedElements':[{'_type':'UMLStatechartDiagram','_id':'v','name':'T'}]"
          "}",
-         "UMLStatechartDiagram T: only class diagrams are taken"},
+         "UMLStatechartDiagram T: diagrams of this kind are not taken"},
         {"{'_type':'UMLNode','_id':'u'},{'_type':'UMLDependency','_id':'v','name':'on','source':{'$ref':'a'},"
          "'target':{'$ref':'u'}}",
          "dependency on: an end is no class but: UMLNode"},

@@ -112,10 +112,9 @@ TEST_F(ImportCommand, SaysWhatWasTakenAndWhatWasLeft)
     for (const char* const command : {"import", "export"}) {
         const ProcessResult result = run({command, "shop.mdj", "-o", "out", "--report", "-"});
         EXPECT_THAT(result.errors, StartsWith("shop.mdj (staruml): 1 package, 1 class, 1 diagram, 1 box\n")) << command;
-        EXPECT_THAT(result.errors, HasSubstr("left out: 1 x use case (the host model has nothing of this kind)\n"))
-            << command;
+        EXPECT_THAT(result.errors, HasSubstr("left out: 1 x use case (nothing of this kind is taken)\n")) << command;
         EXPECT_THAT(result.output, HasSubstr(json("{'kind': 'use case', 'id': 'u', 'name': 'Buy\\u001b', "
-                                                  "'reason': 'the host model has nothing of this kind'}")))
+                                                  "'reason': 'nothing of this kind is taken'}")))
             << command << result.output;
     }
     EXPECT_THAT(run({"export", "m.json", "-o", "out", "--report", "-"}).output, HasSubstr("\"model file\""));

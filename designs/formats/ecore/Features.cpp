@@ -192,8 +192,8 @@ private:
         while (!signatures.insert(name + parameters).second)
             name = names.take(operation.name, "operation");
         if (name != identifierOf(operation.name))
-            report.made("name", operation.id, operation.name,
-                        "the class has an operation with these types already, so it is: " + name);
+            report.made("name", operation.id, renamed(operation.name, name),
+                        "the class has an operation with these types already");
         return name;
     }
 
@@ -224,7 +224,7 @@ private:
         }
         describe(operation, "operation", added, report);
         if (operation.stereotype == "inv" && types.empty())
-            return addInvariant(added);
+            return addInvariant(operation, added);
         Scope parameterNames;
         for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
             const Parameter& parameter = operation.parameters[i];
@@ -237,14 +237,16 @@ private:
     }
 
     // What the validators of Ecore ask: whether an object is as it must be.
-    static void addInvariant(pugi::xml_node operation)
+    void addInvariant(const Operation& operation, pugi::xml_node added)
     {
-        if (!operation.attribute("eType"))
-            set(operation, "eType", linkTo("EBoolean"));
-        pugi::xml_node diagnostics = operation.append_child("eParameters");
+        if (!added.attribute("eType"))
+            set(added, "eType", linkTo("EBoolean"));
+        for (const std::string_view name : {"diagnostics", "context"})
+            report.made("parameter", operation.id, name, "validators want it of an invariant");
+        pugi::xml_node diagnostics = added.append_child("eParameters");
         set(diagnostics, "name", "diagnostics");
         set(diagnostics, "eType", linkTo("EDiagnosticChain"));
-        pugi::xml_node context = operation.append_child("eParameters");
+        pugi::xml_node context = added.append_child("eParameters");
         set(context, "name", "context");
         pugi::xml_node type = context.append_child("eGenericType");
         set(type, "eClassifier", linkTo("EMap"));

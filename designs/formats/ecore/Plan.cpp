@@ -90,7 +90,7 @@ void Plan::findOutermost()
                 only = &child;
                 ++count;
             }
-        if (count != 1 || !package.classifiers.empty() || !package.associations.empty())
+        if (count != 1 || !package.classifiers.empty())
             return;
         report.left("package", package.id, package.name, "it holds nothing but the outermost package of the file");
         for (const Package& child : package.packages)
@@ -167,6 +167,11 @@ Metaclass Plan::metaclassOf(const Classifier& classifier) const
     return found == metaclasses.end() ? Metaclass::None : found->second;
 }
 
+std::string renamed(std::string_view from, std::string_view to)
+{
+    return std::string(from).append(", now ").append(to);
+}
+
 std::string takeName(Scope& scope, const Element& element, std::string_view kind, std::string_view otherwise,
                      Report& report)
 {
@@ -177,8 +182,8 @@ std::string takeName(Scope& scope, const Element& element, std::string_view kind
             wanted = own;
     std::string name = scope.take(wanted, otherwise);
     if (name != element.name)
-        report.made("name", element.id, element.name.empty() ? std::string_view(name) : std::string_view(element.name),
-                    "the " + std::string(kind) + " has one that is an identifier and occurs once: " + name);
+        report.made("name", element.id, element.name.empty() ? name : renamed(element.name, name),
+                    "the " + std::string(kind) + " has one that is an identifier and occurs once");
     return name;
 }
 

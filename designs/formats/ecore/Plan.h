@@ -102,6 +102,9 @@ private:
     std::vector<std::string> furtherNames;
 };
 
+/// "size, now size2": what the report calls what has got another name.
+[[nodiscard]] std::string renamed(std::string_view from, std::string_view to);
+
 /// The name that the element has in the scope; the report says when that is not its own.
 [[nodiscard]] std::string takeName(Scope& scope, const Element& element, std::string_view kind,
                                    std::string_view otherwise, Report& report);

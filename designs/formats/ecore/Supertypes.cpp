@@ -122,8 +122,7 @@ void Plan::makeUniqueAmongInherited()
                 name = plan.names.take(earlier, earlier);
             } while (inherited.contains(name));
             ++counts[name];
-            report.made("name", "", earlier,
-                        "a supertype of " + classifier->name + " has a feature of that name, so it is: " + name);
+            report.made("name", classifier->id, renamed(earlier, name), "a supertype has a feature of that name");
         });
     }
 }

@@ -25,16 +25,16 @@ struct DiagramType {
 };
 
 constexpr std::string_view classDiagram = "1";
+constexpr std::string_view useCaseDiagram = "2";
 constexpr std::array otherDiagrams = {
-    DiagramType{"2", "use case diagram"},      DiagramType{"3", "sequence diagram"},
-    DiagramType{"4", "collaboration diagram"}, DiagramType{"5", "state diagram"},
-    DiagramType{"6", "activity diagram"},      DiagramType{"7", "component diagram"},
-    DiagramType{"8", "deployment diagram"},    DiagramType{"9", "entity relationship diagram"},
-    DiagramType{"10", "object diagram"},
+    DiagramType{"3", "sequence diagram"},  DiagramType{"4", "collaboration diagram"},
+    DiagramType{"5", "state diagram"},     DiagramType{"6", "activity diagram"},
+    DiagramType{"7", "component diagram"}, DiagramType{"8", "deployment diagram"},
+    DiagramType{"10", "object diagram"},   DiagramType{"9", "entity relationship diagram"},
 };
 
-constexpr std::array<std::string_view, 5> boxWidgets = {"classwidget", "interfacewidget", "enumwidget",
-                                                        "datatypewidget", "packagewidget"};
+constexpr std::array<std::string_view, 7> boxWidgets = {
+    "classwidget", "interfacewidget", "enumwidget", "datatypewidget", "packagewidget", "actorwidget", "usecasewidget"};
 
 // Lines that are no relation of the model: what lies in a package, and what a note hangs at.
 constexpr std::string_view containment = "509";
@@ -103,7 +103,9 @@ private:
         diagram.id = xml::xmiAttribute(node, "id");
         diagram.name = node.attribute("name").value();
         diagram.documentation = node.attribute("documentation").value();
-        if (type != classDiagram) {
+        if (type == useCaseDiagram) {
+            diagram.kind = DiagramKind::UseCase;
+        } else if (type != classDiagram) {
             const DiagramType* const row = rowOf(otherDiagrams, type);
             report.left(row ? row->name : "diagram", diagram.id, diagram.name, classDiagramsOnly);
             return;

@@ -21,6 +21,7 @@ constexpr std::array classifierElements = {
     NamedClassifier{"Primitive", ClassifierKind::PrimitiveType},
     NamedClassifier{"Enumeration", ClassifierKind::Enumeration},
     NamedClassifier{"Actor", ClassifierKind::Actor, "Actor"},
+    NamedClassifier{"UseCase", ClassifierKind::UseCase},
     NamedClassifier{"Signal", ClassifierKind::Class, "signal"},
     NamedClassifier{"Component", ClassifierKind::Class, "component"},
     NamedClassifier{"Object", ClassifierKind::Class, "object"},
