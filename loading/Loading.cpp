@@ -11,7 +11,7 @@ namespace {
 [[noreturn]] void fail(const char* library)
 {
     const char* const reason = dlerror();
-    throw std::runtime_error(std::string(library) + " cannot be loaded: " + (reason ? reason : "unknown reason"));
+    throw NotLoaded(std::string(library) + " cannot be loaded: " + (reason ? reason : "unknown reason"));
 }
 
 } // namespace

@@ -1,9 +1,17 @@
 #pragma once
 
+#include <stdexcept>
+
 namespace loading {
 
+/// A library that cannot be opened; `what()` says which and why.
+class NotLoaded : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// The address of what the library of this file name shows as `name`. The library is looked for where the program looks
-/// for its own, and stays open until the program ends. Throws std::runtime_error that says why it cannot be opened.
+/// for its own, and stays open until the program ends. Throws NotLoaded.
 [[nodiscard]] const void* addressIn(const char* library, const char* name);
 
 /// The functions of a library, which it shows as a constant of this type.

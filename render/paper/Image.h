@@ -16,7 +16,7 @@ public:
 };
 
 /// The file of a picture in a format. `svg` is what `svgOf` gave. A PNG file has twice the dots of a screen, fewer when
-/// it would be too large; `warn` is told then. Throws ImageError, and std::runtime_error when there is no library that
+/// it would be too large; `warn` is told then. Throws ImageError, and loading::NotLoaded when there is no library that
 /// makes them.
 [[nodiscard]] std::string imageOf(const std::string& svg, ImageFormat format,
                                   const std::function<void(const std::string&)>& warn);

@@ -14,6 +14,7 @@
 #include "tool/terminal/Findings.h"
 #include "tool/terminal/Progress.h"
 
+#include "loading/Loading.h"
 #include "reader/index/Index.h"
 #include "render/Draw.h"
 #include "render/paper/Image.h"
@@ -199,8 +200,21 @@ private:
         return picture;
     }
 
+    // Where there is no library that draws, one message says so for all pictures.
+    static void endWithoutLibrary(const Picture& picture)
+    {
+        try {
+            if (picture.failure)
+                std::rethrow_exception(picture.failure);
+        } catch (const loading::NotLoaded&) {
+            throw;
+        } catch (...) { // is told of the picture alone
+        }
+    }
+
     [[nodiscard]] int write(const Picture& picture, const Diagram& diagram, const std::string& file)
     {
+        endWithoutLibrary(picture);
         return reportFailures(making.input, file, [&] {
             for (const std::string& warning : picture.warnings)
                 if (!request.isQuiet)
