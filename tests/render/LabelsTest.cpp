@@ -150,4 +150,21 @@ TEST(Labels, MessagesAreNumberedWhereTheModelSaysSo)
     EXPECT_EQ(self[2].y - self[1].y, 30);
 }
 
+// Where boxes stand on both sides of the middle of a line its label goes along the line.
+TEST(Labels, OfExportsLeaveBoxesFree)
+{
+    const Parsed picture(std::string(roseTwoBoxes) + R"((object ClassView "Class" "C" @5 location (700, 275)
+width 240 height 110) (object ClassView "Class" "D" @6 location (700, 125) width 240 height 110)
+(object UsesView "" @3 client @1 supplier @2 label (object SegLabel @4 anchor_loc 1 label "words" location (0, 0))))",
+                         "", render::mostInSvg, exportStart);
+    const render::Rect label = roomOf(itemOf(picture.svg, 3).child("text"), picture.drawn.measure);
+    for (const int box : {1, 2, 5, 6}) {
+        const render::Rect rect = rectOf(itemOf(picture.svg, box).child("rect"));
+        EXPECT_FALSE(label.left < rect.right && rect.left < label.right && label.top < rect.bottom &&
+                     rect.top < label.bottom)
+            << box;
+    }
+    EXPECT_NEAR(label.centre().y, 200, 60) << "and stays at its line";
+}
+
 } // namespace

@@ -47,6 +47,7 @@ TEST(Picture, KeepsTextsOfTheFileText)
     } rows[] = {
         {"<script>alert(1)</script>", "&lt;script&gt;alert(1)&lt;/script&gt;"},
         {"a\x01\x1b[31mb\x7f", "a[31mb"},
+        {"\u00C0\u00A9\u0085z", "\u00C0\u00A9z"},
         {"]]>&amp;", "]]&gt;&amp;amp;"},
         {"\\\"quoted\\\"", "\"quoted\""},
     };

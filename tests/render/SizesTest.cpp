@@ -91,6 +91,20 @@ TEST(Sizes, TextsAreSqueezedAndThenCut)
     }
 }
 
+// The name of a component leaves its sockets free, which take 0.285 of the width.
+TEST(Sizes, ComponentsBreakTheirNamesBesideTheirSockets)
+{
+    const std::pair<int, std::vector<std::string>> rows[] = {
+        {400, {"abcdef", "ghijkl"}}, // 286 are left for 13 letters of 20.5
+        {470, {"abcdef ghijkl"}},
+    };
+    for (const auto& [width, lines] : rows) {
+        const Parsed picture("(object ModView \"abcdef ghijkl\" @1 location (500, 500) height 200 width " +
+                             std::to_string(width) + ")");
+        EXPECT_EQ(textsOf(itemOf(picture.svg, 1)), lines) << width;
+    }
+}
+
 TEST(Sizes, ThoseOfWhatHasNoSizeAreUsual)
 {
     const struct {
