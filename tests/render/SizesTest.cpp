@@ -95,8 +95,8 @@ TEST(Sizes, TextsAreSqueezedAndThenCut)
 TEST(Sizes, ComponentsBreakTheirNamesBesideTheirSockets)
 {
     const std::pair<int, std::vector<std::string>> rows[] = {
-        {400, {"abcdef", "ghijkl"}}, // 286 are left for 13 letters of 20.5
-        {470, {"abcdef ghijkl"}},
+        {330, {"abcdef", "ghijkl"}}, // 236 are left for 13 letters of 20.5
+        {400, {"abcdef ghijkl"}},
     };
     for (const auto& [width, lines] : rows) {
         const Parsed picture("(object ModView \"abcdef ghijkl\" @1 location (500, 500) height 200 width " +
