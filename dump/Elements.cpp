@@ -3,6 +3,7 @@
 #include "dump/Walk.h"
 #include "reader/index/Kinds.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -57,13 +58,13 @@ class ElementsVisitor : public Visitor {
 public:
     explicit ElementsVisitor(Elements& theElements) : elements(theElements) {}
 
-    void beginFile(std::size_t) override
+    void beginFile(std::size_t /*file*/) override
     {
         if (!around.empty()) // the root of the unit stands for this one
             elements.entries[around.back()].category = Category::none;
     }
 
-    void beginObject(const Object& object, const Member&, const Extent&) override
+    void beginObject(const Object& object, const Member& /*member*/, const Extent& /*extent*/) override
     {
         const auto number = static_cast<Elements::Number>(elements.entries.size());
         Elements::Entry entry{&object, 0, 0, categoryOf(object)};
@@ -80,9 +81,9 @@ public:
     }
 
     void endObject() override { around.pop_back(); }
-    void beginList(const Member&, const Extent&) override {}
+    void beginList(const Member& /*member*/, const Extent& /*extent*/) override {}
     void endList() override {}
-    void value(const Member&, const Extent&) override {}
+    void value(const Member& /*member*/, const Extent& /*extent*/) override {}
 
 private:
     Elements& elements;
@@ -124,8 +125,9 @@ std::string Elements::qualifiedName(Number number) const
             return {};
     }
     std::string result;
-    for (auto name = names.rbegin(); name != names.rend(); ++name)
-        result.append(result.empty() ? "" : separator).append(*name);
+    std::ranges::reverse(names);
+    for (const std::string& name : names)
+        result.append(result.empty() ? "" : separator).append(name);
     return result;
 }
 

@@ -38,7 +38,7 @@ SqliteFile::Access& accessOf(sqlite3_file* file)
     return *reinterpret_cast<OpenFile*>(file)->access;
 }
 
-int closeFile(sqlite3_file*)
+int closeFile(sqlite3_file* /*file*/)
 {
     return SQLITE_OK;
 }
@@ -85,7 +85,7 @@ int truncateFile(sqlite3_file* file, sqlite3_int64 size)
 }
 
 // Who puts the file in place makes it last.
-int syncFile(sqlite3_file*, int)
+int syncFile(sqlite3_file* /*file*/, int /*flags*/)
 {
     return SQLITE_OK;
 }
@@ -99,28 +99,28 @@ int sizeOfFile(sqlite3_file* file, sqlite3_int64* size)
     return SQLITE_OK;
 }
 
-int lockFile(sqlite3_file*, int)
+int lockFile(sqlite3_file* /*file*/, int /*lock*/)
 {
     return SQLITE_OK;
 }
 
-int isReserved(sqlite3_file*, int* result)
+int isReserved(sqlite3_file* /*file*/, int* result)
 {
     *result = 0;
     return SQLITE_OK;
 }
 
-int controlFile(sqlite3_file*, int, void*)
+int controlFile(sqlite3_file* /*file*/, int /*request*/, void* /*argument*/)
 {
     return SQLITE_NOTFOUND;
 }
 
-int sectorSize(sqlite3_file*)
+int sectorSize(sqlite3_file* /*file*/)
 {
     return 0; // the usual one
 }
 
-int characteristics(sqlite3_file*)
+int characteristics(sqlite3_file* /*file*/)
 {
     return 0;
 }
@@ -145,7 +145,7 @@ constexpr sqlite3_io_methods methods = {.iVersion = 1,
                                         .xFetch = nullptr,
                                         .xUnfetch = nullptr};
 
-int openFile(sqlite3_vfs* system, const char*, sqlite3_file* file, int flags, int* flagsTaken)
+int openFile(sqlite3_vfs* system, const char* /*name*/, sqlite3_file* file, int flags, int* flagsTaken)
 {
     const bool isDatabase = (static_cast<unsigned>(flags) & static_cast<unsigned>(SQLITE_OPEN_MAIN_DB)) != 0;
     new (file) OpenFile{{isDatabase ? &methods : nullptr}, static_cast<SqliteFile::Access*>(system->pAppData)};
@@ -154,42 +154,42 @@ int openFile(sqlite3_vfs* system, const char*, sqlite3_file* file, int flags, in
     return isDatabase ? SQLITE_OK : SQLITE_CANTOPEN;
 }
 
-int removeFile(sqlite3_vfs*, const char*, int)
+int removeFile(sqlite3_vfs* /*system*/, const char* /*name*/, int /*sync*/)
 {
     return SQLITE_OK;
 }
 
-int isFileThere(sqlite3_vfs*, const char*, int, int* result)
+int isFileThere(sqlite3_vfs* /*system*/, const char* /*name*/, int /*flags*/, int* result)
 {
     *result = 0;
     return SQLITE_OK;
 }
 
-int fullPath(sqlite3_vfs*, const char* name, int size, char* result)
+int fullPath(sqlite3_vfs* /*system*/, const char* name, int size, char* result)
 {
     std::strncpy(result, name, static_cast<std::size_t>(size));
     return SQLITE_OK;
 }
 
 // Nothing that is written depends on it, so two dumps of a file are the same.
-int randomBytes(sqlite3_vfs*, int count, char* bytes)
+int randomBytes(sqlite3_vfs* /*system*/, int count, char* bytes)
 {
     std::fill_n(bytes, count, '\0');
     return count;
 }
 
-int sleepFor(sqlite3_vfs*, int)
+int sleepFor(sqlite3_vfs* /*system*/, int /*microseconds*/)
 {
     return 0;
 }
 
-int currentTime(sqlite3_vfs*, double* time)
+int currentTime(sqlite3_vfs* /*system*/, double* time)
 {
     *time = 0;
     return SQLITE_OK;
 }
 
-int lastError(sqlite3_vfs* system, int, char*)
+int lastError(sqlite3_vfs* system, int /*size*/, char* /*text*/)
 {
     return static_cast<SqliteFile::Access*>(system->pAppData)->error;
 }

@@ -51,7 +51,7 @@ public:
     void beginList(const Member& member, const Extent& extent) override
     {
         targets.beginList(member);
-        addProperty(member, nameOfKind(*member.value), extent);
+        addProperty(member, nameOfKind(*member.value));
         row.none().none().none();
         addPlace(extent);
         row.give(sink, TableName::properties);
@@ -62,7 +62,7 @@ public:
 
     void value(const Member& member, const Extent& extent) override
     {
-        addProperty(member, nameOfKind(*member.value), extent);
+        addProperty(member, nameOfKind(*member.value));
         row.text(textMeant(*member.value, room));
         if (const auto target = targets.of(member))
             row.object(target->object).text(target->state);
@@ -100,14 +100,14 @@ private:
     {
         const auto names = object.names();
         for (std::size_t i = 2; i < names.size(); ++i) {
-            addProperty({.position = i, .value = &names[i]}, "name", extent);
+            addProperty({.position = i, .value = &names[i]}, "name");
             row.text(names[i].asText()).none().none();
             addPlace(extent);
             row.give(sink, TableName::properties);
         }
     }
 
-    void addProperty(const Member& member, std::string_view kind, const Extent&)
+    void addProperty(const Member& member, std::string_view kind)
     {
         row.number(++properties).number(open.back().object).object(open.back().list);
         addPosition(member);

@@ -44,7 +44,7 @@ private:
     };
 
     [[nodiscard]] Target viewTarget(const Member& member) const;
-    [[nodiscard]] Target quidTarget(const reader::Value& quid, std::size_t key);
+    [[nodiscard]] Target quidTarget(const reader::Value& value, std::size_t key);
     [[nodiscard]] const std::string& nameBehind(std::size_t key);
 
     const Source& source;

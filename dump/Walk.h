@@ -39,7 +39,7 @@ public:
     virtual ~Visitor() = default;
 
     /// Its `Petal` object and its root follow, as far as there are any.
-    virtual void beginFile(std::size_t) {}
+    virtual void beginFile(std::size_t /*file*/) {}
     virtual void endFile() {}
     virtual void beginObject(const reader::Object& object, const Member& member, const Extent& extent) = 0;
     virtual void endObject() = 0;

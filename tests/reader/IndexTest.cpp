@@ -85,6 +85,29 @@ TEST(Index, FindsViewsByTheirDiagram)
     EXPECT_EQ(index.viewsOf(*element), std::vector<const Object*>{first});
 }
 
+TEST(Index, FindsViewsWhoseNumbersAreThoseOfOthers)
+{
+    const Document document = read(model(
+        "m (object Mechanism @1)\n"
+        "a (object ClassDiagram \"A\" items (list diagram_item_list (object V \"a1\" @1) (object V \"a2\" @2)))\n"
+        "b (object ClassDiagram \"B\" items (list diagram_item_list (object V \"b1\" @1) (object V \"again\" @1)))\n"
+        "c (object ClassDiagram \"C\" items (list diagram_item_list))"));
+    const Index index(document);
+    const struct {
+        const char* diagram;
+        std::uint32_t number;
+        const char* name; // of the view; empty for none
+    } rows[] = {{"a", 1, "a1"}, {"b", 1, "b1"}, {"c", 1, ""}, {"a", 2, "a2"}, {"c", 2, "a2"}, {"a", 3, ""}};
+    for (const auto& [key, number, name] : rows) {
+        const Object* const view = index.view(*document.root().object(key), number);
+        EXPECT_EQ(view ? view->name() : "", name) << key << ' ' << number;
+    }
+    EXPECT_EQ(index.viewIn(nullptr, document.root(), 1), document.root().object("m"));
+    EXPECT_EQ(index.viewIn(nullptr, document.root(), 2), nullptr);
+    EXPECT_EQ(index.view(document.root(), 1), nullptr); // which is no diagram, and there are several in the file
+    EXPECT_EQ(index.duplicateViews().size(), 1U);
+}
+
 TEST(Index, TellsReferencesThatLeadNowhereApart)
 {
     const std::string stub = "(object Class_Category \"U\"\nis_unit TRUE\nfile_name \"u.cat\")";
