@@ -22,6 +22,7 @@ ERRORS = {
     "read": ["EIO", "EINTR"],
     "pread64": ["EIO", "EINTR"],
     "write": ["ENOSPC", "EINTR"],
+    "pwrite64": ["ENOSPC", "EINTR"],
     "fsync": ["EIO"],
     "ftruncate": ["EIO"],
     "fallocate": ["ENOSPC", "EOPNOTSUPP"],
@@ -206,6 +207,7 @@ def cases(petal, source):
     yield Case("draw svg", ["draw", "m.mdl", "-o", "out.svg"] + diagram, {"m.mdl": rose}, "out.svg", b"old")
     yield Case("draw png", ["draw", "m.mdl", "-o", "out.png"] + diagram, {"m.mdl": rose}, "out.png")
     yield Case("browse", ["browse", "m.mdl", "-o", "out"], {"m.mdl": rose}, "out", b"old")
+    yield Case("dump sqlite", ["dump", "-q", "m.mdl", "--sqlite", "out"], {"m.mdl": rose}, "out", b"old")
 
 
 def can_trace():
