@@ -182,14 +182,38 @@ void completeAssociations(Package& root, const Extension& extension)
     });
 }
 
+const Details* detailsOf(const Extension& extension, const Element& element)
+{
+    const auto found = element.id.empty() ? extension.details.end() : extension.details.find(element.id);
+    return found == extension.details.end() ? nullptr : &found->second;
+}
+
+void nameType(const Extension& extension, const Element& element, Reference& type)
+{
+    const Details* const details = detailsOf(extension, element);
+    if (details && type.name.empty())
+        type.name = details->typeName;
+}
+
+void completeFeatures(Classifier& classifier, const Extension& extension)
+{
+    for (Attribute& attribute : classifier.attributes) {
+        nameType(extension, attribute, attribute.type);
+        if (const Details* const details = detailsOf(extension, attribute))
+            attribute.containment = containmentNamed(details->containment);
+    }
+    for (Operation& operation : classifier.operations) {
+        if (const Details* const details = detailsOf(extension, operation))
+            operation.concurrency = concurrencyNamed(details->concurrency);
+        for (Parameter& parameter : operation.parameters)
+            nameType(extension, parameter, parameter.type);
+    }
+}
+
 void completeElements(Package& root, const Extension& extension)
 {
-    const auto detailsOf = [&](const Element& element) {
-        const auto found = element.id.empty() ? extension.details.end() : extension.details.find(element.id);
-        return found == extension.details.end() ? nullptr : &found->second;
-    };
     forEachElement(root, [&](Element& element) {
-        const Details* const details = detailsOf(element);
+        const Details* const details = detailsOf(extension, element);
         if (!details)
             return;
         if (element.documentation.empty())
@@ -197,27 +221,11 @@ void completeElements(Package& root, const Extension& extension)
         addWord(element.stereotype, details->stereotype);
         element.properties = details->properties;
     });
-    const auto nameType = [&](const Element& element, Reference& type) {
-        const Details* const details = detailsOf(element);
-        if (details && type.name.empty())
-            type.name = details->typeName;
-    };
     forEachPackage(root, [&](Package& package) {
-        for (Classifier& classifier : package.classifiers) {
-            for (Attribute& attribute : classifier.attributes) {
-                nameType(attribute, attribute.type);
-                if (const Details* const details = detailsOf(attribute))
-                    attribute.containment = containmentNamed(details->containment);
-            }
-            for (Operation& operation : classifier.operations) {
-                if (const Details* const details = detailsOf(operation))
-                    operation.concurrency = concurrencyNamed(details->concurrency);
-                for (Parameter& parameter : operation.parameters)
-                    nameType(parameter, parameter.type);
-            }
-        }
+        for (Classifier& classifier : package.classifiers)
+            completeFeatures(classifier, extension);
         for (Relationship& relationship : package.relationships)
-            if (const Details* const details = detailsOf(relationship))
+            if (const Details* const details = detailsOf(extension, relationship))
                 relationship.isVirtual = details->isVirtual;
     });
 }

@@ -31,6 +31,11 @@ View::View(Notation& notation, const char* name, std::string_view type, std::str
     element.with("xmi:type", type).with("xmi:id", viewId).withSome("type", kind);
 }
 
+void writePart(Notation& notation, const char* name, std::string_view type, std::string_view kind)
+{
+    const View part(notation, name, type, kind);
+}
+
 void writeElement(Notation& notation, const char* name, std::string_view type, std::string_view id)
 {
     xml::Element(notation.xml, name).with("xmi:type", type).with("href", (notation.writing.stem + ".uml#").append(id));

@@ -55,6 +55,9 @@ private:
     xml::Element element;
 };
 
+/// A part that says nothing but what it is.
+void writePart(Notation& notation, const char* name, std::string_view type, std::string_view kind = {});
+
 /// <element xmi:type="uml:Class" href="shop.uml#_1"/>, the element that a view shows.
 void writeElement(Notation& notation, const char* name, std::string_view type, std::string_view id);
 

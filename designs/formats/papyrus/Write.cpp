@@ -14,7 +14,7 @@ void writeStyles(Notation& notation, std::string_view kind, std::string_view own
     View(notation, "styles", "notation:StringValueStyle")
         .with("name", "diagram_compatibility_version")
         .with("stringValue", "1.4.0");
-    View(notation, "styles", "notation:DiagramStyle");
+    writePart(notation, "styles", "notation:DiagramStyle");
     View style(notation, "styles", "style:PapyrusDiagramStyle");
     style.with("diagramKindId", std::string("org.eclipse.papyrus.uml.diagram.").append(kind));
     writeElement(notation, "owner", ownerType, ownerId);

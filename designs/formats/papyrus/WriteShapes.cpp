@@ -86,7 +86,7 @@ private:
         writeFont(shape, box.appearance);
         writeColour(shape, "fillColor", box.appearance.fillColor);
         writeColour(shape, "lineColor", box.appearance.lineColor);
-        View(notation, "children", "notation:DecorationNode", std::string(name) + "_NameLabel");
+        writePart(notation, "children", "notation:DecorationNode", std::string(name) + "_NameLabel");
     }
 
     void finish(const View& shape, std::string_view type, std::string_view id)
@@ -129,8 +129,8 @@ private:
             compartment.with("visible", "false");
         writeContent();
         for (const std::string_view style : {"notation:TitleStyle", "notation:SortingStyle", "notation:FilteringStyle"})
-            View(notation, "styles", style);
-        View(notation, "layoutConstraint", "notation:Bounds");
+            writePart(notation, "styles", style);
+        writePart(notation, "layoutConstraint", "notation:Bounds");
     }
 
     // A feature is shown by a view of its own.
@@ -140,7 +140,7 @@ private:
         for (const Element& feature : features) {
             const View label(notation, "children", "notation:Shape", kind);
             writeElement(notation, "element", type, notation.model.identifierOfFeature(feature));
-            View(notation, "layoutConstraint", "notation:Location");
+            writePart(notation, "layoutConstraint", "notation:Location");
         }
     }
 

@@ -62,7 +62,7 @@ void Output::begin(std::string_view type, std::string_view id, std::string_view 
 
 std::string Output::begin(std::string_view type, const Element& element, std::string_view parent)
 {
-    const std::string id = idOf(element);
+    std::string id = idOf(element);
     begin(type, id, parent);
     textIfAny("name", element.name);
     textIfAny("documentation", element.documentation);
