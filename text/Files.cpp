@@ -38,13 +38,19 @@ private:
 class OwnReasons : public std::error_category {
 public:
     [[nodiscard]] const char* name() const noexcept override { return "text::Files"; }
-    [[nodiscard]] std::string message(int /*number*/) const override { return "it is no regular file"; }
+    [[nodiscard]] std::string message(int number) const override
+    {
+        return number == irregular ? "it is no regular file" : "parts of it were never written";
+    }
+
+    static constexpr int irregular = 1;
+    static constexpr int hasHole = 2;
 };
 
-[[noreturn]] void failAsIrregular(const std::string& path)
+[[noreturn]] void failBecause(int ownReason, const std::string& path)
 {
     static const OwnReasons reasons;
-    throw FileUnreadable(1, reasons, path);
+    throw FileUnreadable(ownReason, reasons, path);
 }
 
 // A signal may come while the system waits for what lies behind a name.
@@ -64,11 +70,24 @@ std::size_t sizeOfRegular(const struct stat& status, const std::string& path, st
     if (S_ISDIR(status.st_mode))
         fail(path, EISDIR);
     if (!S_ISREG(status.st_mode))
-        failAsIrregular(path);
+        failBecause(OwnReasons::irregular, path);
     const std::size_t size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
     if (size > mostBytes)
         fail(path, EFBIG);
     return size;
+}
+
+// No text has holes. A file that is little else takes no room on the disk, and much memory.
+void refuseHoles(int descriptor, std::size_t size, const std::string& path)
+{
+    constexpr std::size_t littleMemory = std::size_t{16} * 1024 * 1024;
+    if (size <= littleMemory)
+        return;
+    const off_t hole = lseek(descriptor, 0, SEEK_HOLE); // the end of the file where there is none
+    if (hole >= 0 && static_cast<std::size_t>(hole) < size)
+        failBecause(OwnReasons::hasHole, path);
+    if (lseek(descriptor, 0, SEEK_SET) != 0)
+        fail(path, errno);
 }
 
 std::size_t readSome(int descriptor, char* to, std::size_t room, const std::string& path)
@@ -129,6 +148,7 @@ std::string readNamedFile(const std::string& path, std::size_t mostBytes)
         fail(path, errno);
     ReadRecord::note(path, status);
     const std::size_t size = sizeOfRegular(status, path, mostBytes);
+    refuseHoles(file.get(), size, path);
     std::string bytes;
     bytes.reserve(size + roomBehind);
     bytes.resize(size);

@@ -23,7 +23,8 @@ inline constexpr std::size_t roomBehind = 64;
 
 /// The same for a file that another file names, whose writer is not trusted: `-` is a name as any other, and what is no
 /// regular file is refused before it is opened, for to open a device or a pipe may already do something or wait. No
-/// more is read than the size that the file system tells, which is nothing of what the system makes up on the way.
+/// more is read than the size that the file system tells, which is nothing of what the system makes up on the way; and
+/// nothing of a large file with holes, which take no room on the disk.
 [[nodiscard]] std::string readNamedFile(const std::string& path,
                                         std::size_t mostBytes = std::numeric_limits<std::size_t>::max());
 

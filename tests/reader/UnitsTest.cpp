@@ -141,8 +141,10 @@ TEST(Units, AreRegularFilesBySize)
     const TemporaryFolder folder;
     fs::create_directories(folder.path() / "m" / "folder.cat");
     ASSERT_EQ(mkfifo((folder / "m/pipe.cat").c_str(), 0600), 0);
-    folder.write("m/sparse.cat", "");
-    fs::resize_file(folder / "m/sparse.cat", (std::uintmax_t{1} << 30U) + 1);
+    folder.write("m/long.cat", "");
+    fs::resize_file(folder / "m/long.cat", (std::uintmax_t{1} << 30U) + 1);
+    folder.write("m/sparse.cat", unit("U"));
+    fs::resize_file(folder / "m/sparse.cat", (std::uintmax_t{1} << 30U) - 1);
     std::string upToRoot;
     for (int i = 0; i < 100; ++i)
         upToRoot += "/..";
@@ -153,7 +155,8 @@ TEST(Units, AreRegularFilesBySize)
     } rows[] = {
         {"pipe.cat", base + "/pipe.cat: it is no regular file"},
         {"folder.cat", "there is no such file"},
-        {"sparse.cat", base + "/sparse.cat: the file is larger than 1 GiB"},
+        {"long.cat", base + "/long.cat: the file is larger than 1 GiB"},
+        {"sparse.cat", base + "/sparse.cat: parts of it were never written"},
         {"$curdir" + upToRoot + "/dev/zero", base + upToRoot + "/dev/zero: it is no regular file"},
         {"$curdir" + upToRoot + "/proc/self/pagemap",
          base + upToRoot + "/proc/self/pagemap: no petal file: it is empty"},
