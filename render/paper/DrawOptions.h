@@ -9,7 +9,7 @@ class TextMeasure;
 
 /// Of a picture as SVG, and of one that becomes an image, which takes longer.
 inline constexpr double mostInSvg = 500000;
-inline constexpr double mostInImage = 60000;
+inline constexpr double mostInImage = 50000;
 
 struct DrawOptions {
     /// In front of every `id` in the picture, so that several pictures can stand in one page.

@@ -1,9 +1,11 @@
 #include "tool/pictures/PagePictures.h"
 
-#include "render/Draw.h"
-#include "render/paper/Image.h"
 #include "tool/terminal/Progress.h"
 #include "tool/terminal/Reporting.h"
+
+#include "render/Draw.h"
+#include "render/paper/Image.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,6 +35,9 @@ std::string PagePictures::draw(const reader::Document& document, const reader::I
     }
     render::DrawOptions options;
     options.mostElements = elements;
+    options.warn = [&](const std::string& warning) {
+        warnings.push_back(text::onOneLine(diagram.name) + ": " + warning);
+    };
     options.idPrefix.append("p").append(std::to_string(number - 1)).append("-");
     try {
         std::string svg = render::svgOf(document, index, diagram, options);
@@ -45,6 +50,8 @@ std::string PagePictures::draw(const reader::Document& document, const reader::I
 
 void PagePictures::reportLeftOut() const
 {
+    for (const std::string& warning : warnings)
+        report(page + ": " + warning);
     if (leftOut > 0)
         report(page + ": the page would be too large; left out: the last " + std::to_string(leftOut) + " of " +
                std::to_string(expected) + " pictures");

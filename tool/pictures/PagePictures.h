@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// Draws the pictures of one page, which share their room: one class may stand in many diagrams.
 class PagePictures {
@@ -15,7 +16,7 @@ public:
     /// Throws `render::ImageError`.
     [[nodiscard]] std::string draw(const reader::Document& document, const reader::Index& index,
                                    const reader::Diagram& diagram);
-    /// Says on standard error how many were left out, if any were.
+    /// Says on standard error which are not as they are meant, and how many were left out.
     void reportLeftOut() const;
 
 private:
@@ -24,6 +25,7 @@ private:
     double bytesLeft;
     std::size_t number = 0;
     std::size_t leftOut = 0;
+    std::vector<std::string> warnings;
 };
 
 /// Bytes of all files of a document.
