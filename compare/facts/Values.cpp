@@ -24,7 +24,7 @@ void append(std::string& text, const Value& value, int depth);
 void appendNumber(std::string& text, double number)
 {
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    auto* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
     text.append(digits, end);
 }
 

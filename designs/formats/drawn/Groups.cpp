@@ -110,6 +110,7 @@ Side sideOf(const Box* box, const Box* other)
 std::vector<const Box*> inReadingOrder(const std::vector<Box>& boxes)
 {
     std::vector<const Box*> order;
+    order.reserve(boxes.size());
     for (const Box& box : boxes)
         order.push_back(&box);
     const auto isBefore = [](const Box* a, const Box* b) {

@@ -195,7 +195,7 @@ void Plan::namePackage(const Package& package, const std::string& path)
         if (metaclassOf(classifier) == Metaclass::None)
             continue;
         std::string name = takeName(scope, classifier, design::nameOf(classifier.kind), "Class", report);
-        paths.emplace(&classifier, path + "/" + name);
+        paths.emplace(&classifier, std::string(path).append("/").append(name));
         names.emplace(&classifier, std::move(name));
     }
     Scope packageNames;
@@ -203,7 +203,7 @@ void Plan::namePackage(const Package& package, const std::string& path)
         names.emplace(&package, takeName(packageNames, package, "package", writing.stem, report));
     for (const Package* const child : packagesIn(package)) {
         std::string name = takeName(packageNames, *child, "package", "package", report);
-        namePackage(*child, path + "/" + name);
+        namePackage(*child, std::string(path).append("/").append(name));
         names.emplace(child, std::move(name));
     }
 }

@@ -86,6 +86,8 @@ private:
     void planAssociation(const Association& association);
     void addReference(const Association& association, std::size_t end);
     void makeUniqueAmongInherited();
+    struct SharedNames;
+    [[nodiscard]] std::unordered_set<std::string> inheritedNames(const ClassPlan& plan, SharedNames& shared) const;
 
     const Writing& writing;
     Report& report;

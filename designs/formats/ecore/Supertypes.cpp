@@ -10,6 +10,24 @@
 
 namespace design::ecore {
 
+namespace {
+
+template <typename Class, typename Visit>
+void forEachName(Class& plan, const Visit& visit)
+{
+    for (auto& attribute : plan.attributes)
+        visit(attribute.name);
+    for (auto& reference : plan.references)
+        visit(reference.name);
+}
+
+} // namespace
+
+struct Plan::SharedNames {
+    std::unordered_map<std::string, std::size_t> counts; // of the classes that have a feature of the name
+    std::size_t stepsLeft = 2000000;
+};
+
 void Plan::planSupertypes()
 {
     forEachPackage(writing.design.root, [&](const Package& package) {
@@ -82,38 +100,37 @@ void Plan::dropCycles()
     }
 }
 
-// A class has each name once, those of its supertypes included. Only names that occur in several classes are looked for
-// in supertypes, and not for ever.
+// Only names that occur in several classes are looked for in supertypes, and not for ever.
+std::unordered_set<std::string> Plan::inheritedNames(const ClassPlan& plan, SharedNames& shared) const
+{
+    std::unordered_set<const Classifier*> met;
+    std::unordered_set<std::string> inherited;
+    std::vector<const Classifier*> open = plan.supertypes;
+    while (!open.empty() && shared.stepsLeft > 0) {
+        const Classifier* const supertype = open.back();
+        open.pop_back();
+        if (!met.insert(supertype).second)
+            continue;
+        const ClassPlan& other = classes.at(supertype);
+        forEachName(other, [&](const std::string& name) {
+            shared.stepsLeft -= shared.stepsLeft > 0 ? 1 : 0;
+            if (shared.counts.at(name) > 1)
+                inherited.insert(name);
+        });
+        open.insert(open.end(), other.supertypes.begin(), other.supertypes.end());
+    }
+    return inherited;
+}
+
+// A class has each name once, those of its supertypes included.
 void Plan::makeUniqueAmongInherited()
 {
-    const auto forEachName = [](ClassPlan& plan, const auto& visit) {
-        for (AttributePlan& attribute : plan.attributes)
-            visit(attribute.name);
-        for (ReferencePlan& reference : plan.references)
-            visit(reference.name);
-    };
-    std::unordered_map<std::string, std::size_t> counts;
+    SharedNames shared;
     for (const Classifier* const classifier : inOrder)
-        forEachName(classes.at(classifier), [&](const std::string& name) { ++counts[name]; });
-    std::size_t stepsLeft = 2000000;
+        forEachName(classes.at(classifier), [&](const std::string& name) { ++shared.counts[name]; });
     for (const Classifier* const classifier : supertypesFirst) {
         ClassPlan& plan = classes.at(classifier);
-        std::unordered_set<const Classifier*> met;
-        std::unordered_set<std::string> inherited;
-        std::vector<const Classifier*> open = plan.supertypes;
-        while (!open.empty() && stepsLeft > 0) {
-            const Classifier* const supertype = open.back();
-            open.pop_back();
-            if (!met.insert(supertype).second)
-                continue;
-            ClassPlan& other = classes.at(supertype);
-            forEachName(other, [&](const std::string& name) {
-                stepsLeft -= stepsLeft > 0 ? 1 : 0;
-                if (counts.at(name) > 1)
-                    inherited.insert(name);
-            });
-            open.insert(open.end(), other.supertypes.begin(), other.supertypes.end());
-        }
+        const std::unordered_set<std::string> inherited = inheritedNames(plan, shared);
         forEachName(plan, [&](std::string& name) {
             if (!inherited.contains(name))
                 return;
@@ -121,7 +138,7 @@ void Plan::makeUniqueAmongInherited()
             do {
                 name = plan.names.take(earlier, earlier);
             } while (inherited.contains(name));
-            ++counts[name];
+            ++shared.counts[name];
             report.made("name", classifier->id, renamed(earlier, name), "a supertype has a feature of that name");
         });
     }

@@ -34,7 +34,7 @@ bool isControl(char byte)
 // Whether `<` stands in front of what could be a tag, a stereotype or an icon.
 bool opensTag(std::string_view behind)
 {
-    const auto end = std::find_if_not(behind.begin(), behind.end(), isLetter);
+    const auto* const end = std::find_if_not(behind.begin(), behind.end(), isLetter);
     const std::string word = text::lowerCase(behind.substr(0, static_cast<std::size_t>(end - behind.begin())));
     return word.empty() || word == "strike" || std::find(tags.begin(), tags.end(), word) != tags.end();
 }

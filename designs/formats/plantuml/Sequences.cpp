@@ -124,7 +124,8 @@ std::string sequenceOf(const rose::DrawnDiagram& diagram)
             out.append("destroy ").append(first).append("\n");
             break;
         case StepKind::Note:
-            addNote(out, step.note->text, step.figures.size() > 1 ? first + ", " + last : first);
+            addNote(out, step.note->text,
+                    step.figures.size() > 1 ? std::string(first).append(", ").append(last) : first);
             break;
         }
     }

@@ -157,7 +157,7 @@ private:
     }
 
     // Whether it hides all of them; the tool cannot hide some.
-    bool hides(const std::array<bool, 4>& hidden, std::string_view what) const
+    [[nodiscard]] bool hides(const std::array<bool, 4>& hidden, std::string_view what) const
     {
         const bool all = std::all_of(hidden.begin(), hidden.end(), [](bool each) { return each; });
         if (!all && std::any_of(hidden.begin(), hidden.end(), [](bool each) { return each; }))
