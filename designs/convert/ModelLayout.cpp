@@ -179,7 +179,7 @@ private:
     std::string known(KivModelObject& object, Add add)
     {
         const auto [place, isNew] = idOfObject.try_emplace(&object, std::to_string(ids.size()));
-        const std::string id = place->second;
+        std::string id = place->second;
         if (isNew) {
             ids.emplace_back(&object, id);
             add(id);
