@@ -39,7 +39,7 @@ public:
     {
         if constexpr (std::is_base_of_v<KivModelObject, Element>)
             ++objectCount;
-        Element* const element = model.create<Element>();
+        auto* const element = model.create<Element>();
         if (places)
             places->made.emplace_back(element, places->current);
         return element;
