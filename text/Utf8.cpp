@@ -33,7 +33,7 @@ bool isBetween(char32_t value, char32_t first, char32_t last)
 
 bool isUtf8(std::string_view text)
 {
-    return simdjson::validate_utf8(text.data(), text.size());
+    return text.empty() || simdjson::validate_utf8(text.data(), text.size());
 }
 
 std::size_t characterLength(std::string_view text)

@@ -21,6 +21,7 @@ bool canBeWalked(std::string_view text)
 
 TEST(Utf8, IsWalkedAsItIsChecked)
 {
+    EXPECT_TRUE(text::isUtf8({})) << "nothing at all";
     // Every pair of bytes, in front of what could make it whole.
     for (unsigned first = 0; first < 0x100; ++first) {
         for (unsigned second = 0; second < 0x100; ++second) {
