@@ -49,10 +49,13 @@ void readPackage(Reading& reading, const Object& object, Package& package)
         readDiagram(reading, *diagram, object, package);
 }
 
+// Rose gives every model a Use Case View, in which nobody may ever have drawn anything.
 bool isEmpty(const Package& package)
 {
+    const auto showsNothing = [](const Diagram& diagram) { return diagram.boxes.empty() && diagram.remarks.empty(); };
     return package.packages.empty() && package.classifiers.empty() && package.associations.empty() &&
-           package.diagrams.empty();
+           package.relationships.empty() && package.remarks.empty() && package.documentation.empty() &&
+           std::ranges::all_of(package.diagrams, showsNothing);
 }
 
 // What a package is read of, as opposed to what lies in classes and elsewhere.
