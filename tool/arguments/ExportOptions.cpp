@@ -1,4 +1,4 @@
-#include "tool/ExportOptions.h"
+#include "tool/arguments/ExportOptions.h"
 
 #include <charconv>
 
