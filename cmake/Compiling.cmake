@@ -25,11 +25,19 @@ target_compile_options(petal-compiling INTERFACE -fno-semantic-interposition -fn
 # Coordinates are scaled operation by operation; a fused multiply-add would round differently.
 target_compile_options(petal-compiling INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror -ffp-contract=off)
 
-option(PETAL_SANITIZE "Instrument with the address and undefined-behaviour sanitizers" OFF)
+option(PETAL_SANITIZE "Instrument with the address and undefined-behaviour sanitizers, and for fuzzing (needs Clang)" OFF)
 if(PETAL_SANITIZE)
-  # With them GCC takes what std::regex moves for uninitialized.
-  target_compile_options(petal-compiling INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                                   -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "PETAL_SANITIZE needs the Clang compiler")
+  endif()
+  target_compile_options(petal-compiling INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  # The sanitizers are a library of their own, so that libraries may still leave no name undefined.
+  set(petal_sanitizers -fsanitize=fuzzer-no-link,address,undefined -shared-libsan)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libclang_rt.asan-${CMAKE_SYSTEM_PROCESSOR}.so
+                  OUTPUT_VARIABLE petal_sanitizer_library OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  cmake_path(GET petal_sanitizer_library PARENT_PATH petal_sanitizer_folder)
   # The sanitizer opens libraries on behalf of the program. By the older tag that is looked for in the program's folders.
-  target_link_options(petal-compiling INTERFACE -fsanitize=address,undefined -Wl,--disable-new-dtags)
+  target_link_options(petal-compiling INTERFACE ${petal_sanitizers} -Wl,-rpath,${petal_sanitizer_folder}
+                                                -Wl,--disable-new-dtags)
 endif()

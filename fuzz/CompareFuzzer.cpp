@@ -1,12 +1,15 @@
+#include "browse/changes/ChangesPage.h"
 #include "compare/changes/Pairing.h"
 #include "compare/report/FullText.h"
+#include "EqualLetters.h"
+#include "render/Draw.h"
 #include "Target.h"
 
 #include <algorithm>
 #include <string>
 
-// Two petal files one behind the other, or one and its own second half. What is different is told in both directions,
-// and a file is no different from itself.
+// Two petal files one behind the other, or one and its own second half. What is different is told in both directions
+// and becomes a page, and a file is no different from itself.
 namespace {
 
 using compare::Comparison;
@@ -18,6 +21,20 @@ reader::Document documentOf(std::string_view text)
     reader::ReadOptions options;
     options.readsUnits = false;
     return reader::Document(std::string(text), "fuzzed.mdl", options);
+}
+
+// What a file holds stays text in the page: it brings neither an element nor the end of one.
+void checkPage(const Comparison& states, const std::vector<compare::Change>& changes)
+{
+    const EqualLetters measure;
+    render::DrawOptions drawing;
+    drawing.measure = &measure;
+    const auto picture = [&](const Snapshot& state, const reader::Diagram& diagram) {
+        return render::svgOf(state.document(), state.index(), diagram, drawing);
+    };
+    std::string page;
+    browse::writeChangesPage(states, changes, {"old", "new", picture}, [&](std::string_view piece) { page += piece; });
+    require(page.starts_with("<!DOCTYPE html>") && page.rfind("</html>") == page.find("</html>"), "one page");
 }
 
 std::size_t checkChanges(const reader::Document& one, const reader::Document& other, Depth depth)
@@ -37,6 +54,8 @@ std::size_t checkChanges(const reader::Document& one, const reader::Document& ot
     compare::writeJson(states, changes, sink);
     compare::writeCounts(states, changes, sink);
     compare::writeFullText(before, sink);
+    if (depth == Depth::meaning && !changes.empty())
+        checkPage(states, changes);
     return changes.size();
 }
 

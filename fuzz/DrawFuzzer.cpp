@@ -1,5 +1,5 @@
+#include "EqualLetters.h"
 #include "render/Draw.h"
-#include "render/paper/Text.h"
 #include "Target.h"
 
 #include <pugixml.hpp>
@@ -11,14 +11,6 @@
 namespace {
 
 constexpr double longestSide = 100000; // pixels
-
-class EqualLetters final : public render::TextMeasure {
-public:
-    [[nodiscard]] double width(const std::string& line, const render::Font& font) const override
-    {
-        return static_cast<double>(line.size()) * font.em() / 2;
-    }
-};
 
 void checkPicture(const std::string& svg)
 {

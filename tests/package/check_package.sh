@@ -23,11 +23,12 @@ cached() {
 command -v pkg-config >/dev/null || fail "pkg-config is not installed"
 
 # What is linked with instrumented libraries must be instrumented too.
+compiler=$(cached CMAKE_CXX_COMPILER)
 flags=
 if [ "$(cached PETAL_SANITIZE)" = ON ]; then
-    flags=-fsanitize=address,undefined
+    library=$("$compiler" -print-file-name="libclang_rt.asan-$(uname -m).so")
+    flags="-fsanitize=address,undefined -shared-libsan -Wl,-rpath,$(dirname "$library")"
 fi
-compiler=$(cached CMAKE_CXX_COMPILER)
 
 "$cmake" --install "$build" --prefix "$work/first" >"$work/install.log" || fail "$(cat "$work/install.log")"
 mkdir "$work/moved to"
