@@ -84,8 +84,8 @@ TEST(Xml, MayReferToNothing)
         "<packagedElement xmi:type='uml:Association' xmi:id='a' memberEnd='b b c'/>",
         "<packagedElement xmi:type='uml:AssociationClass' xmi:id='a'><ownedEnd xmi:id='a'/></packagedElement>",
         "<packagedElement xmi:type='uml:Dependency' client='x'/>",
-        "<packagedElement xmi:type='uml:Class' xmi:id='c'><generalization/><ownedAttribute "
-        "association='c'/></packagedElement>",
+        "<packagedElement xmi:type='uml:Class' xmi:id='c'><generalization/><ownedAttribute/></packagedElement>",
+        "<packagedElement xmi:type='uml:Class' xmi:id='c'><ownedAttribute association='c'/></packagedElement>",
         "<ownedComment body='b' annotatedElement='x y'/><ownedRule><specification/></ownedRule>",
     };
     for (const std::string content : contents)

@@ -33,7 +33,8 @@ void operator delete(void* block) noexcept
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t /*size*/) noexcept
+// Without a declaration by the language, as with some compilers, this would be hidden from the libraries.
+[[gnu::visibility("default")]] void operator delete(void* block, std::size_t /*size*/) noexcept
 {
     std::free(block);
 }

@@ -4,6 +4,7 @@
 #include "support/KivStringPrinting.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <map>
 #include <string>
@@ -167,11 +168,12 @@ TEST(DeepTraversal, NeitherRecursesNorAllocates)
     struct Counter : KivTraversalOperation {
         void pre_process(KivObject* /*object*/, void*& context) override
         {
-            context = static_cast<char*>(context) + 1;
-            deepest = std::max(deepest, static_cast<char*>(context) - static_cast<char*>(nullptr));
+            const std::uintptr_t level = reinterpret_cast<std::uintptr_t>(context) + 1;
+            context = reinterpret_cast<void*>(level);
+            deepest = std::max(deepest, level);
         }
         void post_process(KivObject* /*object*/, void* /*context*/) override { ++left; }
-        std::ptrdiff_t deepest = 0;
+        std::uintptr_t deepest = 0;
         long left = 0;
     } counter;
     KivModel model;
@@ -186,7 +188,7 @@ TEST(DeepTraversal, NeitherRecursesNorAllocates)
     model.depthTraversal(counter, nullptr);
     EXPECT_EQ(allocationCount(), before);
     EXPECT_EQ(counter.left, depth + 2);
-    EXPECT_EQ(counter.deepest, depth + 2);
+    EXPECT_EQ(counter.deepest, std::uintptr_t{depth + 2});
 }
 
 class Packages : public testing::Test {

@@ -69,7 +69,7 @@ TEST(RoseDesc, IsAQuotedTextOrABlock)
         for (const auto& [desc, form] : {std::pair(makeRoseDesc(text), std::string(row.form)),
                                          std::pair(makeBracedRoseDesc(text), std::string(row.bracedForm))}) {
             SCOPED_TRACE(form);
-            EXPECT_EQ(written([&] { append(desc); }), form);
+            EXPECT_EQ(written([&piece = desc] { append(piece); }), form);
             // The measures are those of the form as a text of its own.
             EXPECT_EQ(writtenLength(desc), form.size());
             EXPECT_EQ(measureLines(desc).lines, measureLines(std::string_view(form)).lines);

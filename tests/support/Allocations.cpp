@@ -56,12 +56,13 @@ void operator delete[](void* block) noexcept
     operator delete(block);
 }
 
-void operator delete(void* block, std::size_t /*size*/) noexcept
+// Without a declaration by the language, as with some compilers, these would be hidden from the libraries.
+[[gnu::visibility("default")]] void operator delete(void* block, std::size_t /*size*/) noexcept
 {
     operator delete(block);
 }
 
-void operator delete[](void* block, std::size_t /*size*/) noexcept
+[[gnu::visibility("default")]] void operator delete[](void* block, std::size_t /*size*/) noexcept
 {
     operator delete(block);
 }
