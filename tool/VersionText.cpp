@@ -3,7 +3,7 @@
 #include "Version.h"
 
 #include "designs/layout/LayoutLibrary.h"
-#include "dump/Sqlite.h"
+#include "dump/forms/Sqlite.h"
 #include "render/paper/PictureLibrary.h"
 
 #include <CLI/Version.hpp>

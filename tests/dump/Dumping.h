@@ -2,7 +2,7 @@
 
 #include "reader/PetalTexts.h"
 
-#include "dump/Tables.h"
+#include "dump/rows/Tables.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "Dumping.h"
 
-#include "dump/Csv.h"
-#include "dump/Json.h"
-#include "dump/Sqlite.h"
+#include "dump/forms/Csv.h"
+#include "dump/forms/Json.h"
+#include "dump/forms/Sqlite.h"
 #include "support/TemporaryFolder.h"
 
 #include <array>

@@ -1,9 +1,9 @@
 #include "tool/commands/Commands.h"
 
-#include "tool/commands/OutputNames.h"
 #include "tool/output/FileRoles.h"
 #include "tool/output/OutputFile.h"
 #include "tool/pictures/PagePictures.h"
+#include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
 #include "tool/terminal/Findings.h"
 #include "tool/terminal/Progress.h"

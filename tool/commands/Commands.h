@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tool/commands/Failures.h"
 #include "tool/input/ReadRequest.h"
+#include "tool/results/Failures.h"
 
 #include "kiv/KivOptions.h"
 

@@ -5,10 +5,10 @@
 #include "text/NearestName.h"
 #include "text/Utf8.h"
 #include "text/Words.h"
-#include "tool/commands/ConvertedFiles.h"
-#include "tool/commands/OutputNames.h"
 #include "tool/input/DesignImport.h"
 #include "tool/input/RoseText.h"
+#include "tool/results/ConvertedFiles.h"
+#include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"

@@ -1,16 +1,16 @@
 #include "tool/commands/Commands.h"
 
-#include "tool/commands/OutputNames.h"
 #include "tool/output/FileRoles.h"
 #include "tool/output/OutputFile.h"
+#include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
 #include "tool/terminal/Findings.h"
 #include "tool/terminal/Progress.h"
 #include "Version.h"
 
-#include "dump/Csv.h"
-#include "dump/Json.h"
-#include "dump/Sqlite.h"
+#include "dump/forms/Csv.h"
+#include "dump/forms/Json.h"
+#include "dump/forms/Sqlite.h"
 #include "text/Files.h"
 
 #include <filesystem>

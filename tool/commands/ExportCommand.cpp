@@ -2,11 +2,11 @@
 
 #include "text/Files.h"
 #include "text/NearestName.h"
-#include "tool/commands/OutputNames.h"
-#include "tool/commands/Statistics.h"
 #include "tool/input/DesignImport.h"
 #include "tool/output/FileRoles.h"
 #include "tool/output/OutputFile.h"
+#include "tool/results/OutputNames.h"
+#include "tool/results/Statistics.h"
 #include "tool/terminal/Amounts.h"
 #include "tool/terminal/CommandLog.h"
 #include "tool/terminal/Progress.h"

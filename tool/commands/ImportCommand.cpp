@@ -1,10 +1,10 @@
 #include "tool/commands/Commands.h"
 
 #include "text/Files.h"
-#include "tool/commands/OutputNames.h"
 #include "tool/input/DesignImport.h"
 #include "tool/output/FileRoles.h"
 #include "tool/output/OutputFile.h"
+#include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
 
 #include "kiv/KivModelFile.h"

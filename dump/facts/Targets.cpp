@@ -1,4 +1,4 @@
-#include "dump/Targets.h"
+#include "dump/facts/Targets.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "dump/Values.h"
+#include "dump/facts/Values.h"
 
 namespace dump {
 

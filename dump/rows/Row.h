@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dump/Elements.h"
-#include "dump/Schema.h"
+#include "dump/facts/Elements.h"
+#include "dump/rows/Schema.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "tool/commands/Failures.h"
+#include "tool/results/Failures.h"
 
 #include "tool/input/DesignImport.h"
 #include "tool/output/FileRoles.h"

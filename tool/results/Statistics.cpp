@@ -1,4 +1,4 @@
-#include "tool/commands/Statistics.h"
+#include "tool/results/Statistics.h"
 
 #include "text/JsonWriter.h"
 

@@ -1,6 +1,6 @@
-#include "dump/Csv.h"
+#include "dump/forms/Csv.h"
 
-#include "dump/Tables.h"
+#include "dump/rows/Tables.h"
 #include "text/Utf8.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "dump/Relations.h"
+#include "dump/rows/Relations.h"
 
-#include "dump/Targets.h"
+#include "dump/facts/Targets.h"
 #include "reader/index/Kinds.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dump/Source.h"
-#include "dump/Walk.h"
+#include "dump/facts/Source.h"
+#include "dump/facts/Walk.h"
 
 #include <array>
 #include <optional>

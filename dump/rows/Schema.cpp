@@ -1,4 +1,4 @@
-#include "dump/Schema.h"
+#include "dump/rows/Schema.h"
 
 namespace dump {
 

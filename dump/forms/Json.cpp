@@ -1,10 +1,10 @@
-#include "dump/Json.h"
+#include "dump/forms/Json.h"
 
-#include "dump/FileRows.h"
-#include "dump/Schema.h"
-#include "dump/Targets.h"
-#include "dump/Values.h"
-#include "dump/Walk.h"
+#include "dump/facts/Targets.h"
+#include "dump/facts/Values.h"
+#include "dump/facts/Walk.h"
+#include "dump/rows/FileRows.h"
+#include "dump/rows/Schema.h"
 #include "text/JsonWriter.h"
 #include "text/Words.h"
 

@@ -1,6 +1,6 @@
-#include "dump/Elements.h"
+#include "dump/facts/Elements.h"
 
-#include "dump/Walk.h"
+#include "dump/facts/Walk.h"
 #include "reader/index/Kinds.h"
 
 #include <algorithm>

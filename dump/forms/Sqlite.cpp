@@ -1,7 +1,7 @@
-#include "dump/Sqlite.h"
+#include "dump/forms/Sqlite.h"
 
-#include "dump/SqliteFile.h"
-#include "dump/Tables.h"
+#include "dump/forms/SqliteFile.h"
+#include "dump/rows/Tables.h"
 #include "text/Utf8.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dump/Schema.h"
-#include "dump/Source.h"
+#include "dump/facts/Source.h"
+#include "dump/rows/Schema.h"
 
 namespace dump {
 

@@ -1,11 +1,11 @@
-#include "dump/Tables.h"
+#include "dump/rows/Tables.h"
 
-#include "dump/ElementRows.h"
-#include "dump/FileRows.h"
-#include "dump/Row.h"
-#include "dump/Targets.h"
-#include "dump/Values.h"
-#include "dump/Walk.h"
+#include "dump/facts/Targets.h"
+#include "dump/facts/Values.h"
+#include "dump/facts/Walk.h"
+#include "dump/rows/ElementRows.h"
+#include "dump/rows/FileRows.h"
+#include "dump/rows/Row.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
-#include "dump/ElementRows.h"
+#include "dump/rows/ElementRows.h"
 
-#include "dump/Relations.h"
-#include "dump/Targets.h"
+#include "dump/facts/Targets.h"
+#include "dump/rows/Relations.h"
 #include "reader/index/Kinds.h"
 
 namespace dump {

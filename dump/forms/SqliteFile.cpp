@@ -1,4 +1,4 @@
-#include "dump/SqliteFile.h"
+#include "dump/forms/SqliteFile.h"
 
 #include <algorithm>
 #include <cerrno>

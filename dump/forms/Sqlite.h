@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dump/Source.h"
+#include "dump/facts/Source.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dump/Elements.h"
+#include "dump/facts/Elements.h"
 #include "reader/index/Index.h"
 
 #include <string>

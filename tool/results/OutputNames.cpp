@@ -1,7 +1,7 @@
-#include "tool/commands/OutputNames.h"
+#include "tool/results/OutputNames.h"
 
-#include "tool/commands/Failures.h"
 #include "tool/output/FileRoles.h"
+#include "tool/results/Failures.h"
 #include "tool/terminal/Progress.h"
 
 #include "text/Files.h"

@@ -1,4 +1,4 @@
-#include "tool/commands/ConvertedFiles.h"
+#include "tool/results/ConvertedFiles.h"
 
 #include "tool/commands/Commands.h"
 #include "tool/output/FileRoles.h"

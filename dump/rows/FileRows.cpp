@@ -1,6 +1,6 @@
-#include "dump/FileRows.h"
+#include "dump/rows/FileRows.h"
 
-#include "dump/Row.h"
+#include "dump/rows/Row.h"
 
 #include <unordered_map>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dump/Row.h"
-#include "dump/Source.h"
-#include "dump/Walk.h"
+#include "dump/facts/Source.h"
+#include "dump/facts/Walk.h"
+#include "dump/rows/Row.h"
 
 /// What objects are in a model, a row each.
 

@@ -1,4 +1,4 @@
-#include "dump/Walk.h"
+#include "dump/facts/Walk.h"
 
 #include "text/Places.h"
 
