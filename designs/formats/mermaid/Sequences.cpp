@@ -42,6 +42,31 @@ std::string shown(std::string_view text)
     return text.find_first_not_of(" \n\t") == std::string_view::npos ? ": #160;" : ": " + labelled(text).substr(3);
 }
 
+void addStep(std::string& out, const Step& step, const std::string& first, const std::string& last)
+{
+    switch (step.kind) {
+    case StepKind::Message:
+        out.append(first).append(arrowOf(step.message->synchronization)).append(last);
+        out.append(shown(step.message->text));
+        break;
+    case StepKind::Activate:
+        out.append("activate ").append(first);
+        break;
+    case StepKind::Deactivate:
+        out.append("deactivate ").append(first);
+        break;
+    case StepKind::Destroy: // the notation lets only a message end a life
+        out.append("Note over ").append(first).append(": (destroyed)");
+        break;
+    case StepKind::Note:
+        out.append("Note over ").append(first);
+        if (step.figures.size() > 1)
+            out.append(",").append(last);
+        out.append(shown(step.note->text));
+        break;
+    }
+}
+
 } // namespace
 
 std::string sequenceOf(const rose::DrawnDiagram& diagram)
@@ -60,27 +85,7 @@ std::string sequenceOf(const rose::DrawnDiagram& diagram)
         const std::string first = aliasOf(step.figures.front());
         const std::string last = aliasOf(step.figures.back());
         out += "  ";
-        switch (step.kind) {
-        case StepKind::Message:
-            out.append(first).append(arrowOf(step.message->synchronization)).append(last);
-            out.append(shown(step.message->text));
-            break;
-        case StepKind::Activate:
-            out.append("activate ").append(first);
-            break;
-        case StepKind::Deactivate:
-            out.append("deactivate ").append(first);
-            break;
-        case StepKind::Destroy: // the notation lets only a message end a life
-            out.append("Note over ").append(first).append(": (destroyed)");
-            break;
-        case StepKind::Note:
-            out.append("Note over ").append(first);
-            if (step.figures.size() > 1)
-                out.append(",").append(last);
-            out.append(shown(step.note->text));
-            break;
-        }
+        addStep(out, step, first, last);
         out += '\n';
     }
     return out;

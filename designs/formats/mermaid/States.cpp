@@ -1,9 +1,6 @@
-#include "designs/formats/drawn/Aliases.h"
-#include "designs/formats/drawn/OtherDiagrams.h"
+#include "designs/formats/drawn/States.h"
 #include "designs/formats/mermaid/Mermaid.h"
 #include "designs/formats/mermaid/Notation.h"
-
-#include <unordered_map>
 
 namespace design::mermaid {
 
@@ -12,126 +9,72 @@ namespace {
 using rose::Figure;
 using rose::FigureKind;
 
-bool isDot(const Figure& figure)
+// Such shapes show no names.
+bool isNameless(const Figure& figure)
 {
-    return figure.kind == FigureKind::Start || figure.kind == FigureKind::End;
+    return figure.kind == FigureKind::Decision || figure.kind == FigureKind::Bar;
 }
 
-class StatesText {
+class MermaidStates final : public StatesText {
 public:
-    explicit StatesText(const rose::DrawnDiagram& theDiagram) : diagram(theDiagram), aliases(reservedWords())
-    {
-        for (const Figure& figure : diagram.figures)
-            figures.emplace(figure.key, &figure);
-    }
-
-    std::string write()
-    {
-        out = headOf(diagram.name, diagram.path, "stateDiagram-v2");
-        addFigures();
-        for (const Figure& figure : diagram.figures)
-            addDetails(figure);
-        for (const rose::Joint& joint : diagram.joints)
-            addTransition(joint);
-        for (const rose::DrawnNote& note : diagram.notes)
-            addNote(note);
-        return std::move(out);
-    }
+    explicit MermaidStates(const rose::DrawnDiagram& diagram) : StatesText(diagram, reservedWords()) {}
 
 private:
-    // Each level closes when the next figure does not stand in it.
-    void addFigures()
+    [[nodiscard]] bool isDot(const Figure& figure) const override
     {
-        std::size_t open = 0;
-        for (const Nested& each : nested(diagram)) {
-            for (; open > each.level; --open)
-                out.append(2 * open, ' ').append("}\n");
-            if (isDot(*each.figure))
-                continue; // a dot where its transition begins or ends
-            addFigure(*each.figure, 2 * (each.level + 1));
-            out.append(each.isAround ? " {\n" : "\n");
-            open += each.isAround ? 1 : 0;
-        }
-        for (; open > 0; --open)
-            out.append(2 * open, ' ').append("}\n");
+        return figure.kind == FigureKind::Start || figure.kind == FigureKind::End;
     }
 
     // state "Wait for input" as Wait_for_input
-    void addFigure(const Figure& figure, std::size_t indentation)
+    void addFigure(const Figure& figure, std::size_t level) override
     {
-        const std::string& alias = aliases.of(figure.key, figure.name.empty() ? "state" : figure.name);
-        out.append(indentation, ' ').append("state ");
-        if (figure.kind == FigureKind::Decision || figure.kind == FigureKind::Bar)
+        const std::string& alias = aliasOf(figure);
+        out.append(2 * (level + 1), ' ').append("state ");
+        if (isNameless(figure))
             out.append(alias).append(figure.kind == FigureKind::Bar ? " <<fork>>" : " <<choice>>");
         else
             out.append(inQuotes(figure.name)).append(" as ").append(alias);
     }
 
+    void addEnd(std::size_t level) override { out.append(2 * (level + 1), ' ').append("}\n"); }
+
     // Wait_for_input : entry / ring the bell
-    void addDetails(const Figure& figure)
+    void addDetails(const Figure& figure, const std::string& alias) override
     {
-        const std::string* const alias = aliases.find(figure.key);
-        if (!alias)
-            return;
-        if (figure.kind == FigureKind::Decision || figure.kind == FigureKind::Bar) {
+        if (isNameless(figure)) {
             if (!figure.name.empty())
-                addNoteAt(*alias, figure.name); // such shapes show no names
+                addNoteAt(alias, figure.name);
             return;
         }
         if (!figure.stereotype.empty())
-            out.append("  ").append(*alias).append(labelled("«" + figure.stereotype + "»")).append("\n");
+            out.append("  ").append(alias).append(labelled("«" + figure.stereotype + "»")).append("\n");
         for (const std::string& line : figure.lines)
-            out.append("  ").append(*alias).append(labelled(line.empty() ? " " : line)).append("\n");
+            out.append("  ").append(alias).append(labelled(line.empty() ? " " : line)).append("\n");
     }
 
-    void addTransition(const rose::Joint& joint)
+    void addTransition(const Figure& from, const Figure& to, std::string_view label) override
     {
-        const auto from = figures.find(joint.from);
-        const auto to = figures.find(joint.to);
-        if (from == figures.end() || to == figures.end())
-            return;
-        out.append("  ").append(stateOf(*from->second)).append(" --> ").append(stateOf(*to->second));
-        out.append(labelled(joint.text)).append("\n");
+        out.append("  ").append(stateOf(from)).append(" --> ").append(stateOf(to)).append(labelled(label)).append("\n");
     }
 
-    [[nodiscard]] std::string stateOf(const Figure& figure) const
-    {
-        const std::string* const alias = aliases.find(figure.key);
-        return alias ? *alias : "[*]";
-    }
-
-    // Without a state to hang at a note is one of the first.
-    void addNote(const rose::DrawnNote& note)
-    {
-        bool hangs = false;
-        for (const std::string& key : note.figures)
-            if (const std::string* const alias = aliases.find(key)) {
-                addNoteAt(*alias, note.text);
-                hangs = true;
-            }
-        for (auto figure = diagram.figures.begin(); !hangs && figure != diagram.figures.end(); ++figure)
-            if (const std::string* const alias = aliases.find(figure->key)) {
-                addNoteAt(*alias, note.text);
-                hangs = true;
-            }
-    }
-
-    void addNoteAt(const std::string& alias, std::string_view text)
+    void addNoteAt(const std::string& alias, std::string_view text) override
     {
         out.append("  note right of ").append(alias).append(labelled(text)).append("\n");
     }
 
-    const rose::DrawnDiagram& diagram;
-    Aliases aliases;
-    std::unordered_map<std::string, const Figure*> figures;
-    std::string out;
+    // A note must hang at a state.
+    void addLooseNote(std::string_view text) override
+    {
+        if (const std::string* const alias = firstState())
+            addNoteAt(*alias, text);
+    }
 };
 
 } // namespace
 
 std::string statesOf(const rose::DrawnDiagram& diagram)
 {
-    return StatesText(diagram).write();
+    return MermaidStates(diagram).write(headOf(diagram.name, diagram.path, "stateDiagram-v2"));
 }
 
 } // namespace design::mermaid
