@@ -20,6 +20,11 @@ using compare::Snapshot;
 
 namespace {
 
+bool hasNewOwner(const Change& change)
+{
+    return change.what == "owner" && !isView(change);
+}
+
 bool hasSheet(const reader::Object& object)
 {
     if (object.is("Association", "Mechanism", "State_Machine"))
@@ -58,6 +63,19 @@ private:
         sheet(states.after[place].partner, place).changes.push_back(&change);
         if ((isComing(change) || isGoing(change)) && hasSheet(compare::objectOf(states, change)))
             sheet(change.old, change.fresh);
+        if (hasNewOwner(change))
+            addLeaving(change);
+    }
+
+    // The sheet on which it stood shows that it is gone from there.
+    void addLeaving(const Change& change)
+    {
+        const std::uint32_t owner = states.before[change.old].parent;
+        if (!hasSheet(*states.before[owner].object) || states.before[owner].partner == nobody)
+            return;
+        ChangedSheet& former = sheet(owner, states.before[owner].partner);
+        if (former.changes.empty() || former.changes.back() != &change)
+            former.changes.push_back(&change);
     }
 
     ChangedSheet& sheet(std::uint32_t old, std::uint32_t fresh)
@@ -104,7 +122,9 @@ private:
     {
         for (const Change* const change : sheet.changes) {
             const std::uint32_t place = compare::placeOf(*change, states);
-            if (isGoing(*change) && place == sheet.fresh)
+            if (hasNewOwner(*change) && sheetAround(states.after, place) != sheet.fresh)
+                leaving.insert(change->old);
+            else if (isGoing(*change) && place == sheet.fresh)
                 going.insert(change->old);
             else if (isComing(*change) && states.after[place].parent == sheet.fresh)
                 coming.insert(place);
@@ -177,6 +197,8 @@ private:
     {
         if (oneSided == RowSort::removed || going.contains(child))
             rows.push_back({RowSort::removed, false, {}, descriptionOf(states.before, child), {}});
+        else if (leaving.contains(child))
+            rows.push_back({RowSort::moved, false, {}, descriptionOf(states.before, child), {}});
     }
 
     void addChild(std::uint32_t child)
@@ -236,8 +258,9 @@ private:
     RowSort oneSided;
     std::vector<ChangedRow> rows;
     std::vector<const Change*> own;
-    std::unordered_set<std::uint32_t> coming; // children of the new state
-    std::unordered_set<std::uint32_t> going;  // children of the old one
+    std::unordered_set<std::uint32_t> coming;  // children of the new state
+    std::unordered_set<std::uint32_t> going;   // children of the old one
+    std::unordered_set<std::uint32_t> leaving; // the same, of which the new state has another owner
     std::unordered_map<std::uint32_t, std::vector<const Change*>> inside;
 };
 

@@ -25,6 +25,11 @@ std::string attributes(std::string_view list)
     return "class_attributes (list class_attribute_list " + std::string(list) + ")";
 }
 
+std::string invoice(std::string_view body)
+{
+    return "(object Class \"Invoice\" quid \"B2\" " + std::string(body) + ")\n";
+}
+
 constexpr std::string_view total = R"((object ClassAttribute "total" quid "C1" type "Money"))";
 constexpr std::string_view tax = R"((object ClassAttribute "tax" quid "C2" type "Money"))";
 
@@ -113,6 +118,16 @@ TEST(ChangedSheets, StandSideBySide)
         {"the package tells of a new class", "", order(attributes(total)), "Logical View", {"+||class Order"}},
         {"whose sheet has one side", "", order(attributes(total)), "Order", {"+||attribute total : Money"}},
         {"as that of one that is gone", order(attributes(total)), "", "Order", {"-|attribute total : Money|"}},
+        {"one that has gone to another class",
+         order(attributes(total)) + invoice(""),
+         order("") + invoice(attributes(total)),
+         "Order",
+         {">|attribute total : Money|"}},
+        {"where it has come from another class",
+         order(attributes(total)) + invoice(""),
+         order("") + invoice(attributes(total)),
+         "Invoice",
+         {">|attribute total : Money|attribute total : Money", ">  owner|Logical View::Order|Logical View::Invoice"}},
         {"nothing", order(attributes(total)), order(attributes(total)), "Order", {}},
     };
     for (const auto& row : rows) {
