@@ -59,7 +59,7 @@ public:
         }
     }
 
-    std::vector<ElementCount> take() const
+    [[nodiscard]] std::vector<ElementCount> take() const
     {
         std::vector<ElementCount> found;
         std::copy_if(counts.begin(), counts.end(), std::back_inserter(found),

@@ -211,8 +211,8 @@ private:
         constexpr std::size_t charactersInLine = 28;
         constexpr double lineHeight = 16;
         const auto breaks = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-        const double lines = static_cast<double>(text.size() / charactersInLine + breaks + 1);
-        const Place note{output.newId(), {right + gap, noteTop, width, std::round(lines * lineHeight) + gap / 2}};
+        const std::size_t lines = text.size() / charactersInLine + breaks + 1;
+        Place note{output.newId(), {right + gap, noteTop, width, static_cast<double>(lines) * lineHeight + gap / 2}};
         staruml::writeNote(output, text, note.bounds, note.view, id);
         noteTop += note.bounds.height + gap / 2;
         return note;

@@ -135,21 +135,21 @@ pugi::xml_node Writer::addPart(pugi::xml_node parent, const char* role, std::str
 }
 
 // Stereotypes are keywords, which need no profile.
-void Writer::describe(const Element& element, pugi::xml_node node, pugi::xml_node space)
+void Writer::describe(const Element& element, pugi::xml_node described, pugi::xml_node space)
 {
     if (!element.stereotype.empty()) {
-        pugi::xml_node annotation = addPart(node, "eAnnotations", "ecore:EAnnotation", "-keywords");
+        pugi::xml_node annotation = addPart(described, "eAnnotations", "ecore:EAnnotation", "-keywords");
         set(annotation, "source", "http://www.eclipse.org/uml2/2.0.0/UML");
         pugi::xml_node detail = addPart(annotation, "details", "ecore:EStringToStringMapEntry", "-word");
         set(detail, "key", element.stereotype);
     }
-    writeProperties(element, node);
+    writeProperties(element, described);
     if (!element.documentation.empty()) {
-        pugi::xml_node comment = addPart(node, "ownedComment", "uml:Comment", "-comment");
-        set(comment, "annotatedElement", node.attribute("xmi:id").value());
+        pugi::xml_node comment = addPart(described, "ownedComment", "uml:Comment", "-comment");
+        set(comment, "annotatedElement", described.attribute("xmi:id").value());
         setText(comment.append_child("body"), element.documentation);
     }
-    const std::string_view constrained = node == space ? "" : node.attribute("xmi:id").value();
+    const std::string_view constrained = described == space ? "" : described.attribute("xmi:id").value();
     for (const std::string& text : element.constraints)
         addRule(text, constrained, space);
 }

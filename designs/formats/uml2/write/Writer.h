@@ -81,7 +81,7 @@ private:
     pugi::xml_node add(pugi::xml_node parent, const char* role, std::string_view type, const Element& element);
     pugi::xml_node addPart(pugi::xml_node parent, const char* role, std::string_view type, std::string_view suffix);
     /// Comments, keywords and rules of an element. `space` is what holds its rules when it cannot itself.
-    void describe(const Element& element, pugi::xml_node node, pugi::xml_node space);
+    void describe(const Element& element, pugi::xml_node described, pugi::xml_node space);
     void writeProperties(const Element& element, pugi::xml_node node);
     void addRule(const std::string& text, std::string_view constrained, pugi::xml_node space);
     [[nodiscard]] std::string identifierOf(const Element& element, pugi::xml_node parent);
