@@ -62,7 +62,7 @@ void moveBehind(std::vector<Item>& from, std::vector<Item>& to)
 }
 
 // A Rose file has classes and diagrams in packages only, the outermost of which is the Logical View.
-void moveIntoLogicalView(Package& root)
+void moveIntoLogicalView(Package& root, Report& report)
 {
     if (root.classifiers.empty() && root.associations.empty() && root.relationships.empty() && root.remarks.empty() &&
         root.diagrams.empty())
@@ -73,6 +73,7 @@ void moveIntoLogicalView(Package& root)
         Package outermost;
         outermost.name = logicalView;
         outermost.packages = std::move(root.packages);
+        report.made("package", "", logicalView, "a Rose file has everything in it");
         root.packages = {std::move(outermost)};
         view = root.packages.begin();
     }
@@ -170,6 +171,7 @@ void settleAllDiagrams(Design& design, Reach reach, bool hasLayout, Report& repo
 Converted importDesign(const Format& format, const Source& source, std::optional<bool> layout, Report& report)
 {
     Design design = format.read(source, report);
+    std::vector<ElementCount> counts = countElements(design);
     design.document.reset();
     const bool hasLayout = layout.value_or(!design.isOrdered);
     leaveUseCases(design, report);
@@ -179,7 +181,7 @@ Converted importDesign(const Format& format, const Source& source, std::optional
     settle(design, Reach::Classifiers, report);
     if (design.isOrdered && !design.root.packages.empty())
         moveIntoFirst(design.root);
-    moveIntoLogicalView(design.root);
+    moveIntoLogicalView(design.root, report);
     if (!design.isOrdered)
         turnAssociations(design.root);
     settleAllDiagrams(design, Reach::Classifiers, hasLayout, report);
@@ -188,7 +190,9 @@ Converted importDesign(const Format& format, const Source& source, std::optional
     giveIdentifiers(design, report);
     const Catalogue catalogue(design.root);
     prepareDiagrams(design.root, catalogue, design.isOrdered, hasLayout, report);
-    return convert(design, catalogue, report);
+    Converted converted = convert(design, catalogue, report);
+    converted.read = std::move(counts);
+    return converted;
 }
 
 Design readDesign(const Format& format, const Source& source, Report& report)
@@ -205,9 +209,9 @@ void settleFor(const Format& target, Design& design, bool hasLayout, Report& rep
     if (!target.drawsDocument)
         design.document.reset();
     settle(design, Reach::Packages, report);
-    settleAllDiagrams(design, Reach::Packages, hasLayout, report);
+    settleAllDiagrams(design, Reach::Packages, hasLayout && target.hasDiagrams, report);
     giveIdentifiers(design, report);
-    if (!target.hasPlaces || !hasLayout)
+    if (!target.hasDiagrams || !target.hasPlaces || !hasLayout)
         return;
     const Catalogue catalogue(design.root);
     LayoutBudget budget;

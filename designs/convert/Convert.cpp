@@ -2,6 +2,7 @@
 
 #include "designs/convert/Classes.h"
 #include "designs/convert/Documentation.h"
+#include "designs/convert/OtherKinds.h"
 #include "designs/convert/Projections.h"
 #include "designs/convert/Relations.h"
 #include "designs/model/Walk.h"
@@ -14,9 +15,9 @@ namespace {
 
 class ModelConverter {
 public:
-    ModelConverter(const Design& design, const Catalogue& theCatalogue, Report& report)
-        : root(design.root), catalogue(theCatalogue), selection(design.root, theCatalogue), builder(report),
-          types(builder, theCatalogue, selection, report), features(builder, types),
+    ModelConverter(const Design& design, const Catalogue& theCatalogue, Report& theReport)
+        : root(design.root), catalogue(theCatalogue), report(theReport), selection(design.root, theCatalogue),
+          builder(report), types(builder, theCatalogue, selection, report), features(builder, types),
           relations(builder, features, classes), projections(theCatalogue)
     {
         for (const std::vector<std::string>& tree : design.trees)
@@ -33,6 +34,7 @@ public:
             for (const Diagram& diagram : package.diagrams)
                 showElements(diagram);
         });
+        tellOtherKinds(root, selection, report);
         return builder.finish();
     }
 
@@ -140,6 +142,8 @@ private:
             if (const auto shown = classes.find(box.elementId); shown != classes.end()) {
                 builder.count(Kind::Boxes);
                 elements.add(shown->second);
+            } else {
+                report.left("box", box.elementId, "", "a Rose file has the symbol of an association with its line");
             }
         builder.count(Kind::Lines, diagram.lines.size());
         for (const Line& line : diagram.lines)
@@ -148,6 +152,7 @@ private:
 
     const Package& root;
     const Catalogue& catalogue;
+    Report& report;
     std::unordered_map<std::string_view, const std::vector<std::string>*> trees; // by identifiers of generalizations
     const Selection selection;
     ModelBuilder builder;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "designs/model/Catalogue.h"
+#include "designs/model/Counts.h"
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
 
@@ -28,6 +29,7 @@ struct Converted {
     std::size_t objects = 1;          ///< model objects in it, the model itself included
     std::unordered_map<const KivObject*, std::string> ids; ///< of what has one in the design
     std::vector<Taken> taken;
+    std::vector<ElementCount> read; ///< what the file held
 
     /// The identifier that an object has in the design; empty when it has none.
     [[nodiscard]] std::string idOf(const KivObject& object) const;

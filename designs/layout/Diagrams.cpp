@@ -142,8 +142,11 @@ private:
         for (const Line& line : diagram.lines) {
             const Association* const association = catalogue.association(line.elementId);
             if (association && !association->associationClassId.empty() &&
-                shown.insert(association->associationClassId).second)
+                shown.insert(association->associationClassId).second) {
                 diagram.boxes.push_back({association->associationClassId, std::nullopt, {}});
+                report.made("box", association->associationClassId, nameOf(association->associationClassId),
+                            "the line of its association leads to it");
+            }
         }
     }
 
@@ -158,14 +161,20 @@ private:
 };
 
 void addOverview(Package& package, const std::vector<const Classifier*>& classes,
-                 const std::vector<const Element*>& joints)
+                 const std::vector<const Element*>& joints, Report& report)
 {
+    constexpr std::string_view reason = "it is in an overview";
     Diagram overview;
     overview.name = "Overview";
-    for (const Classifier* const classifier : classes)
+    report.made("diagram", "", package.name, "the design has none; an overview of the package's classes");
+    for (const Classifier* const classifier : classes) {
         overview.boxes.push_back({classifier->id, std::nullopt, {}});
-    for (const Element* const joint : joints)
+        report.made("box", classifier->id, classifier->name, reason);
+    }
+    for (const Element* const joint : joints) {
         overview.lines.emplace_back().elementId = joint->id;
+        report.made("line", joint->id, joint->name, reason);
+    }
     package.diagrams.push_back(std::move(overview));
 }
 
@@ -217,10 +226,8 @@ void addOverviews(Package& root, const Catalogue& catalogue, Report& report)
             addJoint(relationship);
     });
     forEachPackage(root, [&](Package& package) {
-        if (classes[&package].empty())
-            return;
-        addOverview(package, classes[&package], joints[&package]);
-        report.made("diagram", "", package.name, "the design has none; an overview of the package's classes");
+        if (!classes[&package].empty())
+            addOverview(package, classes[&package], joints[&package], report);
     });
 }
 

@@ -126,7 +126,8 @@ private:
             theClass && !classId.empty())
             association.associationClassId = theClass->id;
         else if (!association.associationClassId.empty()) {
-            report.left("association class", association.associationClassId, association.name, "it is not in the file");
+            report.left("class of an association", association.associationClassId, association.name,
+                        "it is not in the file");
             association.associationClassId.clear();
         }
         return true;

@@ -121,4 +121,18 @@ std::string_view stereotypeFor(ClassifierKind kind)
     return "";
 }
 
+ClassifierKind kindFor(std::string_view stereotype)
+{
+    const std::string word = text::lowerCase(stereotype);
+    if (word == "interface")
+        return ClassifierKind::Interface;
+    if (word == "datatype")
+        return ClassifierKind::DataType;
+    if (word == "primitive")
+        return ClassifierKind::PrimitiveType;
+    if (word == "actor")
+        return ClassifierKind::Actor;
+    return word == "enumeration" || word == "enum" ? ClassifierKind::Enumeration : ClassifierKind::Class;
+}
+
 } // namespace design

@@ -34,4 +34,7 @@ void addLine(std::string& text, std::string_view line);
 /// classes.
 [[nodiscard]] std::string_view stereotypeFor(ClassifierKind kind);
 
+/// What a classifier with that stereotype is in a Rose file, in small or large letters.
+[[nodiscard]] ClassifierKind kindFor(std::string_view stereotype);
+
 } // namespace design

@@ -1,5 +1,4 @@
 #include "designs/formats/plantuml/Notation.h"
-#include "designs/model/Counts.h"
 #include "designs/model/Walk.h"
 #include "designs/TextFormats.h"
 #include "support/Process.h"
@@ -7,7 +6,6 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <map>
 #include <regex>
 #include <sstream>
 
@@ -78,47 +76,6 @@ note as N_4
 end note
 @enduml
 )");
-}
-
-// Calls `visit` with the kind and the element for all that is counted and has a name.
-template <class Visit>
-void forEachCounted(const design::Package& root, const Visit& visit)
-{
-    design::forEachPackage(root, [&](const design::Package& package) {
-        if (&package != &root)
-            visit("package", package);
-        for (const design::Classifier& classifier : package.classifiers) {
-            visit(std::string(design::nameOf(classifier.kind)), classifier);
-            for (const design::Attribute& attribute : classifier.attributes)
-                visit("attribute", attribute);
-            for (const design::Operation& operation : classifier.operations) {
-                visit("operation", operation);
-                for (const design::Parameter& parameter : operation.parameters)
-                    visit("parameter", parameter);
-            }
-            for (const design::Literal& literal : classifier.literals)
-                visit("literal", literal);
-        }
-        for (const design::Association& association : package.associations)
-            visit("association", association);
-    });
-}
-
-// What is not in the texts is told, one by one.
-TEST(PlantUml, TellsWhatNoDiagramShows)
-{
-    for (const char* const name : designFiles()) {
-        const Texts texts = textsOf(designIn(name), "plantuml");
-        std::map<std::pair<std::string, std::string>, int> left;
-        for (const design::ReportEntry& entry : texts.report.leftEntries())
-            ++left[{entry.kind, entry.name}];
-        const std::string all = texts.all();
-        forEachCounted(texts.design.root, [&](const std::string& kind, const design::Element& element) {
-            if (left[{kind, element.name}]-- <= 0) {
-                EXPECT_THAT(all, HasSubstr(design::plantuml::escaped(element.name))) << name << ": " << kind;
-            }
-        });
-    }
 }
 
 // A line of a diagram is a line of its text, and so is a box.

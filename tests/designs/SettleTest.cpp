@@ -141,7 +141,7 @@ TEST(Settle, DecidesWhatBecomesOfEnds)
              d.root.packages[0].associations = {association("a", "b")};
              d.root.packages[0].associations[0].associationClassId = "gone";
          },
-         {"association : a  - b ", "left association class : it is not in the file"}},
+         {"association : a  - b ", "left class of an association : it is not in the file"}},
         {"one relation goes, the others stay what they are",
          [&](Design& d) {
              d.root.packages[0].associations = {association("a", "uc"), association("a", "b")};

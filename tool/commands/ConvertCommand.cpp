@@ -68,6 +68,14 @@ struct Input {
     design::Report report;
 };
 
+// Takes away the package that the Rose file of a model has around all others.
+void openLogicalView(design::Design& design)
+{
+    std::vector<design::Package>& packages = design.root.packages;
+    if (packages.size() == 1)
+        packages = std::vector<design::Package>(std::move(packages.front().packages));
+}
+
 // The design that a file holds. A model file is read by way of its Rose file; none after its mistakes were told.
 std::optional<Input> readInput(const ConvertRequest& request)
 {
@@ -76,10 +84,12 @@ std::optional<Input> readInput(const ConvertRequest& request)
     design::Source source{content, request.input, &reading};
     Input input;
     const design::Format* format = nullptr;
+    bool isInView = true;
     if (request.design.format == modelFormat || (request.design.format.empty() && isModelFile(content))) {
         std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input));
         if (!loaded)
             return std::nullopt;
+        isInView = hasLogicalView(*loaded->model); // before the export makes one
         content = roseTextOf(*loaded->model, BP_SUPPORTED_TYPES_ENUM_AS_IS.getText());
         source.text = content;
         input.format = modelFormat;
@@ -89,6 +99,8 @@ std::optional<Input> readInput(const ConvertRequest& request)
         input.format = format->name;
     }
     input.design = readSource(*format, source, input.report);
+    if (!isInView)
+        openLogicalView(input.design);
     input.counts = design::countElements(input.design);
     return input;
 }

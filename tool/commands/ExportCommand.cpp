@@ -84,6 +84,8 @@ std::optional<Input> loadAnyModel(const ExportRequest& request, const std::strin
         const reader::ReadOptions reading = readOptions(request.reading);
         input.imported = importDesign(*format, {content, path, &reading}, request.design.hasLayout);
         input.loaded = {std::move(input.imported->converted.model), content.size(), input.imported->converted.objects};
+        if (!hasLogicalView(*input.loaded.model))
+            input.imported->report.made("package", "", "Logical View", "a Rose file has everything in it");
     } else if (std::optional<LoadedModel> loaded = takeModelFile(content, name)) {
         input.loaded = std::move(*loaded);
     } else {

@@ -236,6 +236,11 @@ std::string reportAsJson(const std::optional<ImportedDesign>& imported, const st
         for (const design::Taken& taken : imported->converted.taken)
             json.member(taken.kind, std::uint64_t{taken.count});
     json.endObject();
+    json.beginObject("read");
+    if (imported)
+        for (const design::ElementCount& each : imported->converted.read)
+            json.member(each.kind, std::uint64_t{each.count});
+    json.endObject();
     writeReport(json, report);
     writeWarnings(json, warnings);
     json.endObject();

@@ -61,6 +61,14 @@ std::string contentsOf(const KivModel& model)
     return counted(classes, "class", "classes") + ", " + counted(diagrams, "diagram", "diagrams");
 }
 
+bool hasLogicalView(const KivModel& model)
+{
+    return std::any_of(model.childPackages.begin(), model.childPackages.end(), [](const KivPackage* package) {
+        return package->elementType == KivElementType::DesignPackage &&
+               package->getName().view().find("Logical View") != std::string_view::npos;
+    });
+}
+
 std::optional<LoadedModel> takeModelFile(const std::string& text, const std::string& name, KivIds* ids)
 {
     try {

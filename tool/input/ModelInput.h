@@ -18,6 +18,9 @@
 /// `10 classes, 2 diagrams`: what of a model is written.
 [[nodiscard]] std::string contentsOf(const KivModel& model);
 
+/// Whether a package of the model is the Logical View of its Rose file; otherwise the export makes one around them all.
+[[nodiscard]] bool hasLogicalView(const KivModel& model);
+
 /// Something in a model that is taken as it stands and surely not meant.
 struct ModelWarning {
     KivFaultKind kind = KivFaultKind::NotWritten;

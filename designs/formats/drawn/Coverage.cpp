@@ -29,14 +29,6 @@ void leaveProperties(const Operation& operation, Report& report)
     leaveIf(!operation.semantics.empty(), "semantics of an operation", operation, report);
 }
 
-std::string_view nameOf(std::string_view id, const Catalogue& catalogue)
-{
-    if (const Classifier* const classifier = catalogue.classifier(id))
-        return classifier->name;
-    const Package* const package = catalogue.package(id);
-    return package ? std::string_view(package->name) : std::string_view();
-}
-
 } // namespace
 
 void Coverage::tell(std::string_view kind, const Element& element, Report& report) const
@@ -82,15 +74,6 @@ void Coverage::tellRest(const Package& root, Report& report) const
         for (const Remark& remark : package.remarks)
             report.left("note", remark.id, remark.text, "it stands in no diagram");
     });
-}
-
-void leaveDiagram(const Diagram& diagram, const Catalogue& catalogue, std::string_view reason, Report& report)
-{
-    report.left("diagram", diagram.id, diagram.name, reason);
-    for (const Box& box : diagram.boxes)
-        report.left("box", box.elementId, nameOf(box.elementId, catalogue), "its diagram does not come out");
-    for (const Line& line : diagram.lines)
-        report.left("line", line.elementId, "", "its diagram does not come out");
 }
 
 void leaveProperties(const Classifier& classifier, Report& report)

@@ -24,9 +24,6 @@ private:
     std::unordered_set<const Element*> written;
 };
 
-/// Tells of a diagram that does not come out, with its boxes and lines.
-void leaveDiagram(const Diagram& diagram, const Catalogue& catalogue, std::string_view reason, Report& report);
-
 /// Tells of what an element has that a text of its diagram does not say.
 void leaveProperties(const Classifier& classifier, Report& report);
 void leaveProperties(const Association& association, Report& report);

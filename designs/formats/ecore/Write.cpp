@@ -5,6 +5,7 @@
 #include "designs/formats/ecore/Types.h"
 #include "designs/formats/shared/Xml.h"
 #include "designs/model/Counts.h"
+#include "designs/model/LeftDiagram.h"
 #include "designs/model/Walk.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ class Writer {
 public:
     Writer(const Writing& writing, Report& theReport) : plan(writing, theReport), report(theReport)
     {
-        forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package); });
+        forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, writing.catalogue); });
     }
 
     void run(text::Sink& sink)
@@ -54,11 +55,10 @@ public:
     }
 
 private:
-    // Boxes and lines go with their diagram.
-    void leaveDiagrams(const Package& package)
+    void leaveDiagrams(const Package& package, const Catalogue& catalogue)
     {
         for (const Diagram& diagram : package.diagrams)
-            report.left("diagram", diagram.id, diagram.name, "Ecore has none");
+            leaveDiagram(diagram, catalogue, "Ecore has none", report);
         for (const Remark& remark : package.remarks)
             report.left("note", remark.id, remark.text, "Ecore has none");
     }

@@ -52,17 +52,10 @@ ClassifierKind kindNamed(const Reading& reading, const Object& object, const std
         return ClassifierKind::Class;
     if (reading.interfaces.contains(object.text("quid")))
         return ClassifierKind::Interface;
-    const std::string word = lowerCase(stereotype);
-    if (reading.isExport ? stereotype == "Interface" : word == "interface")
-        return ClassifierKind::Interface;
-    if (word == "datatype")
-        return ClassifierKind::DataType;
-    if (word == "primitive")
-        return ClassifierKind::PrimitiveType;
-    if (word == "actor")
-        return ClassifierKind::Actor;
-    return (word == "enumeration" || word == "enum") && isEnumeration(object) ? ClassifierKind::Enumeration
-                                                                              : ClassifierKind::Class;
+    const ClassifierKind kind = kindFor(stereotype);
+    const bool isNone = (kind == ClassifierKind::Interface && reading.isExport && stereotype != "Interface") ||
+                        (kind == ClassifierKind::Enumeration && !isEnumeration(object));
+    return isNone ? ClassifierKind::Class : kind;
 }
 
 std::int32_t numberIn(const std::string& text)

@@ -107,7 +107,7 @@ private:
             diagram.kind = DiagramKind::UseCase;
         } else if (type != classDiagram) {
             const DiagramType* const row = rowOf(otherDiagrams, type);
-            report.left(row ? row->name : "diagram", diagram.id, diagram.name, classDiagramsOnly);
+            report.left(row ? row->name : "diagram of another kind", diagram.id, diagram.name, classDiagramsOnly);
             return;
         }
         elements.clear();

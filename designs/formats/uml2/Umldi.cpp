@@ -94,6 +94,16 @@ std::string_view diagramType(pugi::xml_node node)
     return name.starts_with("umldi:") && told.ends_with("Diagram") ? told : std::string_view();
 }
 
+// "state machine diagram" of a UMLStateMachineDiagram.
+std::string kindOf(pugi::xml_node node)
+{
+    constexpr std::string_view prefix = "UML";
+    std::string_view type = diagramType(node);
+    if (type.starts_with(prefix))
+        type.remove_prefix(prefix.size());
+    return plainWords(type);
+}
+
 // Diagrams stand beside the model or in it.
 std::vector<pugi::xml_node> diagramNodes(pugi::xml_node root)
 {
@@ -128,7 +138,7 @@ std::vector<OwnedDiagram> read(pugi::xml_node root, const Drawing& drawing, Repo
         if (diagramType(node).ends_with("ClassDiagram"))
             diagrams.push_back({DiagramReader(node, drawing).read(), std::string(modelElement(node))});
         else
-            report.left("diagram", xml::xmiAttribute(node, "id"), node.attribute("name").value(), classDiagramsOnly);
+            report.left(kindOf(node), xml::xmiAttribute(node, "id"), node.attribute("name").value(), classDiagramsOnly);
     }
     return diagrams;
 }

@@ -2,6 +2,7 @@
 
 #include "designs/formats/shared/Xml.h"
 #include "designs/formats/uml2/write/Writer.h"
+#include "designs/model/LeftDiagram.h"
 #include "designs/model/Walk.h"
 
 #include <algorithm>
@@ -252,11 +253,10 @@ std::string xmlIdentifier(std::string_view id)
 
 namespace {
 
-void leaveDiagrams(const Package& package, Report& report)
+void leaveDiagrams(const Package& package, const Catalogue& catalogue, Report& report)
 {
     for (const Diagram& diagram : package.diagrams) {
-        report.left("diagram", diagram.id, diagram.name,
-                    "the model file has none; --to papyrus keeps diagrams beside it");
+        leaveDiagram(diagram, catalogue, "the model file has none; --to papyrus keeps diagrams beside it", report);
         for (const std::string& text : diagram.notes)
             report.left("note", diagram.id, text, "the diagram that it stands in is not there");
     }
@@ -266,7 +266,7 @@ void leaveDiagrams(const Package& package, Report& report)
 
 void write(const Writing& writing, Files& files, Report& report)
 {
-    forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, report); });
+    forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, writing.catalogue, report); });
     pugi::xml_document document;
     Writer(writing, report).write(document.root());
     xml::save(document, files.begin({}));
