@@ -118,6 +118,8 @@ TEST(Sizes, ThoseOfWhatHasNoSizeAreUsual)
         {R"(UseCaseView "A" @1 height 56)", {{108, 56}}},
         {R"(StateView "StartState" "" @1)", {{60, 60}}},
         {R"(StateView "EndState" "" @1)", {{81, 81}, {60, 60}}},
+        {R"(SynchronizationView "" @1)", {{300, 24}}},
+        {R"(SynchronizationView "" @1 sync_is_horizontal FALSE)", {{24, 300}}},
         {R"(ModView "A" @1 width 200 height 100)", {{171.5, 100}, {57, 20}, {57, 20}}},
     };
     for (const auto& row : rows) {
@@ -247,6 +249,22 @@ IncludeAttribute TRUE IncludeOperation TRUE SuppressOperation TRUE quidu "3ABD00
     EXPECT_THAT(textsOf(item), ElementsAre("E", "a", "b"));
     EXPECT_GT(number(item.child("text"), "y"), 575);
     EXPECT_GT(number(item.child("text").next_sibling("text"), "y"), number(item.child("text"), "y") + 50);
+}
+
+// At the width that the label has, else at that of the box.
+TEST(Sizes, LifelinesBreakTheirNames)
+{
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"width 250", {"abcdef", "ghijkl"}}, // 247 are left for 13 letters of 20.5
+        {"width 300", {"abcdef ghijkl"}},
+        {"width 250 label (object ItemLabel max_width 300 label \"abcdef ghijkl\")", {"abcdef ghij\u2026"}},
+        {"width 300 label (object ItemLabel max_width 200 label \"abcdef ghijkl\")", {"abcdef", "ghijkl"}},
+    };
+    for (const auto& [keys, lines] : rows) {
+        const Parsed picture(std::string("(object InterObjView \"abcdef ghijkl\" @1 location (500, 200) ") + keys +
+                             ")");
+        EXPECT_EQ(textsOf(itemOf(picture.svg, 1)), lines) << keys;
+    }
 }
 
 TEST(Sizes, StatesBreakTheirNames)
