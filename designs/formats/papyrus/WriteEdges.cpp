@@ -71,11 +71,13 @@ std::string textOf(const std::vector<Point>& points)
 void writeBends(Notation& notation, const Line& line, const Rectangle& from, const Rectangle& to)
 {
     std::vector<Point> points = bendsOf(line);
-    if (points.empty())
-        return;
-    points.insert(points.begin(), centreOf(from));
-    points.push_back(centreOf(to));
-    View(notation, "bendpoints", "notation:RelativeBendpoints").with("points", textOf(points));
+    std::string text = "[0, 0, 0, 0]$[0, 0, 0, 0]"; // a straight line has them, too
+    if (!points.empty()) {
+        points.insert(points.begin(), centreOf(from));
+        points.push_back(centreOf(to));
+        text = textOf(points);
+    }
+    View(notation, "bendpoints", "notation:RelativeBendpoints").with("points", text);
 }
 
 } // namespace
@@ -85,6 +87,7 @@ void writeBends(Notation& notation, const Line& line, const Rectangle& from, con
 //   ...
 //   <styles xmi:type="notation:FontStyle" xmi:id="_d-25"/>
 //   <element xmi:type="uml:Association" href="shop.uml#_7"/>
+//   <bendpoints xmi:type="notation:RelativeBendpoints" xmi:id="_d-27" points="[0, 0, 0, 0]$[0, 0, 0, 0]"/>
 //   <sourceAnchor xmi:type="notation:IdentityAnchor" xmi:id="_d-26" id="(0.5,0.5)"/>
 void writeEdge(Notation& notation, const Line& line)
 {

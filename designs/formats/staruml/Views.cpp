@@ -138,7 +138,7 @@ public:
         output.json.member("stereotypeDisplay", isActor ? "icon" : "label")
             .member("showVisibility", true)
             .member("showNamespace", false);
-        output.json.member("showProperty", true).member("showType", true);
+        output.json.member("showProperty", true).member("showType", true).member("wordWrap", false);
         if (classifier)
             output.json.member("suppressAttributes", !hasFeatures || hidesAttributes)
                 .member("suppressOperations", !hasFeatures || hidesOperations)

@@ -12,7 +12,6 @@ struct ConnectorEnd {
     std::string type;
     std::string name;
     const AssociationEnd* end = nullptr;
-    std::string ownId; // of that
     bool isNavigable = false;
 };
 
@@ -72,7 +71,7 @@ void writeEnd(Output& output, const char* element, const ConnectorEnd& end)
         .with("value", std::string("Union=0;Derived=") + (said.isDerived ? "1" : "0") + ";AllowDuplicates=0;");
     xml::Element(output.xml, "documentation").withSome("value", said.documentation);
     xml::Element(output.xml, "xrefs");
-    writeTags(output, said, end.ownId);
+    writeTags(output, said);
 }
 
 void write(Output& output, const Connector& connector)
@@ -103,7 +102,7 @@ void write(Output& output, const Connector& connector)
         .withSome("associationclass", connector.associationClass);
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "xrefs");
-    writeTags(output, connector.element ? *connector.element : Element(), connector.id);
+    writeTags(output, connector.element ? *connector.element : Element());
 }
 
 std::string directionOf(bool toSource, bool toTarget)
@@ -131,8 +130,6 @@ void writeAssociation(Output& output, const Association& association)
     connector.element = &association;
     connector.source.end = &source;
     connector.target.end = &target;
-    connector.source.ownId = output.idOf(association, 0);
-    connector.target.ownId = output.idOf(association, 1);
     connector.source.isNavigable = source.isNavigable;
     connector.target.isNavigable = target.isNavigable;
     if (output.isInClass(association))

@@ -80,7 +80,7 @@ void writeAttribute(Output& output, const Element& element, const AttributeTexts
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "styleex")
         .with("value", texts.isLiteral ? "IsLiteral=1;volatile=0;union=0;" : "volatile=0;union=0;");
-    writeTags(output, element, output.ids.of(element));
+    writeTags(output, element);
     xml::Element(output.xml, "xrefs");
 }
 
@@ -118,7 +118,7 @@ void writeParameter(Output& output, const Parameter& parameter, std::size_t posi
     xml::Element(output.xml, "styleex");
     writeDocumentation(output, parameter);
     writeStereotype(output, parameter);
-    writeTags(output, parameter, output.ids.of(parameter));
+    writeTags(output, parameter);
     xml::Element(output.xml, "xrefs");
 }
 
@@ -144,7 +144,7 @@ void writeOperation(Output& output, const Operation& operation, std::size_t posi
     xml::Element(output.xml, "style");
     xml::Element(output.xml, "styleex");
     writeDocumentation(output, operation);
-    writeTags(output, operation, output.ids.of(operation));
+    writeTags(output, operation);
     if (!operation.parameters.empty()) {
         const xml::Element parameters(output.xml, "parameters");
         for (std::size_t i = 0; i < operation.parameters.size(); ++i)

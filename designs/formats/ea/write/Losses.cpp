@@ -52,6 +52,14 @@ void leaveOfClassifier(const Output& output, const Classifier& classifier)
     }
 }
 
+// What an association of more than two ends, or an end of it, has that only a connector could tell.
+void leaveOfConnector(const Output& output, const Element& element)
+{
+    leaveIf(output, !element.documentation.empty(), "documentation", element);
+    leaveIf(output, !element.stereotype.empty(), "stereotype", element);
+    leaveValues(output, element);
+}
+
 void leaveOfAssociation(const Output& output, const Association& association)
 {
     const bool isOfClass = output.isInClass(association);
@@ -59,14 +67,14 @@ void leaveOfAssociation(const Output& output, const Association& association)
     leaveIf(output, isOfClass && !association.constraints.empty(), "constraint of an association", association);
     leaveIf(output, isOfClass && !association.notes.empty(), "note on an association", association);
     const bool hasConnector = association.ends.size() == 2;
-    leaveIf(output, !hasConnector && !association.documentation.empty(), "documentation", association);
-    leaveIf(output, !hasConnector && !association.stereotype.empty(), "stereotype", association);
     if (!hasConnector)
-        leaveValues(output, association);
+        leaveOfConnector(output, association);
     for (const AssociationEnd& end : association.ends) {
         leaveIf(output, end.isFriend, "friend", end);
-        if (!hasConnector)
-            leaveValues(output, end);
+        if (!hasConnector) {
+            leaveOfConnector(output, end);
+            leaveIf(output, end.containment != Containment::Unspecified, "containment of an end", end);
+        }
         for (const Attribute& qualifier : end.qualifiers) {
             leaveIf(output, !qualifier.documentation.empty(), "documentation of a qualifier", qualifier);
             leaveIf(output, !qualifier.stereotype.empty(), "stereotype of a qualifier", qualifier);

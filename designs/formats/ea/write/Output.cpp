@@ -199,7 +199,7 @@ void writeTags(Output& output, const Element& element, std::string_view id)
             .with("xmi:id", output.ids.numbered("EAID_TV"))
             .with("name", property.tool + "::" + property.name)
             .with("value", property.value)
-            .with("modelElement", id);
+            .withSome("modelElement", id);
 }
 
 std::string_view wordOf(Visibility visibility)

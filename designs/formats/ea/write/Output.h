@@ -83,7 +83,8 @@ private:
 };
 
 /// <tags><tag xmi:id="EAID_TV000001" name="cg::Inline" value="True" modelElement="EAID_1"/></tags>
-void writeTags(Output& output, const Element& element, std::string_view id);
+/// Those of features and connectors do not name what they are of.
+void writeTags(Output& output, const Element& element, std::string_view id = {});
 
 inline constexpr std::string_view noPlaceFor = "Enterprise Architect has no place for it";
 

@@ -32,7 +32,7 @@ void writeRelationship(Output& output, const Relationship& relationship)
 {
     xml::Element node(output.xml, "packagedElement");
     node.with("xmi:type", "uml:" + std::string(typeOf(output, relationship)));
-    node.with("xmi:id", output.ids.of(relationship)).withSome("name", relationship.name).with("visibility", "public");
+    node.with("xmi:id", output.ids.of(relationship)).withSome("name", relationship.name);
     const bool isGeneralization = relationship.kind == RelationshipKind::Generalization;
     node.with(isGeneralization ? "general" : "supplier", output.target(relationship.supplier.id));
     node.with(isGeneralization ? "specific" : "client", output.target(relationship.client.id));
@@ -74,7 +74,8 @@ void writeClassifier(Output& output, const Classifier& classifier)
     xml::Element node(output.xml, "packagedElement");
     node.with("xmi:type", "uml:" + std::string(typeOf(output, classifier)));
     node.with("xmi:id", output.ids.of(classifier)).with("name", classifier.name);
-    node.with("visibility", wordOf(classifier.visibility));
+    if (classifier.kind != ClassifierKind::Enumeration || classifier.visibility != Visibility::Public)
+        node.with("visibility", wordOf(classifier.visibility));
     if (classifier.isAbstract)
         node.flag("isAbstract", true);
     if (classifier.concurrency == Concurrency::Active)

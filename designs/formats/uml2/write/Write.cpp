@@ -266,7 +266,8 @@ void leaveDiagrams(const Package& package, const Catalogue& catalogue, Report& r
 
 void write(const Writing& writing, Files& files, Report& report)
 {
-    forEachPackage(writing.design.root, [&](const Package& package) { leaveDiagrams(package, writing.catalogue, report); });
+    forEachPackage(writing.design.root,
+                   [&](const Package& package) { leaveDiagrams(package, writing.catalogue, report); });
     pugi::xml_document document;
     Writer(writing, report).write(document.root());
     xml::save(document, files.begin({}));
