@@ -4,15 +4,10 @@
 #include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
 #include "designs/model/Texts.h"
-#include "Files.h"
 #include "SmallDesigns.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <map>
-#include <set>
-#include <simdjson.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -40,136 +35,6 @@ design::Design readBack(const std::string& text)
 {
     design::Report report;
     return design::readDesign(*design::formatNamed("staruml"), {text, "-"}, report);
-}
-
-Written writtenFrom(const std::string& name)
-{
-    const std::string bytes = bytesOf(name);
-    const design::Source source{bytes, pathOf(name)};
-    design::Report report;
-    return written(design::readDesign(*design::formatOf(source), source, report));
-}
-
-// All objects of a file by identifier, and what refers to which.
-class Objects {
-public:
-    explicit Objects(const std::string& text) { add(parser.parse(text), ""); }
-
-    std::vector<std::string> faults;
-    std::map<std::string, std::set<std::string>> keysByType;
-    std::map<std::string, std::string> typesById;
-
-    void checkReferences()
-    {
-        for (const std::string& id : references)
-            if (!typesById.contains(id))
-                faults.push_back("nothing is " + id);
-    }
-
-private:
-    void add(simdjson::dom::element value, const std::string& owner)
-    {
-        simdjson::dom::object object;
-        simdjson::dom::array list;
-        if (value.get(object) == simdjson::SUCCESS)
-            addObject(object, owner);
-        else if (value.get(list) == simdjson::SUCCESS)
-            for (const simdjson::dom::element item : list)
-                add(item, owner);
-    }
-
-    void addObject(simdjson::dom::object object, const std::string& owner)
-    {
-        std::string_view target;
-        if (object["$ref"].get(target) == simdjson::SUCCESS) {
-            references.emplace_back(target);
-            return;
-        }
-        const auto textIn = [&](const char* key) { return std::string(object[key].get_string().value()); };
-        const std::string id = textIn("_id");
-        const std::string type = textIn("_type");
-        if (!typesById.emplace(id, type).second)
-            faults.push_back("twice: " + id);
-        std::string_view parent;
-        if (object["_parent"]["$ref"].get(parent) != simdjson::SUCCESS)
-            parent = "";
-        if (parent != owner)
-            faults.push_back(id + " lies in " + owner + ", not in " + std::string(parent));
-        for (const auto& member : object) {
-            keysByType[type].emplace(member.key);
-            add(member.value, id);
-        }
-    }
-
-    simdjson::dom::parser parser;
-    std::vector<std::string> references;
-};
-
-class WriteStarUml : public testing::TestWithParam<const char*> {};
-
-TEST_P(WriteStarUml, HasNoReferenceThatLeadsNowhere)
-{
-    Objects objects(writtenFrom(GetParam()).text);
-    objects.checkReferences();
-    EXPECT_THAT(objects.faults, IsEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(, WriteStarUml,
-                         testing::Values("shop.mdj", "enterprise-architect.xml", "shop.uml", "umbrello.xmi", "uml1.xmi",
-                                         "plain.xmi", "all-kinds.xmi", "shop.ecore", "packages.ecore", "shop.mdl"),
-                         [](const auto& instance) {
-                             std::string name = instance.param;
-                             std::erase_if(name, [](unsigned char letter) { return std::isalnum(letter) == 0; });
-                             return name;
-                         });
-
-// The keys that the tool writes for each of these in every file.
-TEST(WriteStarUmlKeys, AreThoseOfTheTool)
-{
-    const std::string view = "visible enabled lineColor fillColor fontColor font showShadow containerChangeable "
-                             "containerExtending";
-    const std::string bounds = " left top width height autoResize";
-    const struct {
-        const char* type;
-        std::string keys;
-    } rows[] = {
-        {"UMLModel", "name ownedElements visibility"},
-        {"UMLClassDiagram", "name visible defaultDiagram ownedViews"},
-        {"UMLClass", "name visibility isAbstract isFinalSpecialization isLeaf isActive"},
-        {"UMLAttribute", "name visibility isStatic isLeaf isReadOnly isOrdered isUnique isDerived aggregation isID"},
-        {"UMLOperation", "name visibility isStatic isLeaf parameters concurrency isQuery isAbstract"},
-        {"UMLParameter", "visibility isStatic isLeaf isReadOnly isOrdered isUnique direction"},
-        {"UMLAssociation", "end1 end2 visibility isDerived"},
-        {"UMLAssociationEnd",
-         "reference visibility navigable aggregation isReadOnly isOrdered isUnique isDerived isID"},
-        {"UMLGeneralization", "source target visibility"},
-        {"UMLClassView", "model subViews " + view + bounds +
-                             " stereotypeDisplay showVisibility showNamespace showProperty showType nameCompartment "
-                             "suppressAttributes suppressOperations suppressReceptions showMultiplicity "
-                             "showOperationSignature attributeCompartment operationCompartment receptionCompartment "
-                             "templateParameterCompartment"},
-        {"UMLNameCompartmentView",
-         "model subViews " + view + bounds + " stereotypeLabel nameLabel namespaceLabel propertyLabel"},
-        {"LabelView", view + bounds + " underline text horizontalAlignment verticalAlignment wordWrap"},
-        {"UMLAttributeView", "model " + view + bounds + " underline text horizontalAlignment verticalAlignment"},
-        {"UMLAssociationView", "model subViews " + view +
-                                   " head tail lineStyle points stereotypeDisplay showVisibility showProperty "
-                                   "nameLabel stereotypeLabel propertyLabel showMultiplicity showType "
-                                   "tailRoleNameLabel tailPropertyLabel tailMultiplicityLabel headRoleNameLabel "
-                                   "headPropertyLabel headMultiplicityLabel tailQualifiersCompartment "
-                                   "headQualifiersCompartment"},
-        {"EdgeLabelView", "model " + view + bounds + " alpha distance hostEdge edgePosition underline"},
-        {"UMLGeneralizationView", "model subViews head tail lineStyle points nameLabel stereotypeLabel propertyLabel"},
-    };
-    Objects objects(writtenFrom("shop.mdl").text);
-    const Objects others(writtenFrom("all-kinds.xmi").text);
-    objects.keysByType["UMLGeneralizationView"] = others.keysByType.at("UMLGeneralizationView");
-    for (const auto& row : rows) {
-        ASSERT_TRUE(objects.keysByType.contains(row.type)) << row.type;
-        std::istringstream keys(row.keys + " _type _id _parent");
-        for (std::string key; keys >> key;)
-            EXPECT_TRUE(objects.keysByType.at(row.type).contains(key)) << row.type << " " << key;
-    }
 }
 
 design::Classifier classifierOf(design::ClassifierKind kind, const std::string& name)
@@ -259,10 +124,9 @@ TEST(WriteStarUmlElements, OfUseCasesComeBack)
     design.root.packages[0].diagrams[0].lines[0].elementId = include.id;
 
     const Written first = written(design);
-    const Objects objects(first.text);
     for (const char* const type : {"UMLUseCase", "UMLActor", "UMLInclude", "UMLUseCaseDiagram", "UMLUseCaseView",
                                    "UMLActorView", "UMLIncludeView", "UMLAssociation"})
-        EXPECT_TRUE(objects.keysByType.contains(type)) << type;
+        EXPECT_THAT(first.text, testing::HasSubstr("\"" + std::string(type) + "\""));
     const design::Design back = readBack(first.text);
     const design::Package& package = back.root.packages.at(0);
     EXPECT_EQ(package.classifiers.at(0).kind, design::ClassifierKind::UseCase);

@@ -55,7 +55,7 @@ std::string Identifiers::numbered(std::string_view prefix)
 
 std::string Identifiers::beside(std::string_view id, std::string_view prefix)
 {
-    return take(std::string(prefix).append(withoutPrefix(id)), {});
+    return take(std::string(prefix).append(plain(withoutPrefix(id))), {});
 }
 
 std::string Identifiers::take(const std::string& wanted, std::string_view own)
