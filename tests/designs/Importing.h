@@ -37,6 +37,7 @@ private:
     static std::vector<std::string> linesOf(const std::vector<design::ReportEntry>& entries)
     {
         std::vector<std::string> lines;
+        lines.reserve(entries.size());
         for (const design::ReportEntry& entry : entries)
             lines.push_back(entry.kind + " " + entry.name + ": " + entry.reason);
         return lines;

@@ -17,7 +17,7 @@ design::Design designWithHostileTexts()
     const std::vector<std::string> texts = {"<a href='x'>&amp;\"",
                                             "]]>--><!--",
                                             "a\r\nb\rc\nd",
-                                            std::string("bell\a and\0 nothing", 19),
+                                            std::string("bell\a and\0 nothing", 18),
 
                                             "#//A/b",
                                             "{\"$ref\":1}",

@@ -144,8 +144,8 @@ inline design::Design designWithEverything()
     main.boxes[1].appearance.fillColor = 0xFFFFCC;
     main.boxes[2].appearance.fillColor = 0x00FF80;
     main.boxes[0].hidden.attributes[static_cast<std::size_t>(Visibility::Protected)] = true;
-    for (const Element& each : std::initializer_list<Element>{holds, buys})
-        main.lines.emplace_back().elementId = each.id;
+    for (const std::string& id : {holds.id, buys.id})
+        main.lines.emplace_back().elementId = id;
     for (const Relationship& each : sales.relationships)
         main.lines.emplace_back().elementId = each.id;
     sales.diagrams.push_back(std::move(main));
