@@ -150,7 +150,7 @@ const shownIn = once(() => {
 });
 
 function iconOf(element) {
-  const name = kindOf(element)[KindField.icon];
+  const name = literals().has(element) ? "enumeration" : kindOf(element)[KindField.icon];
   const stereotype = (detailsOf(element).stereotype || "").toLowerCase();
   const special = name === "class" && ["actor", "interface"].includes(stereotype) ? stereotype : name;
   return icon(special, "of-" + groupNames[groupOf(element)]);

@@ -67,7 +67,10 @@ const countedTogether = {
   [Group.behavior]: "behaviour item",
   [Group.relation]: "relation",
 };
-const countedAs = (element) => countedTogether[groupOf(element)] || wordOf(element);
+const countedAs = (element) => {
+  const word = wordOf(element);
+  return (figureOrder.includes(word) ? word : countedTogether[groupOf(element)]) || word;
+};
 
 // Where a figure leads: to the first element that it counts, and of the diagrams to one that shows something.
 function figureLink(word, content) {
@@ -91,10 +94,13 @@ function figures() {
     [make("b", {}, count.toLocaleString("en")), make("span", {}, named(word, count))]))));
 }
 
+const mostTogether = 12; // diagrams of different kinds
+
 function allDiagrams() {
   const all = [...diagramOf().keys()];
+  const drawn = all.filter((element) => !isEmpty(element));
   const byWord = new Map();
-  for (const element of all) if (!isEmpty(element)) addTo(byWord, wordOf(element), element);
+  for (const element of drawn) addTo(byWord, wordOf(element), element);
   const empty = all.filter(isEmpty);
   if (all.length === 0) return "";
   const emptyItem = (element) => {
@@ -102,8 +108,11 @@ function allDiagrams() {
     item.append(noteOf(nameOf(parentOf(element))));
     return item;
   };
-  return section("Diagrams", ...[...byWord].flatMap(([word, list]) =>
-    [make("h3", {}, plural(word)), ...cards(list, (each) => nameOf(parentOf(each)))]),
+  const ownerOf = (each) => nameOf(parentOf(each));
+  const groups = drawn.length > mostTogether || byWord.size < 2 ?
+    [...byWord].flatMap(([word, list]) => [make("h3", {}, plural(word)), ...cards(list, ownerOf)]) :
+    cards([...byWord.values()].flat(), (each) => wordOf(each) + " · " + ownerOf(each));
+  return section("Diagrams", ...groups,
   ...(empty.length ? [make("h3", {}, "Empty diagrams"), ...columnsOf(empty, emptyItem)] : []));
 }
 

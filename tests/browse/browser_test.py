@@ -114,9 +114,9 @@ class Reading(Pages):
     def test_has_figures_that_lead_somewhere(self):
         figures = self.browser.script("return [...document.querySelectorAll('.figures a')].map((each) =>"
                                       " each.textContent)")
-        self.assertEqual(figures[:4], ["4packages", "5classes", "1enumeration", "4diagrams"])
-        self.assertIn("2relations", figures)
-        self.browser.script("[...document.querySelectorAll('.figures a')][3].click()")
+        self.assertEqual(figures[:5], ["4packages", "5classes", "1enumeration", "1association", "4diagrams"])
+        self.assertIn("1relation", figures)
+        self.browser.script("[...document.querySelectorAll('.figures a')][4].click()")
         self.wait_for_title("Orders at a glance")
 
     def test_shows_the_diagrams_small(self):
