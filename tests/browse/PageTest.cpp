@@ -1,13 +1,12 @@
 #include "browse/Page.h"
 #include "reader/PetalTexts.h"
+#include "Unpacked.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <gmock/gmock.h>
 #include <simdjson.h>
 #include <string>
 #include <string_view>
-#include <zlib.h>
 
 namespace {
 
@@ -23,39 +22,6 @@ std::string pageOf(const reader::Document& document, const std::string& title = 
     browse::writePage(document, index, {title, [&](const reader::Diagram&) { return picture; }},
                       [&](std::string_view piece) { page += piece; });
     return page;
-}
-
-std::string fromBase64(std::string_view text)
-{
-    constexpr std::string_view characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string bytes;
-    std::uint32_t bits = 0;
-    unsigned count = 0;
-    for (const char c : text.substr(0, text.find('='))) {
-        bits = bits << 6U | static_cast<std::uint32_t>(characters.find(c));
-        count += 6;
-        if (count >= 8)
-            bytes += static_cast<char>(bits >> (count -= 8) & 0xFFU);
-    }
-    return bytes;
-}
-
-// What the script of that id holds, unpacked.
-std::string unpacked(const std::string& page, const std::string& id)
-{
-    const std::string start = "<script type=\"text/plain\" id=\"" + id + "\">";
-    const std::size_t from = page.find(start) + start.size();
-    const std::string packed = fromBase64(std::string_view(page).substr(from, page.find("</script>", from) - from));
-    std::string text;
-    for (uLongf size = 4096;; size *= 4) {
-        text.resize(size);
-        uLongf used = size;
-        const int result = uncompress(reinterpret_cast<Bytef*>(text.data()), &used,
-                                      reinterpret_cast<const Bytef*>(packed.data()), packed.size());
-        text.resize(used);
-        if (result != Z_BUF_ERROR)
-            return result == Z_OK ? text : "not packed: " + packed;
-    }
 }
 
 // The JSON of the page as it stands.
@@ -174,6 +140,17 @@ constexpr SheetRow sheetRows[] = {
     {"properties of tools",
      R"(attributes (list Attribute_Set (object Attribute tool "Java" name "Final" value FALSE) (object Attribute tool "cg" name "Kind" value ("KindSet" 17))))",
      R"([["Java",[["Final","FALSE"]]],["cg",[["Kind","KindSet, 17"]]]])"},
+    {"actions of a state, with what starts them",
+     R"(statemachine (object State_Machine "S" quid "0000000000E0" states (list States
+(object State "On" quid "0000000000E1" actions (list Actions (object action "ring" ActionTime (object ActionTime when "Entry")))))))",
+     R"([["Actions","ring"],["Actions › Action time › When","Entry"]])"},
+    {"a state without a name is called as its kind",
+     R"(statemachine (object State_Machine "S" quid "0000000000E0" states (list States (object State "" quid "0000000000E1" type "StartState"))))",
+     R"("Start state","0000000000E1")"},
+    {"a transition without a name is called as its event",
+     R"(statemachine (object State_Machine "S" quid "0000000000E0" states (list States
+(object State "On" quid "0000000000E1" transitions (list transition_list (object State_Transition quid "0000000000E2" Event (object Event "flip" quid "0000000000E4")))))))",
+     R"("flip","0000000000E2")"},
     {"words of the file", "persistence \"Transient\"\nmulti FALSE\nopExportControl \"Private\"\n",
      R"([["Persistence","Transient"],["Multi","FALSE"],["Visibility","Private"]])"},
     {"not what goes without saying of a unit", "is_unit FALSE\nis_loaded TRUE\n", R"("Order","0000000000C1",{}])"},
@@ -204,6 +181,50 @@ TEST(Page, SaysWhatOfADiagramShowsWhat)
     const std::string views = "(object ClassView \"Class\" \"Logical View::Order\" @7 quidu \"0000000000C1\")\n"
                               "(object NoteView @8)\n(object ClassView \"Class\" \"Logical View::Order\" @9)";
     EXPECT_THAT(modelOf(read(logicalView(aClass("Order"), views))), HasSubstr(R"("diagrams":[[3,[7,2,9,2]]])"));
+}
+
+// An interaction has the name of the diagram that shows it.
+TEST(Page, NamesInteractionsByTheirDiagrams)
+{
+    const std::string json = modelOf(read(model(R"(root_category (object Class_Category "Logical View"
+quid "0000000000A0" logical_models (list l (object Mechanism @5 quid "0000000000D1") (object Mechanism @6 quid "0000000000D2"))
+logical_presentations (list l (object InteractionDiagram "Buying" quid "0000000000D3" mechanism_ref @5))))")));
+    EXPECT_THAT(json, HasSubstr(R"("Buying","0000000000D1")"));
+    EXPECT_THAT(json, HasSubstr(R"("","0000000000D2")"));
+}
+
+// The word, the symbol, the group and whether it is a relation of the kind of the second element.
+TEST(Page, SaysWhatElementsAre)
+{
+    const struct {
+        const char* object;
+        const char* kind;
+    } rows[] = {
+        {"Class \"A\"", R"(["class","class",2,"In component","Contains",0])"},
+        {"UseCase \"A\"", R"(["use case","use-case",2,"","",0])"},
+        {"Class_Category \"A\"", R"(["package","package",1,"","",0])"},
+        {"Association \"A\"", R"(["association","association",5,"Associated with","Associated with",0])"},
+        {"Uses_Relationship", R"(["dependency","dependency",5,"Uses","Used by",1])"},
+        {"Operation \"A\"", R"(["operation","operation",3,"Returns","Returned by",0])"},
+        {"State \"A\"", R"(["state","state",4,"","",0])"},
+        {"ClassDiagram \"A\"", R"(["class diagram","diagram",0,"","",0])"},
+        {"UseCaseDiagram \"A\"", R"(["use case diagram","use-case-diagram",0,"","",0])"},
+        {"InteractionDiagram \"A\"", R"(["sequence diagram","sequence-diagram",0,"","",0])"},
+        {"Novelty \"A\"", R"(["Novelty","other",4,"Refers to","Referred to by",0])"},
+    };
+    for (const auto& row : rows)
+        EXPECT_THAT(
+            modelOf(read(model(std::string("root_category (object ") + row.object + "\nquid \"0000000000A9\")"))),
+            HasSubstr(std::string(R"("kinds":[["model","model",1,"","",0],)") + row.kind + "]"))
+            << row.object;
+}
+
+TEST(Page, SaysWhatIsWrongWithTheFile)
+{
+    const std::string json = modelOf(read(logicalView(aClass("Order", "documentation \"no end\n"))));
+    EXPECT_THAT(json, HasSubstr(R"("faults":[["test.mdl:)"));
+    EXPECT_THAT(modelOf(read(logicalView(aClass("Order")))), HasSubstr(R"("faults":[],)"));
+    EXPECT_THAT(json, HasSubstr(R"("files":[["test.mdl","42",)"));
 }
 
 // Whatever is left of a file, the page of it is whole.

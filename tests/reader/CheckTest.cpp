@@ -62,6 +62,7 @@ TEST(Check, FindsWhatIsWrongWithElements)
         {"(object Message\nquid \"0000000000B1\"\nquid \"0000000000B1\")", {"key-twice 13"}},
         {"(object Message\na 1 )\n(object Message\na 1\n)", {"lone-parenthesis 15"}},
         {"(object Semantic_Info\nPDL \"x\"\n)", {"note lone-parenthesis 13"}},
+        {"(object Message\na (object Semantic_Info\nPDL \"x\")\n)", {"lone-parenthesis 14"}},
         {"(object Message\ndocumentation \n|x\n\n)", {}},
         {"(object Message\ndocumentation \n|x\nnext 1)", {"block-without-end 13"}},
         {"(object Message\na 1 b 2)", {"key-inside-line 12"}},

@@ -121,6 +121,39 @@ TEST(Units, StandInThePlaceOfWhatNamesThem)
     EXPECT_THAT(document.place(*inside).file, testing::EndsWith("a.cat"));
 }
 
+// Units of units may be called alike: each is the one beside the file that names it.
+TEST(Units, AreLookedForBesideWhatNamesThem)
+{
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "one");
+    fs::create_directories(folder.path() / "two");
+    folder.write("m.mdl", logicalView(stub("one/a.cat") + stub("two/b.cat")));
+    folder.write("one/a.cat", unit("U", stub("deep.cat")));
+    folder.write("two/b.cat", unit("V", stub("deep.cat")));
+    folder.write("one/deep.cat", unit("W", "(object Class \"First\")"));
+    folder.write("two/deep.cat", unit("W", "(object Class \"Second\")"));
+    const Document document(folder / "m.mdl");
+    const reader::Index index(document);
+    EXPECT_TRUE(index.byName("Logical View::U::W::First"));
+    EXPECT_TRUE(index.byName("Logical View::V::W::Second"));
+    EXPECT_TRUE(document.missingUnits().empty());
+}
+
+TEST(Units, AreKnownByWhatStandsForThem)
+{
+    const TemporaryFolder folder;
+    folder.write("m.mdl", logicalView(stub("a.cat") + stub("none.cat")));
+    folder.write("a.cat", unit("U"));
+    const Document document(folder / "m.mdl");
+    ASSERT_EQ(document.files().size(), 2U);
+    EXPECT_FALSE(document.files()[0].stub);
+    ASSERT_TRUE(document.files()[1].stub);
+    EXPECT_EQ(document.files()[1].stub->text("file_name"), "a.cat");
+    EXPECT_FALSE(document.missingUnit(*document.files()[1].stub));
+    ASSERT_EQ(document.missingUnits().size(), 1U);
+    EXPECT_EQ(document.missingUnit(*document.missingUnits().front().stub), &document.missingUnits().front());
+}
+
 std::vector<std::string> reasonsFor(const TemporaryFolder& folder, const std::vector<std::string>& names,
                                     const reader::ReadOptions& options = {})
 {

@@ -1,7 +1,6 @@
 #include "browse/changes/ChangedSheets.h"
 #include "browse/changes/ChangedDiagrams.h"
-#include "compare/changes/Pairing.h"
-#include "reader/PetalTexts.h"
+#include "ChangedStates.h"
 
 #include <gmock/gmock.h>
 #include <string>
@@ -32,24 +31,6 @@ std::string invoice(std::string_view body)
 
 constexpr std::string_view total = R"((object ClassAttribute "total" quid "C1" type "Money"))";
 constexpr std::string_view tax = R"((object ClassAttribute "tax" quid "C2" type "Money"))";
-
-// Two states, and what is different in them.
-struct States {
-    States(const std::string& oldText, const std::string& newText)
-        : oldDocument(read(oldText)), newDocument(read(newText)), before(oldDocument, compare::Depth::meaning),
-          after(newDocument, compare::Depth::meaning)
-    {
-        compare::pair(before, after);
-        changes = compare::changesOf(states);
-    }
-
-    reader::Document oldDocument;
-    reader::Document newDocument;
-    compare::Snapshot before;
-    compare::Snapshot after;
-    compare::Comparison states{before, after, compare::Depth::meaning};
-    std::vector<compare::Change> changes;
-};
 
 std::string lineOf(const browse::ChangedRow& row)
 {
