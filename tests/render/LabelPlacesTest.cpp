@@ -78,6 +78,11 @@ TEST(LabelPlaces, OfExportsAreTheNearestThatAreFree)
          box("(700, 120)", "width 40 height 60") + line("(0, 230) (3000, 230)"),
          "",
          {700, 265}},
+        {"a box all along the line, and lines on the other side",
+         box("(700, -225)", "width 900 height 750") +
+             line("(0, 230) (3000, 230) (3000, 280) (0, 280) (0, 330) (3000, 330)"),
+         "",
+         {610, 235}}, // rather on a line than on a box
         {"a box just beyond it", box("(700, 107)", "width 40 height 60"), "", {700, 165}},
         {"a line above", line("(0, 165) (3000, 165)"), "", {700, 235}},
         {"a line just beyond it", line("(0, 137) (3000, 137)"), "", {700, 165}},

@@ -239,16 +239,29 @@ TEST(Sizes, OwnersAreNamedWhereTheyDiffer)
     }
 }
 
-// A class shown as an icon has its members below its name.
+// A class shown as an icon has its members below its name, or where the file has them, but not on the name.
 TEST(Sizes, IconsHaveTheirMembers)
 {
-    const Parsed picture(R"((object ClassView "Class" "Logical View::E" @1 location (500, 500) icon "Entity"
-IncludeAttribute TRUE IncludeOperation TRUE SuppressOperation TRUE quidu "3ABD00000001"))",
-                         twoMembers);
-    const pugi::xml_node item = itemOf(picture.svg, 1);
-    EXPECT_THAT(textsOf(item), ElementsAre("E", "a", "b"));
-    EXPECT_GT(number(item.child("text"), "y"), 575);
-    EXPECT_GT(number(item.child("text").next_sibling("text"), "y"), number(item.child("text"), "y") + 50);
+    const struct {
+        const char* keys;
+        double first; // top of the first member
+    } rows[] = {
+        {"", 651},
+        {"compartment (object Compartment location (500, 900))", 900},
+        {"compartment (object Compartment location (500, 600))", 635},
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(std::string(R"((object ClassView "Class" "Logical View::E" @1 location (500, 500)
+icon "Entity" IncludeAttribute TRUE IncludeOperation TRUE SuppressOperation TRUE quidu "3ABD00000001" )") +
+                                 row.keys + ")",
+                             twoMembers);
+        const pugi::xml_node item = itemOf(picture.svg, 1);
+        EXPECT_THAT(textsOf(item), ElementsAre("E", "a", "b")) << row.keys;
+        const pugi::xml_node name = item.child("text");
+        EXPECT_NEAR(number(name, "y") - 40.6, 585, 0.3) << row.keys;
+        EXPECT_NEAR(number(name.next_sibling("text"), "y") - 40.6, row.first, 0.3) << row.keys;
+        EXPECT_NEAR(number(item.last_child(), "y") - 40.6, row.first + 50, 0.3) << row.keys;
+    }
 }
 
 // At the width that the label has, else at that of the box.
