@@ -132,14 +132,12 @@ _petal_export() {
 _petal_import() {
     local options=(-h --help -o --output --from --layout --no-layout --report --charset --path --units-within
         --no-units -q --quiet --list-formats --color)
-    local most_files=1
     _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 
 _petal_convert() {
     local options=(-h --help -o --output --from --to --layout --no-layout --report --charset --path --units-within
         --no-units -q --quiet --list-formats --color)
-    local most_files=1
     _petal_command_with_files "$1" 'json mdj xml xmi uml ecore mdl cat' "${#options[@]}" "${options[@]}" "${@:2}"
 }
 

@@ -22,6 +22,12 @@ function __petal_formats_out
     petal convert --list-formats 2>/dev/null | string match -r '^\S+(?=.* out )'
 end
 
+# Folders, and the files with one of these endings.
+function __petal_files
+    complete -C '__fish_command_without_completions '(commandline -ct) |
+        string match -r '^.*(?:/|\.(?:'(string join '|' -- $argv)'))$'
+end
+
 # The names of the diagrams in the files of the command line.
 function __petal_diagrams
     set -l files (string match -r '.*\.(?:mdl|cat|sub|prc)$' -- (commandline -opc))
@@ -47,7 +53,7 @@ complete -c petal -n $command -s h -l help -d 'Print help'
 complete -c petal -n $command -s V -l version -d 'Print the version'
 
 set -l export '__fish_seen_subcommand_from export'
-complete -c petal -n $export -k -a '(__fish_complete_suffix .json; __fish_complete_suffix .mdj; __fish_complete_suffix .uml; __fish_complete_suffix .xmi; __fish_complete_suffix .xml; __fish_complete_suffix .ecore; __fish_complete_suffix .mdl; __fish_complete_suffix .cat)'
+complete -c petal -n $export -a '(__petal_files json mdj xml xmi uml ecore mdl cat)'
 complete -c petal -n $export -s h -l help -d 'Print help'
 complete -c petal -n $export -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $export -l option -x -a '(__petal_assignments)' -d 'Set an option of the bridge'
@@ -76,7 +82,7 @@ complete -c petal -n $export -l report -r -F -d 'Write what was left out or made
 complete -c petal -n $export -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l import '__fish_seen_subcommand_from import'
-complete -c petal -n $import -F
+complete -c petal -n $import -a '(__petal_files json mdj xml xmi uml ecore mdl cat)'
 complete -c petal -n $import -s h -l help -d 'Print help'
 complete -c petal -n $import -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $import -l from -x -a '(__petal_formats)' -d 'Format of the design'
@@ -92,7 +98,7 @@ complete -c petal -n $import -l list-formats -d 'List the formats of designs'
 complete -c petal -n $import -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l convert '__fish_seen_subcommand_from convert'
-complete -c petal -n $convert -F
+complete -c petal -n $convert -a '(__petal_files json mdj xml xmi uml ecore mdl cat)'
 complete -c petal -n $convert -s h -l help -d 'Print help'
 complete -c petal -n $convert -s o -l output -r -F -d 'The file to write, - for standard output'
 complete -c petal -n $convert -l from -x -a '(__petal_formats)' -d 'Format of the design'
@@ -109,7 +115,7 @@ complete -c petal -n $convert -l list-formats -d 'List the formats'
 complete -c petal -n $convert -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l check '__fish_seen_subcommand_from check'
-complete -c petal -n $check -F
+complete -c petal -n $check -a '(__petal_files mdl cat sub prc)'
 complete -c petal -n $check -s h -l help -d 'Print help'
 complete -c petal -n $check -l charset -x -d 'Encoding of the files'
 complete -c petal -n $check -l path -x -d 'Folder behind a symbol in the paths of units'
@@ -122,7 +128,7 @@ complete -c petal -n $check -s q -l quiet -d 'Print no numbers of findings'
 complete -c petal -n $check -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l tree '__fish_seen_subcommand_from tree'
-complete -c petal -n $tree -F
+complete -c petal -n $tree -a '(__petal_files mdl cat sub prc)'
 complete -c petal -n $tree -s h -l help -d 'Print help'
 complete -c petal -n $tree -l depth -x -d 'Number of levels'
 complete -c petal -n $tree -l full -d 'One fact a line, in a stable order'
@@ -133,7 +139,7 @@ complete -c petal -n $tree -l no-units -d 'Leave controlled units out'
 complete -c petal -n $tree -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l dump '__fish_seen_subcommand_from dump'
-complete -c petal -n $dump -F
+complete -c petal -n $dump -a '(__petal_files mdl cat sub prc)'
 complete -c petal -n $dump -s h -l help -d 'Print help'
 complete -c petal -n $dump -l json -d 'As one tree in JSON'
 complete -c petal -n $dump -s o -l output -r -F -d 'The JSON file to write'
@@ -147,7 +153,7 @@ complete -c petal -n $dump -s q -l quiet -d 'Print nothing but errors'
 complete -c petal -n $dump -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l diff '__fish_seen_subcommand_from diff'
-complete -c petal -n $diff -F
+complete -c petal -n $diff -a '(__petal_files mdl cat sub prc json mdj xml xmi uml ecore)'
 complete -c petal -n $diff -s h -l help -d 'Print help'
 complete -c petal -n $diff -l model-only -d 'Nothing of diagrams'
 complete -c petal -n $diff -l diagrams-only -d 'Nothing but diagrams'
@@ -171,7 +177,7 @@ complete -c petal -n $git -l diff -d 'Compare two files, for git'
 complete -c petal -n $git -l text -d 'Write a file as text, for git'
 
 set -l draw '__fish_seen_subcommand_from draw'
-complete -c petal -n $draw -F
+complete -c petal -n $draw -a '(__petal_files mdl cat sub prc)'
 complete -c petal -n $draw -s h -l help -d 'Print help'
 complete -c petal -n $draw -l diagram -x -a '(__petal_diagrams)' -d 'Name of a diagram to draw'
 complete -c petal -n $draw -s o -l output -r -F -d 'Folder or file for the pictures, - for standard output'
@@ -186,7 +192,7 @@ complete -c petal -n $draw -l json -d 'The list as JSON'
 complete -c petal -n $draw -l color -x -a 'auto always never' -d 'Colours for errors, warnings and notes'
 
 set -l browse '__fish_seen_subcommand_from browse'
-complete -c petal -n $browse -F
+complete -c petal -n $browse -a '(__petal_files mdl cat sub prc)'
 complete -c petal -n $browse -s h -l help -d 'Print help'
 complete -c petal -n $browse -s o -l output -r -F -d 'The page to write, - for standard output'
 complete -c petal -n $browse -l charset -x -d 'Encoding of the file'

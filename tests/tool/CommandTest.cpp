@@ -32,7 +32,7 @@ TEST_F(Command, EndsWithACodeAndAMessage)
         {{"export", "m.json", "n.json", "-o", "x.mdl"}, 2, "x.mdl is one file for what is made of 2; a folder"},
         {{"export", "m.json", "-", "-o", "./"}, 2, "standard input has no name"},
         {{"export", "m.json", "n.json", "--report", "r"}, 2, "--report is about one model, not 2\n"},
-        {{"import", "m.json", "n.json"}, 2, "n.json"},
+        {{"import", "m.json", "n.json", "-o", "x"}, 2, "x is one file for what is made of 2"},
         {{"export", "m.json", "--colour"}, 2, "--colour"},
         {{"export", "m.json", "--color", "red"}, 2, "--color"},
         {{"help", "exprot"}, 2, "there is no command 'exprot'; did you mean 'export'?"},

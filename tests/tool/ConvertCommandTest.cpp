@@ -57,6 +57,7 @@ TEST_F(ConvertCommand, TellsTheFormatByNamesAndContents)
         EXPECT_THAT(folder.read(row.file), HasSubstr(row.expected)) << row.file;
     }
     EXPECT_THAT(run({"convert", "-", "--to", "ecore", "-o", "-", "-q"}, roseFile).output, HasSubstr("name=\"Order\""));
+    EXPECT_THAT(run({"convert", "-", "--to", "ecore", "-q"}, roseFile).output, HasSubstr("name=\"Order\""));
 }
 
 TEST_F(ConvertCommand, EndsWithACodeAndAMessageAndLeavesTheOutputAlone)

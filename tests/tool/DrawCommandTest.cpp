@@ -83,7 +83,7 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
         {{"two.mdl", "-o", "x.jpg/", "-q"}, 0, "", ""},
         {{"two.mdl", "-o", "x.jpg", "-q"}, 0, "", ""},
         {{"two.mdl", "some.mdl", "-o", "x.svg"}, 2, "", "x.svg is one file for the pictures of 2; a folder takes them"},
-        {{"two.mdl", "x.jpg/two.mdl"}, 2, "", "another file's pictures go into the folder 'two' already"},
+        {{"two.mdl", "x.jpg/two.mdl"}, 2, "", "what is made of another file goes into the folder 'two' already"},
         {{"two.mdl", "--json"}, 2, "", "--list"},
         {{"two.mdl", "-o", "-"}, 2, "", "standard output takes one diagram, not 2; name it with --diagram"},
         {{"two.mdl", "-o", "kept.svg"}, 2, "", "kept.svg takes one diagram, not 2"},

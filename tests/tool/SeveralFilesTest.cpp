@@ -57,6 +57,32 @@ TEST_F(SeveralFiles, AreMadeInTheFolder)
     }
 }
 
+TEST_F(SeveralFiles, AreWrittenInOtherFormats)
+{
+    (void)run({"export", "m.json", "-o", "x.mdl"});
+    (void)run({"export", "m.json", "-o", "y.mdl"});
+    const struct {
+        Words arguments;
+        const char* made;
+    } rows[] = {
+        {{"import", "x.mdl", "y.mdl", "-o", "models/"}, "models/y.model.json"},
+        {{"convert", "x.mdl", "y.mdl", "--to", "model"}, "y.model.json"},
+        {{"convert", "m.json", "x.mdl", "--to", "rose", "-o", "rose/"}, "rose/x.mdl"},
+        {{"convert", "a/m.model.json", "y.mdl", "--to", "ecore"}, "m.ecore"},
+        {{"convert", "x.mdl", "y.mdl", "--to", "papyrus", "-o", "new/"}, "new/y.notation"},
+        {{"convert", "x.mdl", "y.mdl", "--to", "plantuml", "-o", "texts/"}, "texts/y/Main.puml"},
+        {{"convert", "x.mdl", "y.mdl", "--to", "mermaid"}, "y/Main.mmd"},
+    };
+    for (const auto& row : rows) {
+        const ProcessResult result = run(row.arguments);
+        EXPECT_EQ(result.exitCode, 0) << testing::PrintToString(row.arguments) << result.errors;
+        EXPECT_TRUE(fs::is_regular_file(folder / row.made)) << row.made;
+    }
+    EXPECT_EQ(run({"convert", "x.mdl", "none.mdl", "--to", "mermaid", "-o", "new/"}).exitCode, 3);
+    EXPECT_THAT(namesIn("new/x"), ElementsAre("Main.mmd")) << "and no folder for the one that is not there";
+    EXPECT_FALSE(fs::exists(folder / "new/none"));
+}
+
 TEST_F(SeveralFiles, DoNotOverwriteEachOther)
 {
     (void)run({"export", "m.json", "-o", "x.mdl"});
@@ -69,6 +95,10 @@ TEST_F(SeveralFiles, DoNotOverwriteEachOther)
          "m.mdl: the output of b/m.model.json would overwrite the output of a/m.model.json\n"},
         {{"browse", "x.mdl", "x.html"}, "x.html: the output of x.mdl would overwrite x.html, which was read\n"},
         {{"export", "m.json", "n.json", "-o", "-"}, "standard output is one file for what is made of 2"},
+        {{"convert", "x.mdl", "a/x.mdl", "--to", "mermaid"},
+         "a/x.mdl: what is made of another file goes into the folder 'x' already\n"},
+        {{"convert", "x.mdl", "-", "--to", "ecore"}, "standard input has no name for its output to be called by"},
+        {{"import", "x.mdl", "m.json", "--report", "r.json"}, "--report is about one model, not 2\n"},
     };
     const Words names = folder.names();
     for (const auto& row : rows) {

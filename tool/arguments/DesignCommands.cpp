@@ -40,7 +40,7 @@ Command addImportCommand(CLI::App& app)
 {
     auto request = std::make_shared<ImportRequest>();
     CLI::App* const command = app.add_subcommand("import", importHelp);
-    command->add_option("DESIGN", request->input, "The design; - reads standard input")->type_name("");
+    command->add_option("DESIGN", request->designs, "The designs; - reads standard input")->option_text("...");
     command
         ->add_option("-o,--output", request->output,
                      "The file to write, or the folder, which ends in /; - writes to standard output (default: "
@@ -58,8 +58,8 @@ Command addConvertCommand(CLI::App& app)
 {
     auto request = std::make_shared<ConvertRequest>();
     CLI::App* const command = app.add_subcommand("convert", convertHelp);
-    command->add_option("IN", request->input, "The Rose file, design or model file; - reads standard input")
-        ->type_name("");
+    command->add_option("IN", request->inputs, "The Rose files, designs or model files; - reads standard input")
+        ->option_text("...");
     command
         ->add_option("-o,--output", request->output,
                      "The file to write, or the folder, which ends in /; - writes to standard output (default: IN's "

@@ -43,8 +43,8 @@ struct ExportRequest {
 int runExport(const ExportRequest& request);
 
 struct ImportRequest {
-    std::string input;  ///< path, or `-` for standard input
-    std::string output; ///< file or folder, `-` for standard output, or empty for the design's name
+    std::vector<std::string> designs; ///< paths, or `-` for standard input
+    std::string output;               ///< file or folder, `-` for standard output, or empty for the designs' names
     DesignRequest design;
     ReadRequest reading; ///< of a Rose file
     bool isQuiet = false;
@@ -54,16 +54,16 @@ struct ImportRequest {
 int runImport(const ImportRequest& request);
 
 struct ConvertRequest {
-    std::string input;  ///< path, or `-` for standard input
-    std::string output; ///< file or folder, `-` for standard output, or empty for the input's name
-    std::string target; ///< name of a format, or empty to tell it by the output's ending
+    std::vector<std::string> inputs; ///< paths, or `-` for standard input
+    std::string output;              ///< file or folder, `-` for standard output, or empty for the inputs' names
+    std::string target;              ///< name of a format, or empty to tell it by the output's ending
     DesignRequest design;
     ReadRequest reading; ///< of a Rose file
     bool isQuiet = false;
     bool listsFormats = false; ///< instead of converting, which then needs no input
 };
 
-/// Writes a design in another format.
+/// Writes designs in another format.
 int runConvert(const ConvertRequest& request);
 
 /// Why designs do not come in, or go out, in a format of that name, or the empty text when they do.

@@ -10,6 +10,7 @@
 #include "tool/results/ConvertedFiles.h"
 #include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
+#include "tool/terminal/Progress.h"
 
 #include "kiv/KivIbmRationalRose98ExportDllInterface.h"
 
@@ -77,16 +78,16 @@ void openLogicalView(design::Design& design)
 }
 
 // The design that a file holds. A model file is read by way of its Rose file; none after its mistakes were told.
-std::optional<Input> readInput(const ConvertRequest& request)
+std::optional<Input> readInput(const ConvertRequest& request, const std::string& path)
 {
-    std::string content = text::readFile(request.input);
+    std::string content = text::readFile(path);
     const reader::ReadOptions reading = readOptions(request.reading);
-    design::Source source{content, request.input, &reading};
+    design::Source source{content, path, &reading};
     Input input;
     const design::Format* format = nullptr;
     bool isInView = true;
     if (request.design.format == modelFormat || (request.design.format.empty() && isModelFile(content))) {
-        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input));
+        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(path));
         if (!loaded)
             return std::nullopt;
         isInView = hasLogicalView(*loaded->model); // before the export makes one
@@ -95,7 +96,7 @@ std::optional<Input> readInput(const ConvertRequest& request)
         input.format = modelFormat;
         format = design::formatNamed(roseFormat);
     } else {
-        format = &formatOfImport(content, request.input, request.design.format);
+        format = &formatOfImport(content, path, request.design.format);
         input.format = format->name;
     }
     input.design = readSource(*format, source, input.report);
@@ -110,22 +111,12 @@ std::string endingOf(const std::string& place)
     return text::lowerCase(fs::path(place).extension().string());
 }
 
-// The file or folder that the output goes to.
-std::string placeOf(const ConvertRequest& request, std::string_view ending, bool isFolder)
-{
-    if (request.output.empty())
-        return isFolder ? "." : stemOf(request.input).append(ending);
-    if (!isFolder && meansFolder(request.output))
-        return (fs::path(request.output) / stemOf(request.input).append(ending)).string();
-    return request.output;
-}
-
-void write(const ConvertRequest& request, const design::Format& target, Input& input, ConvertedFiles& files,
-           bool isFolder)
+void write(const ConvertRequest& request, const design::Format& target, const Making& making, Input& input,
+           ConvertedFiles& files, bool isFolder)
 {
     design::settleFor(target, input.design, request.design.hasLayout.value_or(true), input.report);
     const design::Catalogue catalogue(input.design.root);
-    const std::string stem = stemOf(isFolder || files.place() == "-" ? request.input : files.place());
+    const std::string stem = stemOf(isFolder || files.place() == "-" ? making.input : files.place());
     try {
         target.write({input.design, catalogue, stem, isFolder, endingOf(files.place())}, files, input.report);
     } catch (const design::UnwritableDesign& error) {
@@ -141,9 +132,9 @@ std::string pluralOf(std::string_view kind)
     return word + (word.ends_with("s") || word.ends_with("x") ? "es" : "s");
 }
 
-std::string summaryOf(const ConvertRequest& request, const Input& input)
+std::string summaryOf(const std::string& path, const Input& input)
 {
-    std::string text = text::onOneLine(text::fileName(request.input)) + " (" + input.format + "): ";
+    std::string text = text::onOneLine(text::fileName(path)) + " (" + input.format + "): ";
     const char* separator = "";
     for (const design::ElementCount& each : input.counts) {
         text.append(separator).append(counted(each.count, each.kind, pluralOf(each.kind)));
@@ -166,34 +157,55 @@ std::string reportAsJson(const Input& input, const design::Format& target)
     return text + '\n';
 }
 
-int convertFile(const ConvertRequest& request, const design::Format& target)
+int convertFile(const ConvertRequest& request, const design::Format& target, const Making& making, bool isFolder)
 {
     const text::ReadRecord read;
-    std::optional<Input> input = readInput(request);
+    std::optional<Input> input = readInput(request, making.input);
     if (!input)
         return invalidModel;
-    const bool isFolder = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
-    const OutputFolder folder(meansFolder(request.output) ? request.output : std::string());
-    ConvertedFiles files(target, placeOf(request, target.endings.front(), isFolder), isFolder);
-    write(request, target, *input, files, isFolder);
+    const OutputFolder folder(isFolder ? making.output : std::string());
+    ConvertedFiles files(target, making.output, isFolder);
+    write(request, target, making, *input, files, isFolder);
     if (files.count() == 0) {
-        report(text::fileName(request.input) + ": there is nothing in it that " + std::string(target.name) +
+        report(text::fileName(making.input) + ": there is nothing in it that " + std::string(target.name) +
                " can hold");
         return exportFailed;
     }
     files.commit(request.design.reportFile, reportAsJson(*input, target), read);
     if (request.isQuiet)
         return done;
-    std::cerr << summaryOf(request, *input);
+    std::cerr << summaryOf(making.input, *input);
     if (files.place() != "-")
         tellMade(files.place(), counted(files.count(), "file", "files") + ", " + sizeText(files.bytes()));
     return done;
 }
 
+// The outputs: for a format with a file for each diagram the folders, of several inputs one for each.
+Outputs placesFor(const ConvertRequest& request, const design::Format& target, bool areFolders)
+{
+    if (!areFolders)
+        return outputsFor(request.inputs, request.output, [&](const std::string& input) {
+            return input == "-" ? input : stemOf(input).append(target.endings.front());
+        });
+    if (request.inputs.size() == 1)
+        return {{{request.inputs.front(), request.output.empty() ? "." : request.output}}, OutputFolder("")};
+    return {foldersFor(request.inputs, request.output), OutputFolder("")};
+}
+
+int convertFiles(const ConvertRequest& request, const design::Format& target)
+{
+    const bool areFolders = target.isWrittenByDiagram && (request.output.empty() || meansFolder(request.output));
+    const Outputs outputs = placesFor(request, target, areFolders);
+    return makeAll(outputs.makings, [&](const Making& making) {
+        return reportFailures(making.input, making.output,
+                              [&] { return convertFile(request, target, making, areFolders); });
+    });
+}
+
 int convertToModel(const ConvertRequest& request)
 {
     ImportRequest other;
-    other.input = request.input;
+    other.designs = request.inputs;
     other.output = request.output;
     other.design = request.design;
     other.reading = request.reading;
@@ -204,7 +216,7 @@ int convertToModel(const ConvertRequest& request)
 int convertToRose(const ConvertRequest& request)
 {
     ExportRequest other;
-    other.models = {request.input};
+    other.models = request.inputs;
     other.output = request.output;
     other.design = request.design;
     other.reading = request.reading;
@@ -255,16 +267,19 @@ int runConvert(const ConvertRequest& request)
 {
     if (request.listsFormats)
         return listFormats();
-    if (request.input.empty()) {
+    if (request.inputs.empty()) {
         report("IN is required; see petal convert --help");
         return wrongUsage;
     }
-    return reportFailures(request.input, request.output, [&] {
+    if (request.isQuiet)
+        forbidProgress();
+    return reportFailures("", request.output, [&] {
+        refuseForSeveral("--report", request.design.reportFile, request.inputs.size());
         const std::string_view target = targetOf(request);
         if (target == modelFormat)
             return convertToModel(request);
         if (target == roseFormat)
             return convertToRose(request);
-        return convertFile(request, *design::formatNamed(target));
+        return convertFiles(request, *design::formatNamed(target));
     });
 }

@@ -24,7 +24,6 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
-#include <set>
 
 namespace {
 
@@ -264,18 +263,7 @@ std::vector<Making> placesFor(const DrawRequest& request)
         throw WrongUsage((request.output == "-" ? "standard output" : request.output) +
                          " is one file for the pictures of " + std::to_string(request.files.size()) +
                          "; a folder takes them");
-    std::vector<Making> makings;
-    std::set<std::string> taken;
-    for (const std::string& file : request.files) {
-        const std::string name = stemOf(text::fileName(file));
-        if (!taken.insert(text::lowerCase(name)).second)
-            throw WrongUsage(std::string(file)
-                                 .append(": another file's pictures go into the folder '")
-                                 .append(name)
-                                 .append("' already"));
-        makings.push_back({file, (fs::path(request.output) / name / "").string()}); // the slash says what it is
-    }
-    return makings;
+    return foldersFor(request.files, request.output);
 }
 
 int drawFile(const DrawRequest& request, const Making& making)

@@ -234,16 +234,6 @@ std::string defaultOutput(const std::string& model)
     return name + ".mdl";
 }
 
-// What is written beside the output is about one export.
-void refuseSharedFiles(const ExportRequest& request, std::size_t exports)
-{
-    const std::pair<const char*, const std::string&> files[] = {
-        {"--log", request.log}, {"--stats-json", request.statisticsFile}, {"--report", request.design.reportFile}};
-    for (const auto& [option, file] : files)
-        if (exports > 1 && !file.empty())
-            throw WrongUsage(std::string(option) + " is about one model, not " + std::to_string(exports));
-}
-
 } // namespace
 
 std::string whyNotAnOption(std::string_view option)
@@ -273,7 +263,10 @@ int runExport(const ExportRequest& request)
     return reportFailures("", request.output, [&] {
         const Outputs outputs = outputsFor(request.models, request.output, defaultOutput);
         const std::vector<Making>& makings = outputs.makings;
-        refuseSharedFiles(request, makings.size());
+        for (const auto& [option, file] :
+             {std::pair{"--log", &request.log}, std::pair{"--stats-json", &request.statisticsFile},
+              std::pair{"--report", &request.design.reportFile}})
+            refuseForSeveral(option, *file, makings.size());
         return makeAll(makings, [&](const Making& making) {
             const bool isLast = &making == &makings.back();
             return reportFailures(making.input, making.output, [&] { return exportModel(request, making, isLast); });

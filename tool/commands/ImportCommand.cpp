@@ -6,11 +6,11 @@
 #include "tool/output/OutputFile.h"
 #include "tool/results/OutputNames.h"
 #include "tool/terminal/Amounts.h"
+#include "tool/terminal/Progress.h"
 
 #include "kiv/KivModelFile.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <sstream>
 #include <utility>
@@ -35,35 +35,35 @@ struct Input {
 };
 
 // A design, or a model file whose boxes are to be placed; none after its mistakes were told.
-std::optional<Input> readInput(const ImportRequest& request)
+std::optional<Input> readInput(const ImportRequest& request, const std::string& path)
 {
-    const std::string content = text::readFile(request.input);
+    const std::string content = text::readFile(path);
     const std::optional<bool> hasLayout = request.design.hasLayout;
     if (request.design.format.empty() && hasLayout.value_or(false) && isModelFile(content)) {
         KivIds ids;
-        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(request.input), &ids);
+        std::optional<LoadedModel> loaded = takeModelFile(content, text::fileName(path), &ids);
         if (!loaded)
             return std::nullopt;
-        loaded->model = placeBoxes(std::move(loaded->model), text::fileName(request.input), request.isQuiet);
+        loaded->model = placeBoxes(std::move(loaded->model), text::fileName(path), request.isQuiet);
         return Input{modelFileOf(*loaded->model, ids), contentsOf(*loaded->model), std::nullopt};
     }
-    const design::Format& format = formatOfImport(content, request.input, request.design.format);
+    const design::Format& format = formatOfImport(content, path, request.design.format);
     Input input;
     const reader::ReadOptions reading = readOptions(request.reading);
-    input.imported = importDesign(format, {content, request.input, &reading}, hasLayout);
+    input.imported = importDesign(format, {content, path, &reading}, hasLayout);
     input.contents = contentsOf(*input.imported->converted.model);
     input.modelFile = modelFileOf(*input.imported->converted.model, input.imported->converted.ids);
     return input;
 }
 
-int importFile(const ImportRequest& request, const std::string& outputName)
+int importFile(const ImportRequest& request, const Making& making)
 {
     const text::ReadRecord read;
-    const std::optional<Input> input = readInput(request);
+    const std::optional<Input> input = readInput(request, making.input);
     if (!input)
         return invalidModel;
-    refuseClashes({{outputName, "the output"}, {request.design.reportFile, "the report"}}, read);
-    OutputFile output(outputName);
+    refuseClashes({{making.output, "the output"}, {request.design.reportFile, "the report"}}, read);
+    OutputFile output(making.output);
     output.write(input->modelFile);
     std::optional<OutputFile> reportFile;
     if (!request.design.reportFile.empty())
@@ -74,18 +74,15 @@ int importFile(const ImportRequest& request, const std::string& outputName)
     OutputFile::commitAll(files);
     if (input->imported && !request.isQuiet)
         std::cerr << summaryOf(*input->imported);
-    if (outputName != "-" && !request.isQuiet)
-        tellMade(outputName, input->contents + ", " + sizeText(input->modelFile.size()));
+    if (making.output != "-" && !request.isQuiet)
+        tellMade(making.output, input->contents + ", " + sizeText(input->modelFile.size()));
     return done;
 }
 
 // The name of the design without its folder and ending, with that of a model file.
 std::string defaultModelName(const std::string& design)
 {
-    if (design == "-")
-        return "-";
-    const std::filesystem::path stem = std::filesystem::path(design).stem();
-    return (stem.extension() == ".model" ? stem.stem() : stem).string() + ".model.json";
+    return design == "-" ? "-" : stemOf(design) + ".model.json";
 }
 
 int listFormats()
@@ -106,12 +103,17 @@ int runImport(const ImportRequest& request)
 {
     if (request.listsFormats)
         return listFormats();
-    if (request.input.empty()) {
+    if (request.designs.empty()) {
         report("DESIGN is required; see petal import --help");
         return wrongUsage;
     }
-    return reportFailures(request.input, request.output, [&] {
-        const Outputs outputs = outputsFor({request.input}, request.output, defaultModelName);
-        return importFile(request, outputs.makings.front().output);
+    if (request.isQuiet)
+        forbidProgress();
+    return reportFailures("", request.output, [&] {
+        const Outputs outputs = outputsFor(request.designs, request.output, defaultModelName);
+        refuseForSeveral("--report", request.design.reportFile, outputs.makings.size());
+        return makeAll(outputs.makings, [&](const Making& making) {
+            return reportFailures(making.input, making.output, [&] { return importFile(request, making); });
+        });
     });
 }

@@ -5,10 +5,12 @@
 #include "tool/terminal/Progress.h"
 
 #include "text/Files.h"
+#include "text/Words.h"
 
 #include <algorithm>
 #include <deque>
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -81,6 +83,28 @@ Outputs outputsFor(const std::vector<std::string>& inputs, const std::string& ou
     return {std::move(makings), std::move(folder)};
 }
 
+std::vector<Making> foldersFor(const std::vector<std::string>& inputs, const std::string& output)
+{
+    std::vector<Making> makings;
+    std::set<std::string> taken;
+    for (const std::string& input : inputs) {
+        const std::string name = stemOf(text::fileName(input));
+        if (!taken.insert(text::lowerCase(name)).second)
+            throw WrongUsage(std::string(input)
+                                 .append(": what is made of another file goes into the folder '")
+                                 .append(name)
+                                 .append("' already"));
+        makings.push_back({input, (fs::path(output) / name / "").string()}); // the slash says what it is
+    }
+    return makings;
+}
+
+void refuseForSeveral(const char* option, const std::string& file, std::size_t inputs)
+{
+    if (inputs > 1 && !file.empty())
+        throw WrongUsage(std::string(option) + " is about one model, not " + std::to_string(inputs));
+}
+
 int makeAll(const std::vector<Making>& makings, const std::function<int(const Making&)>& make)
 {
     int exitCode = done;
@@ -96,5 +120,7 @@ int makeAll(const std::vector<Making>& makings, const std::function<int(const Ma
 
 std::string stemOf(const std::string& path)
 {
-    return fs::path(path).stem().string();
+    const fs::path name = fs::path(path).filename();
+    const fs::path stem = name.stem();
+    return (name.extension() == ".json" && stem.extension() == ".model" ? stem.stem() : stem).string();
 }

@@ -42,8 +42,15 @@ struct Outputs {
 [[nodiscard]] Outputs outputsFor(const std::vector<std::string>& inputs, const std::string& output,
                                  const std::function<std::string(const std::string&)>& defaultName);
 
+/// A folder for what is made of each of several inputs, in the folder `output` and called as the input is without its
+/// ending. None of them is made. Throws `WrongUsage` when two would be one.
+[[nodiscard]] std::vector<Making> foldersFor(const std::vector<std::string>& inputs, const std::string& output);
+
+/// Throws `WrongUsage` when what the option `option` names, `file`, is to tell of more than one of the `inputs`.
+void refuseForSeveral(const char* option, const std::string& file, std::size_t inputs);
+
 /// Calls `make` for each, which gives an exit code, and gives the greatest.
 [[nodiscard]] int makeAll(const std::vector<Making>& makings, const std::function<int(const Making&)>& make);
 
-/// The name of a file without its folder and ending.
+/// The name of a file without its folder and ending, of a model file without the whole `.model.json`.
 [[nodiscard]] std::string stemOf(const std::string& path);
