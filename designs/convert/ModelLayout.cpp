@@ -196,12 +196,10 @@ private:
         if (drawing.isWhole)
             settleOrigin(drawing.diagram, countSymbols(*drawing.target->package));
         else
-            drawing.diagram.lines.clear(); // they go straight, from where boxes were placed by hand
+            leadAround(drawing.diagram, catalogue);
         for (std::size_t i = 0; i < before.size(); ++i)
             if (before[i].bounds)
                 size(*drawing.target, drawing.diagram.boxes[i]);
-        std::size_t index = 0;
-        std::erase_if(drawing.diagram.boxes, [&](const Box&) { return before[index++].bounds.has_value(); });
         projections.add(drawing.diagram, *drawing.target);
     }
 

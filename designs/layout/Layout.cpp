@@ -1,5 +1,6 @@
 #include "designs/layout/Layout.h"
 
+#include "designs/layout/Detours.h"
 #include "designs/layout/Graph.h"
 
 #include <algorithm>
@@ -252,6 +253,24 @@ void sizeAboutCentres(Diagram& diagram, const Catalogue& catalogue)
         for (Box& box : diagram.boxes)
             box.bounds.reset();
     sizePlaced(diagram.boxes, true, catalogue);
+}
+
+void leadAround(Diagram& diagram, const Catalogue& catalogue)
+{
+    NodeOfElement nodes;
+    std::vector<Rectangle> places;
+    for (const Box& box : diagram.boxes) {
+        nodes.emplace(box.elementId, places.size());
+        places.push_back(*box.bounds);
+    }
+    Detours detours(places);
+    std::erase_if(diagram.lines, [&](Line& line) {
+        Graph::Edge edge;
+        if (findEnds(line, catalogue, nodes, edge))
+            line.points = detours.between(edge.from, edge.to);
+        line.hasEnds = true;
+        return line.points.empty();
+    });
 }
 
 bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget)

@@ -16,4 +16,8 @@ void sizeAboutCentres(Diagram& diagram, const Catalogue& catalogue);
 /// because the layout library could not do it.
 [[nodiscard]] bool layOut(Diagram& diagram, const Catalogue& catalogue, LayoutBudget& budget);
 
+/// Leads the lines of a diagram whose boxes all have places around those boxes that the straight way would run through.
+/// Lines that need no such way are taken out of it.
+void leadAround(Diagram& diagram, const Catalogue& catalogue);
+
 } // namespace design

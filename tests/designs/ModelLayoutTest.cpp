@@ -105,6 +105,39 @@ TEST(ModelLayout, LeavesWhatIsPlaced)
     EXPECT_EQ(placed.at("3/projections"), "none");
 }
 
+// `c` comes to stand below the two, and `b` in the way from it to `a`.
+TEST(ModelLayout, LeadsLinesOfNewBoxesAroundOthers)
+{
+    const std::string size = R"(, "width": 400, "height": 200)";
+    const std::string classes = classOf("a", placeOn(300, 200, size)) + classOf("b", placeOn(300, 700, size));
+    const struct {
+        const char* relation;
+        const char* points; ///< of the line, when it goes around
+        bool isStraight;
+    } rows[] = {
+        {R"({"kind": "generalization", "id": "r", "subtypes": ["c"], "supertypes": ["a"]})", "3/projections/0/vertices",
+         false},
+        {R"({"kind": "association", "id": "r", "roles": [{"participant": "a"}, {"participant": "c"}]})",
+         "3/roles/1/projections/0/vertices", false},
+        {R"({"kind": "dependency", "id": "r", "client": "c", "supplier": "b"})", "3/projections/0/vertices", true},
+        {R"({"kind": "dependency", "id": "r", "client": "a", "supplier": "b"})", "3/projections/0/vertices", true},
+    };
+    for (const auto& row : rows) {
+        const Placed placed(classes + classOf("c"), row.relation, R"("a", "b", "c", "r")");
+        EXPECT_EQ(placed.at("0/projections"), R"([{"diagram":"d","x":300,"y":200,"width":400,"height":200}])");
+        EXPECT_TRUE(placed.areApart(1, 2));
+        EXPECT_EQ(placed.at(row.points) == "none", row.isStraight) << row.relation << placed.written;
+        for (int i = 0; i < 4 && !row.isStraight; ++i) {
+            const std::string point = placed.at(std::string(row.points).append("/").append(std::to_string(i)));
+            if (point == "none")
+                break;
+            const double x = std::stod(point.substr(1));
+            const double y = std::stod(point.substr(point.find(',') + 1));
+            EXPECT_FALSE(x > 100 && x < 500 && y > 600 && y < 800) << "a bend in b: " << point;
+        }
+    }
+}
+
 TEST(ModelLayout, ChangesNothingThatIsWhole)
 {
     const std::string size = R"(, "width": 400, "height": 200)";
