@@ -38,6 +38,11 @@ protected:
                                       diagram("ClassDiagram", "../../etc/x") + diagram("ClassDiagram", "..") +
                                       diagram("ClassDiagram", "a\x01 ") + diagram("ClassDiagram", "Nul") +
                                       diagram("ClassDiagram", std::string(300, 'n')) + ")))");
+        folder.write("mains.mdl",
+                     start + "(object ClassDiagram \"Main\" items (list diagram_item_list))" +
+                         diagram("UseCaseDiagram", "main") +
+                         ") logical_models (list m (object Class_Category \"Sales\" logical_presentations (list l\n" +
+                         diagram("ClassDiagram", "Main") + diagram("ClassDiagram", "Other") + "))))");
         folder.write("other.txt", "{}");
         folder.write("kept.svg", "as it was");
     }
@@ -87,6 +92,13 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
         {{"two.mdl", "--json"}, 2, "", "--list"},
         {{"two.mdl", "-o", "-"}, 2, "", "standard output takes one diagram, not 2; name it with --diagram"},
         {{"two.mdl", "-o", "kept.svg"}, 2, "", "kept.svg takes one diagram, not 2"},
+        {{"names.mdl", "--diagram", "Main", "-o", "kept.svg"},
+         2,
+         "",
+         "kept.svg takes one diagram, not 3; name it with --diagram:\n  Logical View::Main\n"},
+        {{"mains.mdl", "--diagram", "Main", "-o", "the-one-that-is-not-empty.svg"}, 0, "", ": 1 picture, "},
+        {{"mains.mdl", "--diagram", "Sales::Main", "-o", "-"}, 0, "<svg ", ""},
+        {{"mains.mdl", "--diagram", "ales::Main"}, 2, "", "there is no diagram 'ales::Main'"},
         {{"two.mdl", "--diagram", "Mian"}, 2, "", "there is no diagram 'Mian'; did you mean 'Main'?"},
         {{"two.mdl", "--format", "gif"}, 2, "", "svg, png or pdf expected, found 'gif'"},
         {{"two.mdl", "--diagram", "Main", "-o", "other.txt/x"}, 1, "", "petal: other.txt/x"},

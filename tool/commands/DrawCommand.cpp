@@ -96,16 +96,16 @@ private:
     // Takes those that are asked for, or all in which there is something.
     int select()
     {
-        std::set<std::string> unknown(request.diagrams.begin(), request.diagrams.end());
-        const std::set<std::string> wanted = unknown;
+        const std::set<std::string> wanted(request.diagrams.begin(), request.diagrams.end());
+        std::set<std::string> unknown = wanted;
         for (const Diagram& diagram : index.diagrams()) {
-            const std::string names[] = {diagram.name, fullNameOf(diagram, index), diagram.object->text("quid")};
-            const bool isNamed = std::any_of(std::begin(names), std::end(names),
-                                             [&](const std::string& name) { return wanted.contains(name); });
-            for (const std::string& name : names)
-                unknown.erase(name);
-            const bool isEmpty = diagram.object->objects("items").empty();
-            if (isNamed || (wanted.empty() && !isEmpty))
+            bool isNamed = false;
+            for (const std::string& name : wanted)
+                if (isCalled(diagram, name)) {
+                    isNamed = true;
+                    unknown.erase(name);
+                }
+            if (isNamed || (wanted.empty() && !isEmpty(diagram)))
                 selected.push_back(&diagram);
             else if (wanted.empty())
                 ++emptyOnes;
@@ -114,6 +114,14 @@ private:
             report(text::fileName(making.input) + ": " + whyNotADiagram(name));
         return unknown.empty() ? done : wrongUsage;
     }
+
+    // Whether the user can mean it: by its name, with as many of the packages around it as are needed, or its quid.
+    [[nodiscard]] bool isCalled(const Diagram& diagram, const std::string& name) const
+    {
+        return ("::" + fullNameOf(diagram, index)).ends_with("::" + name) || diagram.object->text("quid") == name;
+    }
+
+    static bool isEmpty(const Diagram& diagram) { return diagram.object->objects("items").empty(); }
 
     [[nodiscard]] std::string whyNotADiagram(const std::string& name) const
     {
@@ -128,9 +136,11 @@ private:
 
     int drawInto(const std::string& file)
     {
+        if (!std::all_of(selected.begin(), selected.end(), [](const Diagram* each) { return isEmpty(*each); }))
+            std::erase_if(selected, [](const Diagram* each) { return isEmpty(*each); });
         if (selected.size() != 1) {
-            report((file == "-" ? "standard output" : file) + " takes one diagram, not " +
-                   std::to_string(selected.size()) + "; name it with --diagram");
+            reportLines((file == "-" ? "standard output" : text::onOneLine(file)) + " takes one diagram, not " +
+                        std::to_string(selected.size()) + "; name it with --diagram" + namesOfSelected());
             return wrongUsage;
         }
         const std::string format = request.format.empty() ? formatOfEnding(file) : request.format;
@@ -139,6 +149,16 @@ private:
         if (exitCode == done && file != "-")
             tell(file);
         return exitCode;
+    }
+
+    // The beginning of a list for the user to choose from.
+    [[nodiscard]] std::string namesOfSelected() const
+    {
+        constexpr std::size_t most = 10;
+        std::string names;
+        for (std::size_t i = 0; i < std::min(selected.size(), most); ++i)
+            names.append(i == 0 ? ":\n  " : "\n  ").append(text::onOneLine(fullNameOf(*selected[i], index)));
+        return selected.size() > most ? names + "\n  ... (see: --list)" : names;
     }
 
     int drawAll()
