@@ -4,6 +4,8 @@
 
 #include <glib.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -23,10 +25,19 @@ std::string messageIn(const GLogField* fields, gsize count)
     return "a font or picture library warns";
 }
 
+// GLib ends the process where it cannot go on, by a signal and a message for programmers. This says the reason alone,
+// and what watches for the end of the process the rest.
+[[noreturn]] void giveUp(const std::string& reason)
+{
+    std::fprintf(stderr, "petal: texts cannot be drawn: %s\n", g_strescape(reason.c_str(), nullptr));
+    std::quick_exit(EXIT_FAILURE);
+}
+
 GLogWriterOutput keep(GLogLevelFlags level, const GLogField* fields, gsize count, void* data)
 {
-    const bool isWarning = (level & (G_LOG_LEVEL_WARNING | G_LOG_LEVEL_CRITICAL)) != 0;
-    if (!isWarning || (level & G_LOG_FLAG_FATAL) != 0)
+    if ((level & (G_LOG_LEVEL_ERROR | G_LOG_FLAG_FATAL)) != 0)
+        giveUp(messageIn(fields, count));
+    if ((level & (G_LOG_LEVEL_WARNING | G_LOG_LEVEL_CRITICAL)) == 0)
         return g_log_writer_default(level, fields, count, data);
     if (firstWarning.empty())
         firstWarning = messageIn(fields, count);

@@ -24,6 +24,7 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -176,14 +177,17 @@ private:
             pictures.push_back(
                 {(folder / names.nameFor(named(*diagram), std::string(".").append(format))).string(), role});
         refuseClashes(pictures, read);
-        const OutputFolder outputFolder(folder.string());
+        std::optional<OutputFolder> outputFolder; // made when there is something for it
         int exitCode = done;
         MadeAhead<Picture> ahead(
             selected.size(), [&](std::size_t i) { return made(*selected[i], pictures[i].path, formatCalled(format)); });
         for (std::size_t i = 0; i < selected.size(); ++i) {
             showProgress("picture " + std::to_string(i + 1) + " of " + std::to_string(selected.size()) + ": " +
                          pictures[i].path);
-            exitCode = std::max(exitCode, write(ahead.next(), *selected[i], pictures[i].path));
+            const Picture picture = ahead.next();
+            if (!outputFolder)
+                outputFolder.emplace(folder.string());
+            exitCode = std::max(exitCode, write(picture, *selected[i], pictures[i].path));
         }
         const std::string name = folder.empty() ? "." : folder.string();
         tell(name + (name.ends_with('/') ? "" : "/"));

@@ -114,6 +114,7 @@ void watchForTheEnd()
     std::signal(SIGXFSZ, SIG_IGN);
     isRunning = true;
     std::atexit(tellUnexpectedEnd);
+    std::at_quick_exit(tellUnexpectedEnd);
 }
 
 void endIsNear()
