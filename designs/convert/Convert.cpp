@@ -2,12 +2,11 @@
 
 #include "designs/convert/Classes.h"
 #include "designs/convert/Documentation.h"
+#include "designs/convert/Generalizations.h"
 #include "designs/convert/OtherKinds.h"
 #include "designs/convert/Projections.h"
 #include "designs/convert/Relations.h"
 #include "designs/model/Walk.h"
-
-#include <tuple>
 
 namespace design {
 
@@ -16,13 +15,10 @@ namespace {
 class ModelConverter {
 public:
     ModelConverter(const Design& design, const Catalogue& theCatalogue, Report& theReport)
-        : root(design.root), catalogue(theCatalogue), report(theReport), selection(design.root, theCatalogue),
-          builder(report), types(builder, theCatalogue, selection, report), features(builder, types),
-          relations(builder, features, classes), projections(theCatalogue)
+        : root(design.root), report(theReport), selection(design.root, theCatalogue), builder(report),
+          types(builder, theCatalogue, selection, report), features(builder, types),
+          relations(builder, features, classes), projections(theCatalogue), generalizations(design, theCatalogue)
     {
-        for (const std::vector<std::string>& tree : design.trees)
-            for (const std::string& id : tree)
-                trees.emplace(id, &tree);
     }
 
     Converted run()
@@ -30,6 +26,7 @@ public:
         forEachPackage(root, [this](const Package& package) { prepare(package); });
         builder.describe(builder.model(), root, documentationOf(root));
         convertChildren(root, builder.model());
+        generalizations.makeRest([this](const auto& members) { addGeneralization(members); });
         forEachPackage(root, [this](const Package& package) {
             for (const Diagram& diagram : package.diagrams)
                 showElements(diagram);
@@ -85,26 +82,21 @@ private:
         };
         for (const Association& association : package.associations)
             add(association);
+        home = &target;
         for (const Relationship& relationship : package.relationships)
-            if (!addTree(relationship, target))
+            if (relationship.kind == RelationshipKind::Generalization)
+                generalizations.meet(relationship, [this](const auto& members) { addGeneralization(members); });
+            else
                 add(relationship);
         for (const Remark& comment : package.remarks)
             target.modelElements.add(builder.createNote(package, comment.text));
     }
 
-    // Generalizations that share a line are one to the host. Whether the relationship is in such a tree.
-    bool addTree(const Relationship& relationship, KivPackage& target)
+    // What waited comes into the package in which it can be made.
+    void addGeneralization(const std::vector<const Relationship*>& members)
     {
-        const auto tree = trees.find(relationship.id);
-        if (tree == trees.end())
-            return false;
-        if (relationships.contains(relationship.id))
-            return true;
         KivGeneralization* added = nullptr;
-        for (const std::string& id : *tree->second) {
-            const Relationship* const member = catalogue.relationship(id);
-            if (!member || !isAlike(*member, relationship))
-                continue;
+        for (const Relationship* const member : members) {
             if (added)
                 relations.addSubtype(*added, *member);
             else
@@ -112,17 +104,7 @@ private:
             relationships.emplace(member->id, added);
             projections.addTo(*added, member->id, builder);
         }
-        target.modelElements.add(added);
-        return true;
-    }
-
-    static bool isAlike(const Relationship& one, const Relationship& other)
-    {
-        const auto properties = [](const Relationship& each) {
-            return std::tie(each.kind, each.supplier.id, each.name, each.documentation, each.stereotype,
-                            each.visibility, each.isVirtual, each.isFriend);
-        };
-        return one.kind == RelationshipKind::Generalization && properties(one) == properties(other);
+        home->modelElements.add(added);
     }
 
     void addDiagram(const Diagram& diagram, KivPackage& target)
@@ -151,9 +133,7 @@ private:
     }
 
     const Package& root;
-    const Catalogue& catalogue;
     Report& report;
-    std::unordered_map<std::string_view, const std::vector<std::string>*> trees; // by identifiers of generalizations
     const Selection selection;
     ModelBuilder builder;
     TypeTable types;
@@ -161,6 +141,8 @@ private:
     ClassesById classes;
     RelationConverter relations;
     Projections projections;
+    Generalizations generalizations;
+    KivPackage* home = nullptr;                                           // the package that is filled
     std::unordered_map<std::string_view, KivRelationship*> relationships; // and associations, by identifier
     std::unordered_map<const Diagram*, KivClassDiagram*> diagrams;
 };

@@ -27,7 +27,7 @@ std::string renumbered(const std::string& text)
     return result.append(from, text.end());
 }
 
-class Exports : public testing::TestWithParam<std::string> {
+class ThereAndBack : public testing::Test {
 protected:
     void run(const std::vector<std::string>& arguments) const
     {
@@ -46,6 +46,8 @@ protected:
     TemporaryFolder folder;
 };
 
+class Exports : public ThereAndBack, public testing::WithParamInterface<std::string> {};
+
 TEST_P(Exports, ComeBackWhole)
 {
     for (const char* const option : {"--option=BP_USE_GRAPHICAL_INFORMATION=True", "--no-geometry"}) {
@@ -55,6 +57,39 @@ TEST_P(Exports, ComeBackWhole)
         EXPECT_EQ(renumbered(second), renumbered(folder.read("first.mdl"))) << option;
         EXPECT_EQ(again("second.mdl", "third.mdl"), second) << option;
     }
+}
+
+// The class X has A before B, although Y, which is read first, shares its line to B with X.
+constexpr const char* sharedLines = R"({
+  "format": "kiv-model", "version": 1,
+  "childPackages": [{
+    "name": "Logical View",
+    "modelElements": [
+      {"kind": "class", "id": "a", "name": "A", "projections": [{"diagram": "d", "x": 100, "y": 100}]},
+      {"kind": "class", "id": "b", "name": "B", "projections": [{"diagram": "d", "x": 500, "y": 100}]},
+      {"kind": "generalization", "id": "of a", "supertypes": ["a"], "subtypes": ["x", "z"],
+       "projections": [{"diagram": "d", "vertices": [[100, 400], [100, 150]]}]}
+    ],
+    "childPackages": [
+      {"name": "P", "modelElements": [
+        {"kind": "class", "id": "y", "name": "Y", "projections": [{"diagram": "d", "x": 500, "y": 600}]}]},
+      {"name": "Q", "modelElements": [
+        {"kind": "class", "id": "x", "name": "X", "projections": [{"diagram": "d", "x": 300, "y": 600}]},
+        {"kind": "generalization", "id": "of b", "supertypes": ["b"], "subtypes": ["x", "y"],
+         "projections": [{"diagram": "d", "vertices": [[500, 400], [500, 150]]}]}]},
+      {"name": "R", "modelElements": [
+        {"kind": "class", "id": "z", "name": "Z", "projections": [{"diagram": "d", "x": 100, "y": 600}]}]}
+    ],
+    "diagrams": [{"id": "d", "name": "Main", "elements": ["a", "b", "x", "y", "z", "of a", "of b"]}]
+  }]
+})";
+
+TEST_F(ThereAndBack, KeepTheOrderOfSupertypesThatShareLines)
+{
+    folder.write("shared.model.json", sharedLines);
+    run({"export", "-q", "shared.model.json", "--types", "as-is", "-o", "first.mdl"});
+    ASSERT_NE(folder.read("first.mdl").find("InheritTreeView"), std::string::npos);
+    EXPECT_EQ(renumbered(again("first.mdl", "second.mdl")), renumbered(folder.read("first.mdl")));
 }
 
 INSTANTIATE_TEST_SUITE_P(, Exports,

@@ -67,7 +67,7 @@ std::optional<Rectangle> boundsOf(const Object& view)
         return std::nullopt;
     if (isNowhere(view, *centre))
         return std::nullopt;
-    if (!view.has("width") && !view.has("height"))
+    if (view.number("width") == 0 && view.number("height") == 0)
         return Rectangle{centre->x, centre->y, 0, 0};
     const double width = std::max(view.number("width") / unitsInPixel, smallest);
     const double height = std::max(view.number("height") / unitsInPixel, smallest);
