@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <set>
 #include <string>
-#include <sys/resource.h>
 #include <vector>
 
 namespace {
@@ -118,30 +117,6 @@ TEST_F(DrawCommand, EndsWithACodeAndAMessage)
     }
     EXPECT_EQ(folder.read("kept.svg"), "as it was");
     EXPECT_THAT(folder.read("main.PNG"), StartsWith("\x89PNG"));
-}
-
-// The libraries that draw begin threads of their own, for which there is soon no room.
-TEST_F(DrawCommand, SaysThatThereIsTooLittleMemoryAndLeavesNoFolder)
-{
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-    GTEST_SKIP() << "the sanitizer needs more memory than that";
-#endif
-#endif
-    for (const rlim_t megabytes : {60, 100, 150, 250}) {
-        const auto limitMemory = [&] {
-            const rlimit limit = {megabytes << 20U, megabytes << 20U};
-            setrlimit(RLIMIT_AS, &limit);
-        };
-        const ProcessResult result =
-            runProcess({PETAL_COMMAND, {"draw", "two.mdl", "-o", "new/"}, folder.path(), "", limitMemory});
-        if (result.exitCode == 0)
-            continue;
-        // For some of its own needs GLib ends the process without asking anybody.
-        EXPECT_TRUE(result.exitCode == 1 || result.signal == SIGABRT) << megabytes << result.errors;
-        EXPECT_THAT(result.errors, HasSubstr("petal: ")) << megabytes;
-        EXPECT_FALSE(fs::exists(folder / "new")) << megabytes;
-    }
 }
 
 TEST_F(DrawCommand, MakesNamesThatAreSafeAndDiffer)
