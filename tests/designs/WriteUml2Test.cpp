@@ -4,7 +4,6 @@
 #include "designs/Import.h"
 #include "SmallDesigns.h"
 
-#include <functional>
 #include <gmock/gmock.h>
 #include <pugixml.hpp>
 #include <string>
@@ -13,14 +12,11 @@
 namespace {
 
 using design::Design;
-using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct Written {
     std::string model;
     std::string diagrams; ///< of Papyrus
-    std::vector<std::string> left;
 };
 
 Written written(Design design, std::string_view formatName = "xmi")
@@ -33,8 +29,6 @@ Written written(Design design, std::string_view formatName = "xmi")
     for (design::WrittenFile& file : design::filesIn(format, {design, catalogue, "out"}, report))
         if (file.name != "out.di")
             (file.name.empty() ? result.model : result.diagrams) = std::move(file.text);
-    for (const design::ReportEntry& entry : report.leftEntries())
-        result.left.push_back(entry.kind);
     return result;
 }
 
@@ -86,48 +80,6 @@ TEST(WriteUml2, GivesEachElementItsOwnIdentifier)
         written(designOf({classNamed("a b"), classNamed("a_b"), classNamed("1"), classNamed("_1"), classNamed("<&>")}),
                 "papyrus");
     EXPECT_EQ(back(file.model).root.packages.at(0).classifiers.size(), 5U);
-}
-
-// What a user would miss is told.
-TEST(WriteUml2, TellsWhatItCannotHold)
-{
-    using Change = std::function<void(design::Package&)>;
-    const struct {
-        const char* left;
-        Change change;
-    } rows[] = {
-        {"persistence of a class", [](auto& package) { package.classifiers[0].isPersistent = true; }},
-        {"cardinality of a class", [](auto& package) { package.classifiers[0].cardinality = "0..n"; }},
-        {"space of a class", [](auto& package) { package.classifiers[0].space = 8; }},
-        {"form of a class", [](auto& package) { package.classifiers[0].form = design::ClassForm::Utility; }},
-        {"concurrency of a class",
-         [](auto& package) { package.classifiers[0].concurrency = design::Concurrency::Guarded; }},
-        {"containment of an attribute",
-         [](auto& package) { package.classifiers[0].attributes[0].containment = design::Containment::ByValue; }},
-        {"note", [](auto& package) { package.classifiers[0].attributes[0].notes = {"why?"}; }},
-        {"virtuality of an operation", [](auto& package) { package.classifiers[0].operations[0].isVirtual = true; }},
-        {"friendship of an operation", [](auto& package) { package.classifiers[0].operations[0].isFriend = true; }},
-        {"containment of an end",
-         [](auto& package) { package.associations[0].ends[0].containment = design::Containment::ByValue; }},
-        {"friendship of an end", [](auto& package) { package.associations[0].ends[1].isFriend = true; }},
-        {"name of a generalization", [](auto& package) { package.relationships[0].name = "is"; }},
-        {"visibility of a relation",
-         [](auto& package) { package.relationships[0].visibility = design::Visibility::Private; }},
-        {"virtuality of a relation", [](auto& package) { package.relationships[0].isVirtual = true; }},
-    };
-    Design design = designOf({classNamed("A"), classNamed("B")});
-    design::Package& package = design.root.packages[0];
-    package.classifiers[0].attributes.resize(1);
-    package.classifiers[0].operations.resize(1);
-    package.associations = {association("A", "B")};
-    package.relationships = {generalization("A", "B")};
-    package.diagrams = {diagramOf({"A"})};
-    EXPECT_THAT(written(design, "papyrus").left, IsEmpty());
-    for (const auto& row : rows) {
-        Design changed = design;
-        row.change(changed.root.packages[0]);
-        EXPECT_THAT(written(changed, "papyrus").left, Contains(row.left));
-    }
 }
 
 // A reader of Ecore refuses what it has no feature for: a generalization has no name, a line no fill.
