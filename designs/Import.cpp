@@ -84,6 +84,20 @@ void moveIntoLogicalView(Package& root, Report& report)
     moveBehind(root.diagrams, view->diagrams);
 }
 
+// In a Rose file one package alone may be called so: others would not be written, nor would anything in them.
+void nameOtherLogicalViews(Package& root, Report& report)
+{
+    const auto isCalledSo = [](const Package& package) { return package.name == logicalView; };
+    const auto view = std::ranges::find_if(root.packages, isCalledSo);
+    std::size_t number = 1;
+    forEachPackage(root, [&](Package& package) {
+        if (!isCalledSo(package) || &package == &root || (view != root.packages.end() && &package == &*view))
+            return;
+        package.name.append(" ").append(std::to_string(++number));
+        report.made("name", package.id, package.name, "a Rose file has one package called Logical View");
+    });
+}
+
 // The packages beside the Logical View of a Rose file, such as that of its use cases, if there is anything in them that
 // a model has.
 void moveIntoFirst(Package& root)
@@ -182,6 +196,7 @@ Converted importDesign(const Format& format, const Source& source, std::optional
     if (design.isOrdered && !design.root.packages.empty())
         moveIntoFirst(design.root);
     moveIntoLogicalView(design.root, report);
+    nameOtherLogicalViews(design.root, report);
     if (!design.isOrdered)
         turnAssociations(design.root);
     settleAllDiagrams(design, Reach::Classifiers, hasLayout, report);

@@ -360,6 +360,24 @@ TEST(Convert, PutsWhatLiesOutermostIntoTheLogicalView)
               "\"a\"\"b\"");
 }
 
+// The host writes one package of that name, and nothing that lies in others.
+TEST(Convert, LeavesOnePackageTheNameOfTheLogicalView)
+{
+    Design design = designOf({});
+    design.root.packages[0].packages.resize(2);
+    for (design::Package& package : design.root.packages[0].packages) {
+        package.name = "Logical View";
+        package.classifiers = {classNamed("A")};
+    }
+    const Imported inner = convert(design);
+    EXPECT_EQ(inner.at("/childPackages/0/childPackages/0/name"), "\"Logical View 2\"");
+    EXPECT_EQ(inner.at("/childPackages/0/childPackages/1/name"), "\"Logical View 3\"");
+    design.root.packages[0].name = "Logical View";
+    const Imported outer = convert(design);
+    EXPECT_EQ(outer.at("/childPackages/0/name"), "\"Logical View\"");
+    EXPECT_EQ(outer.at("/childPackages/0/childPackages/0/name"), "\"Logical View 2\"");
+}
+
 // Readers of Rose files find the classes of a diagram only among those that stand before it.
 TEST(Convert, PutsPackagesBehindThoseWhoseClassesTheyShow)
 {
