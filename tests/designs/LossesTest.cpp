@@ -173,6 +173,9 @@ TEST(Losses, AreToldWhereSomethingDoesNotComeBack)
          [](Package& p) { p.associations[1].constraints = {"c"}; },
          {"constraint of an association", "constraint of an association", ""}},
         {"a note on an association", [](Package& p) { p.associations[0].notes = {"n"}; }, {"", "", ""}},
+        {"a text on one with a class",
+         [](Package& p) { p.associations[1].documentation = "d"; },
+         {"documentation of an association", "", ""}},
         {"a value of a tool",
          [](Package& p) {
              p.associations[0].properties = {{"t", "n", "v"}};
@@ -183,6 +186,9 @@ TEST(Losses, AreToldWhereSomethingDoesNotComeBack)
              p.associations[1].properties = {{"t", "n", "v"}};
          },
          {"properties of an association", "", ""}},
+        {"a class called otherwise",
+         [](Package& p) { p.associations[1].name = "sells"; },
+         {"name of an association", "", ""}},
         {"a friend at an end",
          [](Package& p) { p.associations[0].ends[1].isFriend = true; },
          {"friendship of an end", "friend", "friendship of an end"}},

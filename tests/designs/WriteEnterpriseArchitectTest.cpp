@@ -6,6 +6,7 @@
 #include "SmallDesigns.h"
 
 #include <gmock/gmock.h>
+#include <pugixml.hpp>
 #include <set>
 #include <string>
 
@@ -60,6 +61,49 @@ TEST(WriteEnterpriseArchitect, KeepsWhatOnlyTheExtensionHolds)
     EXPECT_EQ(found.classifiers[0].operations.at(0).concurrency, design::Concurrency::Guarded);
     EXPECT_EQ(found.associations.at(0).ends.at(1).containment, design::Containment::ByValue);
     EXPECT_TRUE(found.relationships.at(0).isVirtual);
+}
+
+// The tool takes a connector from the extension alone.
+TEST(WriteEnterpriseArchitect, SaysAllOfAConnector)
+{
+    const struct {
+        bool isFirstNavigable;
+        bool isSecondNavigable;
+        const char* direction;
+    } rows[] = {
+        {false, false, "Unspecified"},
+        {true, false, "Destination -> Source"},
+        {false, true, "Source -> Destination"},
+        {true, true, "Bi-Directional"},
+    };
+    for (const auto& row : rows) {
+        design::Design design = designOf({classNamed("A"), classNamed("B")});
+        design::Association joint = association("A", "B");
+        joint.name = "owns";
+        joint.stereotype = "strong";
+        joint.documentation = "why";
+        joint.ends[0].isNavigable = row.isFirstNavigable;
+        joint.ends[1].isNavigable = row.isSecondNavigable;
+        joint.ends[0].aggregation = design::Aggregation::Composite;
+        joint.ends[1].name = "part";
+        joint.ends[1].multiplicity = design::Multiplicity{2, 4, ""};
+        joint.ends[1].isStatic = true;
+        joint.ends[1].visibility = design::Visibility::Private;
+        design.root.packages[0].associations = {joint};
+        pugi::xml_document file;
+        ASSERT_TRUE(file.load_string(written(design).c_str()));
+        for (const std::string& path :
+             {std::string("[@name='owns']"), std::string("/documentation[@value='why']"),
+              std::string("/properties[@ea_type='Association' and @stereotype='strong' and @direction='") +
+                  row.direction + "']",
+              std::string("/source/type[@aggregation='composite']"), std::string("/source/model[@name='A']"),
+              std::string("/target/model[@name='B']"),
+              std::string("/target/role[@name='part' and @visibility='Private' and @targetScope='classifier']"),
+              std::string("/target/type[@multiplicity='2..4' and @aggregation='none']"),
+              std::string("/source/modifiers[@isNavigable='") + (row.isFirstNavigable ? "true" : "false") + "']",
+              std::string("/target/modifiers[@isNavigable='") + (row.isSecondNavigable ? "true" : "false") + "']"})
+            EXPECT_TRUE(file.select_node(("//connectors/connector" + path).c_str())) << row.direction << path;
+    }
 }
 
 TEST(WriteEnterpriseArchitect, TakesAnyText)

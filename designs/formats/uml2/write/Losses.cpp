@@ -36,8 +36,12 @@ public:
         }
     }
 
-    void ofAssociation(const Association& association, bool isInClass)
+    // `itsClass`: what the association is one element with, or null.
+    void ofAssociation(const Association& association, const Classifier* itsClass)
     {
+        const bool isInClass = itsClass != nullptr;
+        const bool isCalledOtherwise = isInClass && !association.name.empty() && association.name != itsClass->name;
+        leaveIf(isCalledOtherwise, "name of an association", association);
         leaveIf(isInClass && association.isDerived, "derivation of an association", association);
         leaveIf(isInClass && !association.constraints.empty(), "constraint of an association", association);
         leaveIf(isInClass && !association.properties.empty(), "properties of an association", association);
@@ -98,7 +102,9 @@ void Writer::tellLosses()
         for (const Classifier& classifier : package.classifiers)
             losses.ofClassifier(classifier);
         for (const Association& association : package.associations)
-            losses.ofAssociation(association, isItsClass(association));
+            losses.ofAssociation(association, isItsClass(association)
+                                                  ? writing.catalogue.classifier(association.associationClassId)
+                                                  : nullptr);
         for (const Relationship& relationship : package.relationships)
             losses.ofRelationship(relationship);
     });
