@@ -48,6 +48,7 @@ ERRORS = {
     "getdents64": ["EIO"],
     "unlink": ["EIO"],
     "brk": ["ENOMEM"],
+    "clone3": ["EAGAIN"],
 }
 
 ATTRIBUTE = "user.origin"
