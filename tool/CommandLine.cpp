@@ -40,6 +40,28 @@ Command addHelpCommand(CLI::App& app)
             }};
 }
 
+// "there is no option --dept; did you mean --depth?"
+std::string whyNotAnOptionOf(const CLI::App& command, const std::string& argument)
+{
+    const std::string name = argument.substr(0, argument.find('='));
+    std::vector<std::string> names;
+    for (const CLI::Option* const option : command.get_options())
+        for (const std::string& each : option->get_lnames())
+            names.push_back("--" + each);
+    const auto nearest = text::nearestName(name, std::vector<std::string_view>(names.begin(), names.end()));
+    return "there is no option " + name + (nearest ? "; did you mean " + std::string(*nearest) + "?" : "");
+}
+
+// What the parser says, but of options that are not there what they could be.
+std::string faultOf(const CLI::App& app, const CLI::App& command, const CLI::ParseError& error)
+{
+    const std::vector<std::string> rest = app.remaining(true);
+    const auto option = std::find_if(rest.begin(), rest.end(),
+                                     [](const std::string& word) { return word.size() > 1 && word.starts_with('-'); });
+    const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+    return isExtra && option != rest.end() ? whyNotAnOptionOf(command, *option) : error.what();
+}
+
 bool isCommand(const CLI::App& app, const std::string& name)
 {
     const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
@@ -63,8 +85,13 @@ const char* flagWithEmptyValue(const CLI::App& command, int argc, char** argv)
 // Why the command line cannot be meant, or the empty text.
 std::string faultBeforeParsing(const CLI::App& app, const std::vector<Command>& commands, int argc, char** argv)
 {
-    if (argc > 1 && argv[1][0] != '-' && !isCommand(app, argv[1]))
-        return "there is no command '" + std::string(argv[1]) + "'" + nearestCommand(argv[1], app);
+    if (argc < 2)
+        return "a command is expected; petal --help lists them";
+    const std::string first = argv[1];
+    if (!first.starts_with('-') && !isCommand(app, first))
+        return "there is no command '" + first + "'" + nearestCommand(first, app);
+    if (first.starts_with('-') && !app.get_option_no_throw(first))
+        return whyNotAnOptionOf(app, first);
     for (const Command& command : commands)
         if (const char* const flag = flagWithEmptyValue(*command.app, argc, argv))
             return std::string(flag) + ": this option takes no value";
@@ -99,8 +126,10 @@ int runCommandLine(int argc, char** argv)
     } catch (const CLI::Success& success) { // help or version
         return endOfOutput(app.exit(success), exportFailed);
     } catch (const CLI::ParseError& error) {
-        reportLines(error.what());
-        std::cerr << "Run 'petal --help' or 'petal COMMAND --help' for usage.\n";
+        const std::vector<CLI::App*> used = app.get_subcommands();
+        const CLI::App& command = used.empty() ? app : *used.front();
+        reportLines(faultOf(app, command, error));
+        std::cerr << "Run 'petal " << (used.empty() ? "" : command.get_name() + " ") << "--help' for usage.\n";
         return wrongUsage;
     }
     const auto isMeant = [](const Command& command) { return command.app->parsed(); };

@@ -15,6 +15,9 @@ struct Command {
     std::function<int()> run;
 };
 
+/// Takes one of these words, in any letter case.
+[[nodiscard]] CLI::Validator oneOf(const std::vector<std::string>& words);
+
 /// Of all commands that say how bad something is, or what is different.
 void addColourOption(CLI::App& command);
 /// The options of all commands that take designs of other tools.

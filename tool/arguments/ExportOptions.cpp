@@ -1,5 +1,7 @@
 #include "tool/arguments/ExportOptions.h"
 
+#include "tool/arguments/Arguments.h"
+
 #include <charconv>
 
 namespace {
@@ -63,7 +65,7 @@ ExportOptions::ExportOptions(CLI::App& command) : app(command)
                    "makes std::chrono::year_month_day of Date), Java or Oracle")
         ->option_text("as-is|c++|java|oracle")
         ->allow_extra_args(false)
-        ->transform(CLI::IsMember({"as-is", "c++", "java", "oracle"}, CLI::ignore_case).description(""))
+        ->transform(oneOf({"as-is", "c++", "java", "oracle"}))
         ->take_all();
     addFlag("--foreign-keys", BP_EXPORT_FOREIGN_KEY_ATTRIBUTES, BOOLEAN_ENUM_VALUE_TRUE,
             "Write attributes that belong to foreign keys");

@@ -1,8 +1,20 @@
 #include "tool/arguments/Arguments.h"
 #include "tool/arguments/HelpTexts.h"
 
-#include <limits>
+#include <charconv>
 #include <memory>
+
+namespace {
+
+std::string whyNotADepth(const std::string& text)
+{
+    std::size_t levels = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), levels);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && levels > 0 ? "" : "a number of levels from 1 on expected, found '" + text + "'";
+}
+
+} // namespace
 
 Command addCheckCommand(CLI::App& app)
 {
@@ -17,7 +29,7 @@ Command addCheckCommand(CLI::App& app)
                      "Exit with 1 for findings as bad as this or worse (default: warning, but a unit that is not "
                      "there is a note)")
         ->option_text("SEVERITY")
-        ->check(CLI::IsMember({"note", "warning", "error"}).description(""));
+        ->transform(oneOf({"note", "warning", "error"}));
     command->add_flag("-q,--quiet", request->isQuiet, "Do not say how many findings there are");
     addColourOption(*command);
     return {command, [request] { return runCheck(*request); }};
@@ -30,7 +42,7 @@ Command addTreeCommand(CLI::App& app)
     addFiles(*command, request->files);
     command->add_option("--depth", request->depth, "Number of levels (default: all)")
         ->type_name("N")
-        ->check(CLI::Range(std::size_t{1}, std::numeric_limits<std::size_t>::max()).description(""));
+        ->check(CLI::Validator(whyNotADepth, ""));
     command->add_flag("--full", request->isFull, "One fact a line, in a stable order, of the file without its units");
     addReadOptions(*command, request->reading);
     addColourOption(*command);
@@ -76,7 +88,7 @@ Command addDiffCommand(CLI::App& app)
     command->add_flag("--diagrams-only", request->ofDiagramsOnly, "Nothing but diagrams")->excludes(ofModelOnly);
     command->add_option("--only", request->only, "Only what was added, removed, changed or moved")
         ->type_name("SORT")
-        ->check(CLI::IsMember({"added", "removed", "changed", "moved"}).description(""));
+        ->transform(oneOf({"added", "removed", "changed", "moved"}));
     command->add_flag("--all", request->withAll, "Also what tools change by themselves: numbers, units, sizes");
     CLI::Option* const asJson = command->add_flag("--json", request->asJson, "As JSON");
     CLI::Option* const asCounts =

@@ -1,7 +1,9 @@
 #include "tool/arguments/Arguments.h"
 
+#include "text/Words.h"
 #include "tool/terminal/Terminal.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -11,6 +13,21 @@ const std::map<std::string, ColourUse> colourUses = {
 
 } // namespace
 
+CLI::Validator oneOf(const std::vector<std::string>& words)
+{
+    std::string expected;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        expected.append(i == 0 ? "" : i + 1 < words.size() ? ", " : " or ").append(words[i]);
+    const auto choose = [words, expected](std::string& text) {
+        const auto word = std::find(words.begin(), words.end(), text::lowerCase(text));
+        if (word == words.end())
+            return expected + " expected, found '" + text + "'";
+        text = *word;
+        return std::string();
+    };
+    return CLI::Validator(choose, "");
+}
+
 // Of all commands that say how bad something is, or what is different.
 void addColourOption(CLI::App& command)
 {
@@ -19,7 +36,7 @@ void addColourOption(CLI::App& command)
             "--color", [](const std::string& use) { useColours(colourUses.at(use)); },
             "Colours of what is printed (default: auto, on a terminal)")
         ->option_text("auto|always|never")
-        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+        ->transform(oneOf({"auto", "always", "never"}));
 }
 
 // The options of all commands that take designs of other tools.
