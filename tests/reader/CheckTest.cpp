@@ -108,6 +108,17 @@ TEST(Check, FindsWhatIsWrongWithViews)
             << row.items;
 }
 
+TEST(Check, CountsThePlacesOfATrap)
+{
+    const auto textFor = [](const std::string& elements) {
+        const Document document = read(logicalView(elements));
+        const auto findings = reader::check(document, Index(document)).findings;
+        return findings.size() == 1 ? findings.front().text : std::to_string(findings.size()) + " findings";
+    };
+    EXPECT_THAT(textFor(R"((object Message "\d"))"), testing::Not(testing::HasSubstr("places")));
+    EXPECT_THAT(textFor(R"((object Message "\d") (object Message "\e"))"), testing::EndsWith(" (in 2 places)"));
+}
+
 TEST(Check, LooksForViewsInTheirOwnDiagramOnly)
 {
     const std::string other = "(object ClassDiagram \"Other\"\nquid \"0000000000D0\"\nitems (list diagram_item_list\n"
