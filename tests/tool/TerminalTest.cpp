@@ -9,6 +9,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 constexpr const char* red = "\x1b[1;31merror:\x1b[0m expected";
 
@@ -68,6 +69,12 @@ TEST_F(OnTerminal, ALongCommandSaysWhereItIs)
     const std::string slow = draw(program, "");
     EXPECT_THAT(slow, HasSubstr("\x1b[Kpicture 1 of 2: pictures/D.svg\x1b[K")) << "the line is wiped";
     EXPECT_THAT(draw(program, "-q"), testing::IsEmpty());
+    for (const char* const rest : {"dump - --sqlite out.db", "convert - --to xmi -o out.uml"}) {
+        const std::string line = "(" + program + ") | " PETAL_COMMAND " " + rest;
+        EXPECT_THAT(shownOnTerminal({"/bin/sh", {"-c", line}, folder.path()}, 80),
+                    StartsWith("\x1b[Kwriting what is in standard input\x1b[K"))
+            << rest;
+    }
     // On a busy machine a second may go by all the same.
     std::string fast;
     for (int tries = 5; tries > 0 && (fast.empty() || fast.find("picture 1") != std::string::npos); --tries)

@@ -165,6 +165,7 @@ int convertFile(const ConvertRequest& request, const design::Format& target, con
         return invalidModel;
     const OutputFolder folder(isFolder ? making.output : std::string());
     ConvertedFiles files(target, making.output, isFolder);
+    showProgress("writing what is in " + text::fileName(making.input));
     write(request, target, making, *input, files, isFolder);
     if (files.count() == 0) {
         report(text::fileName(making.input) + ": there is nothing in it that " + std::string(target.name) +
@@ -172,6 +173,7 @@ int convertFile(const ConvertRequest& request, const design::Format& target, con
         return exportFailed;
     }
     files.commit(request.design.reportFile, reportAsJson(*input, target), read);
+    clearProgress();
     if (request.isQuiet)
         return done;
     std::cerr << summaryOf(making.input, *input);

@@ -115,6 +115,7 @@ int compareFiles(const DiffRequest& request)
     reportFindings(*oldDocument);
     reportFindings(*newDocument);
     const compare::Depth depth = request.withAll ? compare::Depth::all : compare::Depth::meaning;
+    showProgress("comparing " + text::fileName(request.oldFile) + " and " + text::fileName(request.newFile));
     compare::Snapshot before(*oldDocument, depth);
     compare::Snapshot after(*newDocument, depth);
     compare::pair(before, after);
@@ -123,6 +124,7 @@ int compareFiles(const DiffRequest& request)
     std::erase_if(changes, [&](const compare::Change& change) {
         return !isWanted(request, change) || inputs->isOfExport(change);
     });
+    clearProgress();
     if (writesPage)
         writePage(request, states, changes);
     else

@@ -83,7 +83,9 @@ int dumpFile(const DumpRequest& request)
     const std::vector<FileRole> outputs = outputsOf(request);
     refuseClashes(outputs, read);
     const OutputFolder folder(request.csvFolder);
+    showProgress("writing what is in " + text::fileName(request.input));
     const std::string made = writeDump(request, document, outputs);
+    clearProgress();
     if (request.isQuiet)
         return done;
     reportFindings(document);

@@ -63,6 +63,7 @@ int importFile(const ImportRequest& request, const Making& making)
     if (!input)
         return invalidModel;
     refuseClashes({{making.output, "the output"}, {request.design.reportFile, "the report"}}, read);
+    showProgress("writing what is in " + text::fileName(making.input));
     OutputFile output(making.output);
     output.write(input->modelFile);
     std::optional<OutputFile> reportFile;
@@ -72,6 +73,7 @@ int importFile(const ImportRequest& request, const Making& making)
     if (reportFile)
         files.push_back(&*reportFile);
     OutputFile::commitAll(files);
+    clearProgress();
     if (input->imported && !request.isQuiet)
         std::cerr << summaryOf(*input->imported);
     if (making.output != "-" && !request.isQuiet)
