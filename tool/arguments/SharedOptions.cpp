@@ -25,7 +25,7 @@ CLI::Validator oneOf(const std::vector<std::string>& words)
         text = *word;
         return std::string();
     };
-    return CLI::Validator(choose, "");
+    return {choose, ""};
 }
 
 // Of all commands that say how bad something is, or what is different.
