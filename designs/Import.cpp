@@ -5,8 +5,8 @@
 #include "designs/layout/Diagrams.h"
 #include "designs/layout/Layout.h"
 #include "designs/layout/Scaling.h"
-#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Settling.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,6 +2,7 @@
 
 #include "designs/model/Walk.h"
 
+#include <map>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -10,13 +11,12 @@ namespace design {
 
 namespace {
 
-bool isAlike(const Relationship& one, const Relationship& other)
+// Those in a tree of which this is equal say the same.
+auto propertiesOf(const Relationship& generalization)
 {
-    const auto properties = [](const Relationship& each) {
-        return std::tie(each.kind, each.supplier.id, each.name, each.documentation, each.stereotype, each.visibility,
-                        each.isVirtual, each.isFriend);
-    };
-    return one.kind == RelationshipKind::Generalization && properties(one) == properties(other);
+    return std::tie(generalization.supplier.id, generalization.name, generalization.documentation,
+                    generalization.stereotype, generalization.visibility, generalization.isVirtual,
+                    generalization.isFriend);
 }
 
 template <class Visit>
@@ -51,19 +51,17 @@ void Generalizations::addNode(const Relationship& generalization)
 // Those in a tree that say the same are one.
 void Generalizations::join(const std::vector<std::string>& tree, const Catalogue& catalogue)
 {
-    const std::size_t first = nodes.size();
+    std::map<decltype(propertiesOf(std::declval<const Relationship&>())), std::size_t> nodesOfTree;
     for (const std::string& id : tree) {
         const Relationship* const member = catalogue.relationship(id);
         if (!member || member->kind != RelationshipKind::Generalization || nodeOf.contains(member))
             continue;
-        std::size_t node = first;
-        while (node < nodes.size() && !isAlike(*nodes[node].members.front(), *member))
-            ++node;
-        if (node == nodes.size()) {
+        const auto [node, isNew] = nodesOfTree.emplace(propertiesOf(*member), nodes.size());
+        if (isNew) {
             addNode(*member);
         } else {
-            nodeOf.emplace(member, node);
-            nodes[node].members.push_back(member);
+            nodeOf.emplace(member, node->second);
+            nodes[node->second].members.push_back(member);
         }
     }
 }

@@ -3,7 +3,7 @@
 #include "designs/model/Catalogue.h"
 #include "designs/model/Design.h"
 #include "designs/model/Report.h"
-#include "designs/model/Settling.h"
+#include "designs/settling/Settling.h"
 
 namespace design {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "designs/formats/Formats.h"
-#include "designs/model/Settling.h"
 #include "designs/model/Texts.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Settling.h"
 
 #include <sstream>
 #include <string>

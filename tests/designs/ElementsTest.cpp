@@ -21,15 +21,19 @@ struct Row {
     Names children;
 };
 
+// A name without the marks of a table: parentheses, "!", quotes.
+std::string bare(std::string name)
+{
+    std::erase_if(name, [](char letter) { return std::string_view("()!\"").find(letter) != std::string_view::npos; });
+    return name;
+}
+
 Names namesIn(const std::string& text)
 {
     Names names;
     std::istringstream words(text);
-    for (std::string word; words >> word;) {
-        const bool isNeeded = word.ends_with('!');
-        std::erase_if(word, [](char letter) { return letter == '!' || letter == '(' || letter == ')'; });
-        names.emplace(word, isNeeded);
-    }
+    for (std::string word; words >> word;)
+        names.emplace(bare(word), word.ends_with('!'));
     return names;
 }
 
@@ -42,11 +46,9 @@ std::map<std::string, Row> tableOf(const std::string& tool)
         const std::size_t colon = line.find(": ");
         if (line.starts_with('#') || colon == std::string::npos)
             continue;
-        std::string name = line.substr(0, colon);
-        std::erase_if(name, [](char letter) { return letter == '(' || letter == ')'; });
         const std::size_t bar = std::min(line.find('|'), line.size());
-        table[name] = {namesIn(line.substr(colon + 1, bar - colon - 1)),
-                       namesIn(line.substr(std::min(bar + 1, line.size())))};
+        table[bare(line.substr(0, colon))] = {namesIn(line.substr(colon + 1, bar - colon - 1)),
+                                              namesIn(line.substr(std::min(bar + 1, line.size())))};
     }
     return table;
 }

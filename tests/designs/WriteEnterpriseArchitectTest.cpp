@@ -2,7 +2,7 @@
 
 #include "designs/formats/WrittenFiles.h"
 #include "designs/Import.h"
-#include "designs/model/Settling.h"
+#include "designs/settling/Settling.h"
 #include "SmallDesigns.h"
 
 #include <gmock/gmock.h>

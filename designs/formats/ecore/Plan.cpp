@@ -2,8 +2,8 @@
 
 #include "designs/formats/ecore/Types.h"
 #include "designs/model/Counts.h"
-#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Settling.h"
 
 #include <algorithm>
 #include <cctype>

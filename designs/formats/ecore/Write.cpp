@@ -5,8 +5,8 @@
 #include "designs/formats/ecore/Types.h"
 #include "designs/formats/shared/Xml.h"
 #include "designs/model/Counts.h"
-#include "designs/model/LeftDiagram.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/LeftDiagram.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,7 +2,7 @@
 
 #include "designs/formats/drawn/OtherDiagrams.h"
 #include "designs/formats/Formats.h"
-#include "designs/model/LeftDiagram.h"
+#include "designs/settling/LeftDiagram.h"
 
 #include <utility>
 

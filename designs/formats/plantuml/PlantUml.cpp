@@ -4,7 +4,7 @@
 #include "designs/formats/Formats.h"
 #include "designs/formats/plantuml/Notation.h"
 #include "designs/formats/plantuml/Others.h"
-#include "designs/model/LeftDiagram.h"
+#include "designs/settling/LeftDiagram.h"
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 
 #include "designs/formats/shared/Xml.h"
 #include "designs/formats/uml2/write/Writer.h"
-#include "designs/model/LeftDiagram.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/LeftDiagram.h"
 
 #include <algorithm>
 

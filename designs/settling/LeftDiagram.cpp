@@ -1,4 +1,4 @@
-#include "designs/model/LeftDiagram.h"
+#include "designs/settling/LeftDiagram.h"
 
 namespace design {
 

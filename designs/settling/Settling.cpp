@@ -1,4 +1,4 @@
-#include "designs/model/Settling.h"
+#include "designs/settling/Settling.h"
 
 namespace design {
 

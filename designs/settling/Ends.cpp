@@ -1,8 +1,8 @@
 #include "designs/model/Catalogue.h"
-#include "designs/model/Identifiers.h"
-#include "designs/model/Settling.h"
 #include "designs/model/Texts.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Identifiers.h"
+#include "designs/settling/Settling.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "designs/model/Catalogue.h"
-#include "designs/model/LeftDiagram.h"
-#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/LeftDiagram.h"
+#include "designs/settling/Settling.h"
 
 #include <vector>
 

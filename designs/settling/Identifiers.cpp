@@ -1,7 +1,7 @@
-#include "designs/model/Identifiers.h"
+#include "designs/settling/Identifiers.h"
 
-#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Settling.h"
 
 #include <string_view>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "designs/model/Settling.h"
 #include "designs/model/Walk.h"
+#include "designs/settling/Settling.h"
 
 #include <algorithm>
 #include <string_view>
