@@ -1,10 +1,10 @@
 #include "render/paper/Image.h"
+#include "render/paper/Painting.h"
 #include "render/paper/Pango.h"
 #include "render/paper/Releaser.h"
 #include "render/paper/Warnings.h"
 
 #include <cairo-pdf.h>
-#include <librsvg/rsvg.h>
 #include <pango/pango.h>
 #include <png.h>
 
@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace render {
 
@@ -24,16 +26,8 @@ constexpr double mostPixels = 36e6;
 constexpr double longestSide = 16000;
 constexpr double longestPage = 14400; // points; viewers of PDF files show no larger ones
 
-using Handle = std::unique_ptr<RsvgHandle, Releaser<g_object_unref>>;
 using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
 using Drawing = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
-using Stream = std::unique_ptr<GInputStream, Releaser<g_object_unref>>;
-
-[[noreturn]] void fail(GError* error)
-{
-    const std::unique_ptr<GError, Releaser<g_error_free>> owned(error);
-    throw ImageError(owned ? owned->message : "the picture cannot be drawn");
-}
 
 void check(cairo_status_t status)
 {
@@ -47,35 +41,40 @@ cairo_status_t append(void* target, const unsigned char* data, unsigned int leng
     return CAIRO_STATUS_SUCCESS;
 }
 
-Handle load(const std::string& svg)
-{
-    keepWarnings();
-    GError* error = nullptr;
-    const Stream stream(g_memory_input_stream_new_from_data(svg.data(), static_cast<gssize>(svg.size()), nullptr));
-    Handle handle(rsvg_handle_new_from_stream_sync(stream.get(), nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, &error));
-    if (!handle)
-        fail(error);
-    return handle;
-}
+// What Svg wrote.
+struct Picture {
+    explicit Picture(const std::string& svg)
+    {
+        const pugi::xml_parse_result result = document.load_buffer(svg.data(), svg.size());
+        if (!result)
+            throw ImageError(result.description());
+        const std::vector<double> box = numbersOf(document.document_element(), "viewBox");
+        if (box.size() != 4 || box[2] <= 0 || box[3] <= 0)
+            throw ImageError("the picture has no size");
+        left = box[0];
+        top = box[1];
+        width = box[2];
+        height = box[3];
+    }
 
-RsvgRectangle viewBoxOf(const Handle& handle)
-{
-    gboolean hasBox = FALSE;
-    RsvgRectangle box = {0, 0, 0, 0};
-    rsvg_handle_get_intrinsic_dimensions(handle.get(), nullptr, nullptr, nullptr, nullptr, &hasBox, &box);
-    if (hasBox == FALSE || box.width <= 0 || box.height <= 0)
-        throw ImageError("the picture has no size");
-    return box;
-}
+    pugi::xml_document document;
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+};
 
-void draw(const Handle& handle, const Surface& surface, double width, double height)
+void draw(const Picture& picture, const Surface& surface, double width, double height)
 {
+    thread_local Painting painting; // fonts and letters are much the same in the next picture
     check(cairo_surface_status(surface.get()));
     const Drawing drawing(cairo_create(surface.get()));
-    const RsvgRectangle viewport = {0, 0, width, height};
-    GError* error = nullptr;
-    if (rsvg_handle_render_document(handle.get(), drawing.get(), &viewport, &error) == FALSE)
-        fail(error);
+    const double scale = std::min(width / picture.width, height / picture.height);
+    cairo_set_source_rgb(drawing.get(), 1, 1, 1); // for the part of a pixel that the picture does not fill
+    cairo_paint(drawing.get());
+    cairo_scale(drawing.get(), scale, scale);
+    cairo_translate(drawing.get(), -picture.left, -picture.top);
+    painting.draw(picture.document.document_element(), drawing.get());
     check(cairo_status(drawing.get()));
     throwIfWarned();
 }
@@ -117,10 +116,10 @@ std::string encoded(const Surface& surface, int columns, int rows)
 
 std::string pngOf(const std::string& svg, const std::function<void(const std::string&)>& warn)
 {
-    const Handle handle = load(svg);
-    const RsvgRectangle box = viewBoxOf(handle);
-    const double width = box.width * pixelsPerUnit;
-    const double height = box.height * pixelsPerUnit;
+    keepWarnings();
+    const Picture picture(svg);
+    const double width = picture.width * pixelsPerUnit;
+    const double height = picture.height * pixelsPerUnit;
     const double scale =
         std::min({1.0, longestSide / width, longestSide / height, std::sqrt(mostPixels / (width * height))});
     if (scale < 1)
@@ -129,21 +128,21 @@ std::string pngOf(const std::string& svg, const std::function<void(const std::st
     const int columns = std::max(1, static_cast<int>(width * scale));
     const int rows = std::max(1, static_cast<int>(height * scale));
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, columns, rows));
-    draw(handle, surface, columns, rows);
+    draw(picture, surface, columns, rows);
     return encoded(surface, columns, rows);
 }
 
 std::string pdfOf(const std::string& svg)
 {
-    const Handle handle = load(svg);
-    const RsvgRectangle box = viewBoxOf(handle);
+    keepWarnings();
+    const Picture picture(svg);
     const double scale =
-        std::min({1.0, longestPage / (box.width * pointsPerUnit), longestPage / (box.height * pointsPerUnit)});
-    const double width = box.width * pointsPerUnit * scale;
-    const double height = box.height * pointsPerUnit * scale;
+        std::min({1.0, longestPage / (picture.width * pointsPerUnit), longestPage / (picture.height * pointsPerUnit)});
+    const double width = picture.width * pointsPerUnit * scale;
+    const double height = picture.height * pointsPerUnit * scale;
     std::string bytes;
     const Surface surface(cairo_pdf_surface_create_for_stream(append, &bytes, width, height));
-    draw(handle, surface, width, height);
+    draw(picture, surface, width, height);
     cairo_surface_finish(surface.get());
     check(cairo_surface_status(surface.get()));
     return bytes;
@@ -152,7 +151,7 @@ std::string pdfOf(const std::string& svg)
 std::string versionsOfLibraries()
 {
     return std::string("Pango ") + pango_version_string() + ", cairo " + cairo_version_string() +
-           ", librsvg " LIBRSVG_VERSION ", libpng " PNG_LIBPNG_VER_STRING;
+           ", libpng " PNG_LIBPNG_VER_STRING;
 }
 
 } // namespace

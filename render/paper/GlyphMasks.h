@@ -1,0 +1,49 @@
+#pragma once
+
+#include "render/paper/Releaser.h"
+
+#include <cairo.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <tuple>
+#include <unordered_map>
+
+namespace render {
+
+/// Letters whose outline was filled once and is put down wherever they stand: filling takes ten times as long, and a
+/// diagram repeats its letters hundreds of times. A quarter of a pixel along the line is kept, as the eye sees uneven
+/// gaps.
+class GlyphMasks {
+public:
+    struct Font;
+
+    /// The letters of a font that is enlarged as the units of `drawing` are. Valid until the next call.
+    Font& of(cairo_scaled_font_t* font, const cairo_matrix_t& matrix);
+    /// Puts a letter down in the colour of `drawing`, whose units are pixels now. (x, y) is its origin on the base
+    /// line.
+    void put(cairo_t* drawing, Font& font, unsigned long glyph, double x, double y);
+
+private:
+    using ScaledFont = std::unique_ptr<cairo_scaled_font_t, Releaser<cairo_scaled_font_destroy>>;
+    struct Mask {
+        std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>> surface; ///< null for a blank
+        int left = 0;                                                              ///< of the origin, in pixels
+        int top = 0;
+    };
+
+    Mask filled(cairo_scaled_font_t* font, unsigned long glyph, double right);
+
+    std::map<std::tuple<cairo_scaled_font_t*, double, double>, Font> fonts; ///< by how much they are enlarged
+    std::size_t pixels = 0;                                                 ///< of all masks
+};
+
+struct GlyphMasks::Font {
+    ScaledFont given; ///< held, as it is known by its address
+    ScaledFont enlarged;
+    std::unordered_map<std::uint64_t, Mask> masks; ///< by glyph and part of a pixel
+};
+
+} // namespace render
