@@ -1,6 +1,7 @@
 #include "render/paper/GlyphMasks.h"
 
 #include <cmath>
+#include <utility>
 
 namespace render {
 
@@ -9,9 +10,6 @@ namespace {
 constexpr long partsOfPixel = 4;
 constexpr std::size_t mostPixels = 16'000'000; // a byte each
 
-using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
-using Drawing = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
-using Options = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
 using Path = std::unique_ptr<cairo_path_t, Releaser<cairo_path_destroy>>;
 
 } // namespace
@@ -32,6 +30,7 @@ GlyphMasks::Mask GlyphMasks::filled(cairo_scaled_font_t* font, unsigned long gly
     double end = 0;
     double bottom = 0;
     cairo_path_extents(outline.get(), &left, &top, &end, &bottom);
+    check(cairo_status(outline.get()));
     if (end <= left || bottom <= top)
         return {};
     Mask mask = {nullptr, static_cast<int>(std::floor(left + right)), static_cast<int>(std::floor(top))};
@@ -44,6 +43,7 @@ GlyphMasks::Mask GlyphMasks::filled(cairo_scaled_font_t* font, unsigned long gly
     cairo_translate(drawing.get(), right - mask.left, -mask.top);
     cairo_append_path(drawing.get(), path.get());
     cairo_fill(drawing.get());
+    check(cairo_status(drawing.get()));
     return mask;
 }
 
@@ -53,17 +53,18 @@ GlyphMasks::Font& GlyphMasks::of(cairo_scaled_font_t* font, const cairo_matrix_t
         fonts.clear();
         pixels = 0;
     }
-    Font& known = fonts[{font, matrix.xx, matrix.yy}];
-    if (!known.given) {
-        cairo_matrix_t size;
-        cairo_scaled_font_get_font_matrix(font, &size);
-        const Options options(cairo_font_options_create());
-        cairo_scaled_font_get_font_options(font, options.get());
-        known.enlarged.reset(
-            cairo_scaled_font_create(cairo_scaled_font_get_font_face(font), &size, &matrix, options.get()));
-        known.given.reset(cairo_scaled_font_reference(font));
-    }
-    return known;
+    const auto key = std::make_tuple(font, matrix.xx, matrix.yy);
+    const auto place = fonts.find(key);
+    if (place != fonts.end())
+        return place->second;
+    cairo_matrix_t size;
+    cairo_scaled_font_get_font_matrix(font, &size);
+    const FontOptions options(cairo_font_options_create());
+    cairo_scaled_font_get_font_options(font, options.get());
+    ScaledFont enlarged(cairo_scaled_font_create(cairo_scaled_font_get_font_face(font), &size, &matrix, options.get()));
+    check(cairo_scaled_font_status(enlarged.get()));
+    return fonts.emplace(key, Font{ScaledFont(cairo_scaled_font_reference(font)), std::move(enlarged), {}})
+        .first->second;
 }
 
 void GlyphMasks::put(cairo_t* drawing, Font& font, unsigned long glyph, double x, double y)
@@ -71,11 +72,11 @@ void GlyphMasks::put(cairo_t* drawing, Font& font, unsigned long glyph, double x
     const long parts = std::lround(x * partsOfPixel);
     const long whole = parts >= 0 ? parts / partsOfPixel : (parts - partsOfPixel + 1) / partsOfPixel;
     const long part = parts - whole * partsOfPixel;
-    const auto [place, isNew] =
-        font.masks.try_emplace(static_cast<std::uint64_t>(glyph) * partsOfPixel + static_cast<std::uint64_t>(part));
-    if (isNew) {
-        place->second = filled(font.enlarged.get(), glyph, static_cast<double>(part) / partsOfPixel);
-    }
+    const std::uint64_t key = static_cast<std::uint64_t>(glyph) * partsOfPixel + static_cast<std::uint64_t>(part);
+    auto place = font.masks.find(key);
+    if (place == font.masks.end())
+        place =
+            font.masks.emplace(key, filled(font.enlarged.get(), glyph, static_cast<double>(part) / partsOfPixel)).first;
     const Mask& mask = place->second;
     if (mask.surface)
         cairo_mask_surface(drawing, mask.surface.get(), static_cast<double>(whole + mask.left),

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "render/paper/Releaser.h"
-
-#include <cairo.h>
+#include "render/paper/Cairo.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <tuple>
 #include <unordered_map>
 
@@ -16,6 +13,7 @@ namespace render {
 /// Letters whose outline was filled once and is put down wherever they stand: filling takes ten times as long, and a
 /// diagram repeats its letters hundreds of times. A quarter of a pixel along the line is kept, as the eye sees uneven
 /// gaps.
+/// What fails throws ImageError.
 class GlyphMasks {
 public:
     struct Font;
@@ -27,10 +25,9 @@ public:
     void put(cairo_t* drawing, Font& font, unsigned long glyph, double x, double y);
 
 private:
-    using ScaledFont = std::unique_ptr<cairo_scaled_font_t, Releaser<cairo_scaled_font_destroy>>;
     struct Mask {
-        std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>> surface; ///< null for a blank
-        int left = 0;                                                              ///< of the origin, in pixels
+        Surface surface; ///< null for a blank
+        int left = 0;    ///< of the origin, in pixels
         int top = 0;
     };
 

@@ -1,7 +1,6 @@
-#include "render/paper/Image.h"
+#include "render/paper/Cairo.h"
 #include "render/paper/Painting.h"
 #include "render/paper/Pango.h"
-#include "render/paper/Releaser.h"
 #include "render/paper/Warnings.h"
 
 #include <cairo-pdf.h>
@@ -25,15 +24,6 @@ constexpr double pointsPerUnit = 72.0 / 300;
 constexpr double mostPixels = 36e6;
 constexpr double longestSide = 16000;
 constexpr double longestPage = 14400; // points; viewers of PDF files show no larger ones
-
-using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
-using Drawing = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
-
-void check(cairo_status_t status)
-{
-    if (status != CAIRO_STATUS_SUCCESS)
-        throw ImageError(cairo_status_to_string(status));
-}
 
 cairo_status_t append(void* target, const unsigned char* data, unsigned int length)
 {

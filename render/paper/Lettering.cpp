@@ -1,10 +1,11 @@
 #include "render/paper/Lettering.h"
 
+#include <algorithm>
+
 namespace render {
 
 namespace {
 
-using FontOptions = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
 using FontDescription = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
 using Attributes = std::unique_ptr<PangoAttrList, Releaser<pango_attr_list_unref>>;
 
@@ -24,11 +25,13 @@ const PangoLayoutLine* lineOf(PangoLayout* layout)
 bool isKnown(PangoLayout* layout)
 {
     for (const GSList* run = lineOf(layout)->runs; run != nullptr; run = run->next) {
-        const PangoGlyphString* const glyphs = static_cast<const PangoGlyphItem*>(run->data)->glyphs;
-        for (int i = 0; i < glyphs->num_glyphs; ++i)
-            if (glyphs->glyphs[i].glyph != PANGO_GLYPH_EMPTY &&
-                (glyphs->glyphs[i].glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0)
-                return false;
+        const auto* const item = static_cast<const PangoGlyphItem*>(run->data);
+        const PangoGlyphInfo* const glyphs = item->glyphs->glyphs;
+        const bool isKnown = std::none_of(glyphs, glyphs + item->glyphs->num_glyphs, [](const PangoGlyphInfo& info) {
+            return info.glyph != PANGO_GLYPH_EMPTY && (info.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0;
+        });
+        if (item->item->analysis.font == nullptr || !isKnown)
+            return false;
     }
     return true;
 }
