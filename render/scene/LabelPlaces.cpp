@@ -66,11 +66,25 @@ Rect rectBeside(const Object& label, const Path& path, Size size)
     return rectAround(onSide(on, sideOf(label), size, labelGap), size);
 }
 
+Rect lettersIn(const Rect& rect, const Font& font)
+{
+    constexpr double capitals = 0.72; // of the em, above the base line
+    constexpr double belowBase = 0.1;
+    return {rect.left, rect.top + font.ascent() - capitals * font.em(), rect.right,
+            rect.bottom - font.lineHeight() + font.ascent() + belowBase * font.em()};
+}
+
 LabelPlaces::LabelPlaces(const Scene& scene)
 {
-    if (!scene.context().isComputed)
-        return;
     collect(scene);
+    if (scene.context().isComputed)
+        placeComputed(scene);
+    else
+        partChosen(scene);
+}
+
+void LabelPlaces::placeComputed(const Scene& scene)
+{
     for (const Node& node : scene.nodes()) {
         obstacles.addRect(Obstacles::Kind::box, node.rect);
         if (node.isNamedOutside)
@@ -117,7 +131,7 @@ void LabelPlaces::collectFrom(const Context& context, const Object& view, const 
             continue;
         const TextBlock block = blockOfLabel(context, view, *label, "");
         if (!block.lines.empty())
-            labels.push_back({label, &path, block.size(context.measure), view.is("RoleView")});
+            labels.push_back({label, &path, block.size(context.measure), view.is("RoleView"), block.font});
     }
 }
 

@@ -20,14 +20,23 @@ namespace render {
 /// Beside the line, on the side and at the part of it that the label says.
 [[nodiscard]] Rect rectBeside(const Object& label, const Path& path, Size size);
 
-/// Where the labels of lines stand in a file of the exporter, which computes their places without knowing what is
-/// there: those whose place is free stay, the others come to the best that there is beside their line.
+/// Where the letters of a block stand: from the top of the first line's capitals to the base of the last line's.
+[[nodiscard]] Rect lettersIn(const Rect& rect, const Font& font);
+
+/// Where labels of lines stand that do not stand where the file has them. A file of the exporter has computed places,
+/// without regard to what is there: labels whose place is free stay, the others come to the best that there is beside
+/// their line. In other files somebody chose the places: of labels on each other or on a box, which nobody can read,
+/// one goes a small step.
 class LabelPlaces {
 public:
     explicit LabelPlaces(const Scene& scene);
 
-    /// Nothing for files in which labels have places that somebody chose.
+    /// Nothing for those that stand where the file has them.
     [[nodiscard]] std::optional<Rect> of(const Object& label) const;
+
+    /// A touch further where the letters would stand on the edge of a box or a name, if that is less than what one
+    /// sees.
+    [[nodiscard]] Rect clearOfEdges(const Rect& rect, const Font& font);
 
     /// How far from the middle or end of its line a label may stand.
     struct Reach {
@@ -41,12 +50,17 @@ private:
         const Path* path;
         Size size;
         bool isAtEnd; ///< of the line, not in its middle
+        Font font;
     };
 
+    void placeComputed(const Scene& scene);
+    void partChosen(const Scene& scene);
     void collect(const Scene& scene);
     void collectFrom(const Context& context, const Object& view, const Path& path);
     [[nodiscard]] bool keep(const Wanted& wanted);
     void place(const Wanted& wanted);
+    void step(const Wanted& wanted);
+    [[nodiscard]] bool isLegible(const Rect& letters);
     [[nodiscard]] double costOf(const Wanted& wanted, const Rect& rect);
     [[nodiscard]] static std::vector<Rect> candidates(const Wanted& wanted, const Reach& reach);
 
@@ -54,6 +68,7 @@ private:
     std::vector<Wanted> labels;
     std::unordered_map<const Object*, Rect> rects;
     Obstacles obstacles;
+    Obstacles boxes; ///< and names, where places were chosen
 };
 
 } // namespace render

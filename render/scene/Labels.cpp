@@ -11,26 +11,9 @@ constexpr double tolerance = 8;     // labels may overlap that far
 constexpr double longestStep = 120; // of a label that is moved away from a box
 constexpr std::size_t mostKept = 2000;
 
-// Where the letters of a block stand: from the top of the first line's capitals to the base of the last line's.
-Rect lettersIn(const Rect& rect, const Font& font)
-{
-    constexpr double capitals = 0.72; // of the em, above the base line
-    constexpr double belowBase = 0.1;
-    return {rect.left, rect.top + font.ascent() - capitals * font.em(), rect.right,
-            rect.bottom - font.lineHeight() + font.ascent() + belowBase * font.em()};
-}
-
 } // namespace
 
-Labels::Labels(const Scene& scene, Svg& svg) : scene(scene), svg(svg), places(scene)
-{
-    for (const Node& node : scene.nodes()) {
-        if (!node.view->is("Label", "InterObjView"))
-            boxes.addRect(Obstacles::Kind::box, node.rect);
-        if (node.isNamedOutside && !node.blocks.empty())
-            boxes.addRect(Obstacles::Kind::box, lettersIn(node.nameRect, node.blocks.back().font));
-    }
-}
+Labels::Labels(const Scene& scene, Svg& svg) : scene(scene), svg(svg), places(scene) {}
 
 void Labels::draw(const Object& view, const Path& path, const std::vector<std::string>& numbers)
 {
@@ -59,32 +42,11 @@ void Labels::drawOne(const Object& view, const Object& label, const Path& path, 
     svg.text(block, rect, Align::centre, context.measure);
 }
 
-// A touch further where the letters would stand on the edge of a box or a name, if that is less than what one sees.
-Rect Labels::clearOfEdges(const Rect& rect, const Font& font)
-{
-    constexpr Size most = {6, 12};
-    const Rect letters = lettersIn(rect, font);
-    Point least = {most.width, most.height};
-    bool isFound = false;
-    for (const Obstacles::Obstacle& box : boxes.in(letters)) {
-        for (const Point step : {Point{0, box.rect.bottom - letters.top}, Point{0, box.rect.top - letters.bottom},
-                                 Point{box.rect.right - letters.left, 0}, Point{box.rect.left - letters.right, 0}}) {
-            const bool isSmall = std::abs(step.x) <= most.width && std::abs(step.y) <= most.height;
-            if (!isSmall || std::hypot(step.x, step.y) >= std::hypot(least.x, least.y) ||
-                !boxes.in(letters.movedBy(step.x, step.y).grownBy(-0.1)).empty())
-                continue;
-            least = step;
-            isFound = true;
-        }
-    }
-    return isFound ? rect.movedBy(least.x, least.y) : rect;
-}
-
 Rect Labels::rectOf(const Object& view, const Object& label, const Path& path, const TextBlock& block)
 {
     const Size size = block.size(scene.context().measure);
     if (isPlaced(label) && !scene.context().isComputed)
-        return clearOfEdges(rectOfLabel(label, size), block.font);
+        return places.clearOfEdges(rectOfLabel(label, size), block.font);
     return moved(clearOfEnds(view, rectBeside(label, path, size)));
 }
 

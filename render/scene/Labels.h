@@ -4,9 +4,8 @@
 
 namespace render {
 
-/// Draws the texts of lines and messages. They stand where the file has them, but for a touch where they would stand on
-/// the edge of a box. Those that it gives no place are put
-/// beside their lines, none over another; for a file of the exporter LabelPlaces looks for places.
+/// Draws the texts of lines and messages. They stand where the file has them, or where LabelPlaces finds that they can
+/// be read. Those that the file gives no place are put beside their lines, none over another.
 class Labels {
 public:
     Labels(const Scene& scene, Svg& svg);
@@ -17,14 +16,12 @@ public:
 private:
     void drawOne(const Object& view, const Object& label, const Path& path, const std::string& number);
     [[nodiscard]] Rect rectOf(const Object& view, const Object& label, const Path& path, const TextBlock& block);
-    [[nodiscard]] Rect clearOfEdges(const Rect& rect, const Font& font);
     [[nodiscard]] Rect clearOfEnds(const Object& view, Rect rect) const;
     [[nodiscard]] Rect moved(Rect rect) const;
 
     const Scene& scene;
     Svg& svg;
     LabelPlaces places;
-    Obstacles boxes;
     std::vector<Rect> taken;
 };
 

@@ -17,13 +17,13 @@ TEST(Labels, StandWhereRosePutThem)
     } rows[] = {
         {"location (700, 150) anchor_loc 1", 597.5, 125},
         {"location (700, 200) anchor_loc 1", 597.5, 175},  // over the line
-        {"location (200, 200) anchor_loc 1", 97.5, 175},   // over a box
+        {"location (200, 200) anchor_loc 1", 97.5, 239},   // over a box, where nobody could read it
         {"location (700, 900) anchor_loc 1", 597.5, 875},  // far from the line
         {"location (200, 256) anchor_loc 1", 97.5, 238.9}, // its letters touch the lower edge of a box
         {"location (200, 138) anchor_loc 1", 97.5, 105.3}, // the upper edge
         {"location (448, 180) anchor_loc 1", 350, 155},    // the right edge
-        {"location (200, 249) anchor_loc 1", 97.5, 224},   // more than a touch
-        {"location (440, 180) anchor_loc 1", 337.5, 155},
+        {"location (200, 249) anchor_loc 1", 97.5, 240},   // more than a touch: a step of 8 units and its multiples
+        {"location (440, 180) anchor_loc 1", 345.5, 155},
         {"location (700, 150) anchor_loc 3", 700, 125},
         {"location (700, 150) max_width 405 justify 0", 800, 150},
         {"location (700, 150) max_width 405 justify 1", 700, 150},
@@ -38,6 +38,41 @@ TEST(Labels, StandWhereRosePutThem)
         const pugi::xml_node text = itemOf(picture.svg, 3).child("text");
         EXPECT_NEAR(roomOf(text, picture.drawn.measure).left, row.left, 0.3) << row.keys;
         EXPECT_NEAR(number(text, "y") - 40.6, row.top, 0.3) << row.keys;
+    }
+}
+
+// The first stays, the others go the shortest way to where they can be read, if that is near.
+TEST(Labels, StepAsideFromEachOther)
+{
+    constexpr const char* room = R"((object ClassView "Class" "A" @1 location (200, 200) width 300 height 100)
+(object ClassView "Class" "B" @2 location (1200, 200) width 300 height 100)
+(object ClassView "Class" "C" @3 location (700, 1500) width 1000 height 600))";
+    const auto label = [](int view, const char* place) {
+        return "(object UsesView \"\" @" + std::to_string(view) +
+               " client @1 supplier @2 label (object SegLabel @9 anchor_loc 1 label \"some words\" location " + place +
+               "))";
+    };
+    const struct {
+        const char* first;
+        const char* second;
+        double right, down; // of the way that the second goes
+    } rows[] = {
+        {"(700, 800)", "(700, 900)", 0, 0},   {"(700, 800)", "(700, 830)", 0, 0}, // letters that almost touch
+        {"(700, 800)", "(700, 820)", 0, 16},  {"(700, 800)", "(700, 785)", 0, -16},
+        {"(700, 800)", "(890, 800)", 16, 0},  {"(700, 1150)", "(700, 1150)", 0, -32}, // below is a box
+        {"(700, 1500)", "(700, 1600)", 0, 0}, // there is no free place that is near
+    };
+    for (const auto& row : rows) {
+        const Parsed picture(room + label(4, row.first) + label(5, row.second));
+        const Parsed alone(room + label(5, row.second));
+        const Parsed first(room + label(4, row.first));
+        const auto placeIn = [](const Parsed& in, int view) {
+            const pugi::xml_node text = itemOf(in.svg, view).child("text");
+            return render::Point{number(text, "x"), number(text, "y")};
+        };
+        EXPECT_EQ(placeIn(picture, 4).y, placeIn(first, 4).y) << row.second;
+        EXPECT_NEAR(placeIn(picture, 5).x - placeIn(alone, 5).x, row.right, 0.2) << row.second;
+        EXPECT_NEAR(placeIn(picture, 5).y - placeIn(alone, 5).y, row.down, 0.2) << row.second;
     }
 }
 
