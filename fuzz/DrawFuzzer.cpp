@@ -1,5 +1,6 @@
 #include "EqualLetters.h"
 #include "render/Draw.h"
+#include "render/paper/Image.h"
 #include "Target.h"
 
 #include <pugixml.hpp>
@@ -7,20 +8,28 @@
 #include <cstdlib>
 #include <string>
 
-// The bytes of a petal file. Whatever its diagrams hold, each becomes a picture that is XML and of bounded size.
+// The bytes of a petal file. Whatever its diagrams hold, each becomes a picture that is XML and of bounded size, and
+// can be painted.
 namespace {
 
 constexpr double longestSide = 100000; // pixels
+constexpr double largestPainted = 1e6; // square pixels; larger ones take long and are painted no differently
 
 void checkPicture(const std::string& svg)
 {
     pugi::xml_document picture;
     require(static_cast<bool>(picture.load_string(svg.c_str())), "well-formed XML");
     const pugi::xml_node root = picture.child("svg");
+    double area = 1;
     for (const char* const side : {"width", "height"}) {
         const double length = root.attribute(side).as_double(-1);
         require(length > 0 && length < longestSide, "a picture of bounded size");
+        area *= length;
     }
+    if (area <= largestPainted)
+        require(render::imageOf(svg, render::ImageFormat::png, [](const std::string& /*warning*/) {})
+                    .starts_with("\x89PNG"),
+                "a painted picture");
     require(svg.find("<script") == std::string::npos, "texts that stay texts");
 }
 
