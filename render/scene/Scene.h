@@ -104,7 +104,8 @@ private:
     [[nodiscard]] static Path selfRolePath(const Object& role, const Node& node, const Junction& junction);
     [[nodiscard]] Point treePoint(const Object& tree) const;
     [[nodiscard]] End endOf(const Object& view, std::string_view key) const;
-    void addQualifiers(Line& line) const;
+    /// What stands at the ends of a line for a role: an arrow or a diamond, qualifiers.
+    void addRoleTo(Line& line) const;
 
     const Context& common;
     std::deque<Node> allNodes;
