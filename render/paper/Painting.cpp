@@ -27,7 +27,8 @@ bool isColour(pugi::xml_node element, const char* attribute)
 
 void setColour(pugi::xml_node element, const char* attribute, cairo_t* drawing)
 {
-    const std::string_view text = valueOf(element, attribute).substr(1);
+    std::string_view text = valueOf(element, attribute);
+    text.remove_prefix(std::min<std::size_t>(text.size(), 1)); // the #
     unsigned colour = 0;
     std::from_chars(text.data(), text.data() + text.size(), colour, 16);
     const auto part = [colour](unsigned shift) { return ((colour >> shift) & 0xFFU) / 255.0; };
