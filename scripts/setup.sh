@@ -76,8 +76,8 @@ build() {
     fi
 }
 
-# with_sanitizers PROGRAM...: as the tests are run (CMakePresets.json). What libraries keep is no leak. The leak checker
-# guesses where the memory of their threads begins; a wrong guess would end it by a signal.
+# with_sanitizers PROGRAM...: with the options of the tests (CMakePresets.json). What libraries keep is no leak. The leak
+# checker guesses where the memory of their threads begins; a wrong guess would end it by a signal.
 with_sanitizers() {
     env ASAN_OPTIONS=intercept_tls_get_addr=0 UBSAN_OPTIONS=print_stacktrace=1 \
         LSAN_OPTIONS=suppressions=tests/support/library-leaks.txt:print_suppressions=0 "$@"

@@ -8,7 +8,9 @@ namespace render {
 namespace {
 
 constexpr long partsOfPixel = 4;
-constexpr std::size_t mostPixels = 16'000'000; // a byte each
+constexpr std::size_t mostBytes = 16'000'000;
+constexpr std::size_t bytesOfMask = 1000; // beside its pixels
+constexpr std::size_t bytesOfFont = 5000;
 
 using Path = std::unique_ptr<cairo_path_t, Releaser<cairo_path_destroy>>;
 
@@ -16,6 +18,7 @@ using Path = std::unique_ptr<cairo_path_t, Releaser<cairo_path_destroy>>;
 
 GlyphMasks::Mask GlyphMasks::filled(cairo_scaled_font_t* font, unsigned long glyph, double right)
 {
+    bytes += bytesOfMask;
     const Surface nothing(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
     const Drawing outline(cairo_create(nothing.get()));
     cairo_matrix_t matrix;
@@ -36,7 +39,7 @@ GlyphMasks::Mask GlyphMasks::filled(cairo_scaled_font_t* font, unsigned long gly
     Mask mask = {nullptr, static_cast<int>(std::floor(left + right)), static_cast<int>(std::floor(top))};
     const int width = static_cast<int>(std::ceil(end + right)) - mask.left;
     const int height = static_cast<int>(std::ceil(bottom)) - mask.top;
-    pixels += static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    bytes += static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     mask.surface.reset(cairo_image_surface_create(CAIRO_FORMAT_A8, width, height));
     const Path path(cairo_copy_path(outline.get()));
     const Drawing drawing(cairo_create(mask.surface.get()));
@@ -49,9 +52,9 @@ GlyphMasks::Mask GlyphMasks::filled(cairo_scaled_font_t* font, unsigned long gly
 
 GlyphMasks::Font& GlyphMasks::of(cairo_scaled_font_t* font, const cairo_matrix_t& matrix)
 {
-    if (pixels > mostPixels) {
+    if (bytes > mostBytes) {
         fonts.clear();
-        pixels = 0;
+        bytes = 0;
     }
     const auto key = std::make_tuple(font, matrix.xx, matrix.yy);
     const auto place = fonts.find(key);
@@ -63,6 +66,7 @@ GlyphMasks::Font& GlyphMasks::of(cairo_scaled_font_t* font, const cairo_matrix_t
     cairo_scaled_font_get_font_options(font, options.get());
     ScaledFont enlarged(cairo_scaled_font_create(cairo_scaled_font_get_font_face(font), &size, &matrix, options.get()));
     check(cairo_scaled_font_status(enlarged.get()));
+    bytes += bytesOfFont;
     return fonts.emplace(key, Font{ScaledFont(cairo_scaled_font_reference(font)), std::move(enlarged), {}})
         .first->second;
 }

@@ -15,32 +15,29 @@ namespace render {
 /// gaps.
 /// What fails throws ImageError.
 class GlyphMasks {
-public:
-    struct Font;
-
-    /// The letters of a font that is enlarged as the units of `drawing` are. Valid until the next call.
-    Font& of(cairo_scaled_font_t* font, const cairo_matrix_t& matrix);
-    /// Puts a letter down in the colour of `drawing`, whose units are pixels now. (x, y) is its origin on the base
-    /// line.
-    void put(cairo_t* drawing, Font& font, unsigned long glyph, double x, double y);
-
-private:
     struct Mask {
         Surface surface; ///< null for a blank
         int left = 0;    ///< of the origin, in pixels
         int top = 0;
     };
 
+public:
+    struct Font {
+        ScaledFont given; ///< held, as it is known by its address
+        ScaledFont enlarged;
+        std::unordered_map<std::uint64_t, Mask> masks; ///< by glyph and part of a pixel
+    };
+
+    /// The letters of a font where `matrix` enlarges it. Valid until the next call.
+    Font& of(cairo_scaled_font_t* font, const cairo_matrix_t& matrix);
+    /// Puts a letter down in the colour of `drawing`, whose units are pixels. (x, y) is its origin on the base line.
+    void put(cairo_t* drawing, Font& font, unsigned long glyph, double x, double y);
+
+private:
     Mask filled(cairo_scaled_font_t* font, unsigned long glyph, double right);
 
     std::map<std::tuple<cairo_scaled_font_t*, double, double>, Font> fonts; ///< by how much they are enlarged
-    std::size_t pixels = 0;                                                 ///< of all masks
-};
-
-struct GlyphMasks::Font {
-    ScaledFont given; ///< held, as it is known by its address
-    ScaledFont enlarged;
-    std::unordered_map<std::uint64_t, Mask> masks; ///< by glyph and part of a pixel
+    std::size_t bytes = 0;                                                  ///< about, of all masks and fonts
 };
 
 } // namespace render

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,19 +55,26 @@ struct Picture {
     double height = 0;
 };
 
-void draw(const Picture& picture, const Surface& surface, double width, double height)
+// `scale` is that of the surface's units to those of the picture.
+void draw(const Picture& picture, const Surface& surface, double scale)
 {
-    thread_local Painting painting; // fonts and letters are much the same in the next picture
+    thread_local std::optional<Painting> painting; // fonts and letters are much the same in the next picture
     check(cairo_surface_status(surface.get()));
     const Drawing drawing(cairo_create(surface.get()));
-    const double scale = std::min(width / picture.width, height / picture.height);
     cairo_set_source_rgb(drawing.get(), 1, 1, 1); // for the part of a pixel that the picture does not fill
     cairo_paint(drawing.get());
     cairo_scale(drawing.get(), scale, scale);
     cairo_translate(drawing.get(), -picture.left, -picture.top);
-    painting.draw(picture.document.document_element(), drawing.get());
-    check(cairo_status(drawing.get()));
-    throwIfWarned();
+    try {
+        if (!painting)
+            painting.emplace();
+        painting->draw(picture.document.document_element(), drawing.get());
+        check(cairo_status(drawing.get()));
+        throwIfWarned();
+    } catch (...) {
+        painting.reset(); // what could not be had now may be had later
+        throw;
+    }
 }
 
 // Red, green and blue, a byte each, where the surface has a fourth in the native order.
@@ -115,10 +123,10 @@ std::string pngOf(const std::string& svg, const std::function<void(const std::st
     if (scale < 1)
         warn("the picture is too large for a PNG file of full size; reduced to " +
              std::to_string(std::max(1L, std::lround(scale * 100))) + " %");
-    const int columns = std::max(1, static_cast<int>(width * scale));
-    const int rows = std::max(1, static_cast<int>(height * scale));
+    const int columns = std::max(1, static_cast<int>(std::ceil(width * scale)));
+    const int rows = std::max(1, static_cast<int>(std::ceil(height * scale)));
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, columns, rows));
-    draw(picture, surface, columns, rows);
+    draw(picture, surface, pixelsPerUnit * scale);
     return encoded(surface, columns, rows);
 }
 
@@ -132,7 +140,7 @@ std::string pdfOf(const std::string& svg)
     const double height = picture.height * pointsPerUnit * scale;
     std::string bytes;
     const Surface surface(cairo_pdf_surface_create_for_stream(append, &bytes, width, height));
-    draw(picture, surface, width, height);
+    draw(picture, surface, pointsPerUnit * scale);
     cairo_surface_finish(surface.get());
     check(cairo_surface_status(surface.get()));
     return bytes;

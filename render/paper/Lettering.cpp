@@ -6,10 +6,9 @@ namespace render {
 
 namespace {
 
-using FontDescription = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
 using Attributes = std::unique_ptr<PangoAttrList, Releaser<pango_attr_list_unref>>;
 
-constexpr double mostPixels = 200; // between base lines; larger letters are few
+constexpr double mostPixels = 200; // of an em; larger letters are few
 
 double inUnits(int size)
 {
@@ -41,26 +40,18 @@ bool isKnown(PangoLayout* layout)
 // The letters are laid out in the units of the picture, whatever its scale: nothing is rounded to pixels but by
 // GlyphMasks.
 Lettering::Lettering()
-    : map(pango_cairo_font_map_new()), context(pango_font_map_create_context(map.get())),
-      layout(pango_layout_new(context.get()))
 {
     const FontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-    pango_cairo_context_set_font_options(context.get(), options.get());
-    pango_context_set_round_glyph_positions(context.get(), FALSE);
+    pango_cairo_context_set_font_options(layout.context(), options.get());
     pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
 }
 
 void Lettering::dress(const Letters& letters)
 {
-    const FontDescription font(pango_font_description_new());
-    pango_font_description_set_family(font.get(), letters.families.c_str());
-    pango_font_description_set_absolute_size(font.get(), letters.em * PANGO_SCALE);
-    pango_font_description_set_weight(font.get(), letters.isBold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-    pango_font_description_set_style(font.get(), letters.isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    pango_layout_set_font_description(layout.get(), font.get());
+    layout.setFont(letters.families.c_str(), letters.em, letters.isBold, letters.isItalic);
     Attributes lines;
     if (letters.isUnderlined || letters.isStruck) {
         lines.reset(pango_attr_list_new());

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "render/paper/GlyphMasks.h"
-#include "render/paper/Releaser.h"
+#include "render/paper/TextLayout.h"
 
 #include <cairo.h>
-#include <pango/pangocairo.h>
 
-#include <memory>
 #include <string>
 
 namespace render {
@@ -38,9 +36,7 @@ private:
     /// From (x, y) on the base line.
     void putMasks(cairo_t* drawing, double x, double y);
 
-    std::unique_ptr<PangoFontMap, Releaser<g_object_unref>> map;
-    std::unique_ptr<PangoContext, Releaser<g_object_unref>> context;
-    std::unique_ptr<PangoLayout, Releaser<g_object_unref>> layout;
+    TextLayout layout;
     GlyphMasks masks;
 };
 

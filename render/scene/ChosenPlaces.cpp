@@ -35,16 +35,21 @@ void LabelPlaces::partChosen(const Scene& scene)
         if (node.isNamedOutside && !node.blocks.empty())
             boxes.addRect(Obstacles::Kind::box, lettersIn(node.nameRect, node.blocks.back().font));
     }
+    for (const Line& line : scene.lines())
+        if (!line.qualifiers.lines.empty())
+            boxes.addRect(Obstacles::Kind::box, line.qualifierRect);
     std::vector<const Wanted*> open;
     for (const Wanted& wanted : labels) {
         if (!isPlaced(*wanted.label))
             continue;
         const Rect rect = clearOfEdges(rectOfLabel(*wanted.label, wanted.size), wanted.font);
         const Rect letters = lettersIn(rect, wanted.font);
-        if (isLegible(letters))
-            obstacles.addRect(Obstacles::Kind::label, letters);
-        else
+        if (!isLegible(letters, *wanted.path)) {
             open.push_back(&wanted);
+            continue;
+        }
+        obstacles.addRect(Obstacles::Kind::label, letters);
+        rects.emplace(wanted.label, rect);
     }
     for (const Wanted* const wanted : open)
         step(*wanted);
@@ -70,11 +75,17 @@ Rect LabelPlaces::clearOfEdges(const Rect& rect, const Font& font)
     return isFound ? rect.movedBy(least.x, least.y) : rect;
 }
 
-bool LabelPlaces::isLegible(const Rect& letters)
+// A box in which the whole line runs, as a state around others, lies behind it and its labels.
+bool LabelPlaces::isLegible(const Rect& letters, const Path& path)
 {
     constexpr double touch = 5; // between letters that are not read as one
     const Rect core = letters.grownBy(-touch);
-    return boxes.in(core).empty() && obstacles.in(core).empty();
+    const auto hides = [&](const Obstacles::Obstacle& box) {
+        const Rect inner = box.rect.grownBy(-1);
+        return !inner.contains(path.front()) || !inner.contains(path.back());
+    };
+    const std::vector<Obstacles::Obstacle> there = boxes.in(core);
+    return std::none_of(there.begin(), there.end(), hides) && obstacles.in(core).empty();
 }
 
 // To the nearest place where it can be read; none that is far is better than what somebody chose.
@@ -84,7 +95,9 @@ void LabelPlaces::step(const Wanted& wanted)
     for (const Point& way : smallSteps()) {
         const Rect there = rect.movedBy(way.x, way.y);
         const Rect letters = lettersIn(there, wanted.font);
-        if (obstacles.isExhausted() || !isLegible(letters))
+        if (obstacles.isExhausted() || boxes.isExhausted())
+            break;
+        if (!isLegible(letters, *wanted.path))
             continue;
         obstacles.addRect(Obstacles::Kind::label, letters);
         rects.emplace(wanted.label, there);

@@ -23,7 +23,7 @@ namespace render {
 /// Where the letters of a block stand: from the top of the first line's capitals to the base of the last line's.
 [[nodiscard]] Rect lettersIn(const Rect& rect, const Font& font);
 
-/// Where labels of lines stand that do not stand where the file has them. A file of the exporter has computed places,
+/// Where labels of lines stand. A file of the exporter has computed places,
 /// without regard to what is there: labels whose place is free stay, the others come to the best that there is beside
 /// their line. In other files somebody chose the places: of labels on each other or on a box, which nobody can read,
 /// one goes a small step.
@@ -31,7 +31,7 @@ class LabelPlaces {
 public:
     explicit LabelPlaces(const Scene& scene);
 
-    /// Nothing for those that stand where the file has them.
+    /// Nothing for those that are to stand where the file has them, or beside their line if it gives no place.
     [[nodiscard]] std::optional<Rect> of(const Object& label) const;
 
     /// A touch further where the letters would stand on the edge of a box or a name, if that is less than what one
@@ -60,7 +60,7 @@ private:
     [[nodiscard]] bool keep(const Wanted& wanted);
     void place(const Wanted& wanted);
     void step(const Wanted& wanted);
-    [[nodiscard]] bool isLegible(const Rect& letters);
+    [[nodiscard]] bool isLegible(const Rect& letters, const Path& path);
     [[nodiscard]] double costOf(const Wanted& wanted, const Rect& rect);
     [[nodiscard]] static std::vector<Rect> candidates(const Wanted& wanted, const Reach& reach);
 

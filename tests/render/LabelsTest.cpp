@@ -76,6 +76,27 @@ TEST(Labels, StepAsideFromEachOther)
     }
 }
 
+// What the whole line lies on is behind its labels.
+TEST(Labels, StandOnTheStateAroundThem)
+{
+    const std::string states = "(object StateView \"Normal\" \"Outer\" @1 location (1000, 600) width 1600 height 900) "
+                               "(object StateView \"Normal\" \"A\" @2 location (500, 600) width 200 height 100) "
+                               "(object StateView \"Normal\" \"B\" @3 location (1500, 600) width 200 height 100) ";
+    const auto transition = [](int view, int y) {
+        return "(object TransView \"\" @" + std::to_string(view) +
+               " client @2 supplier @3 label (object SegLabel @9 anchor_loc 1 label \"go now\" location (1000, " +
+               std::to_string(y) + "))) ";
+    };
+    const auto baseOf = [](const Parsed& picture, int view) {
+        return number(itemOf(picture.svg, view).child("text"), "y");
+    };
+    const Parsed one(states + transition(4, 1000));
+    EXPECT_NEAR(baseOf(one, 4), 1000 - 25 + 40.6, 0.1);
+    const Parsed two(states + transition(4, 900) + transition(5, 900));
+    EXPECT_NEAR(baseOf(two, 4), 900 - 25 + 40.6, 0.1);
+    EXPECT_NEAR(std::abs(baseOf(two, 5) - baseOf(two, 4)), 32, 0.1);
+}
+
 TEST(Labels, StandOnWhiteInOldFiles)
 {
     const struct {

@@ -178,12 +178,18 @@ TEST(Painting, KeepsLettersAsSuchInPdf)
 
 TEST(Painting, TakesLettersOfEverySize)
 {
-    for (const char* size : {"0", "0.1", "300", "500"})
-        EXPECT_GT(drawn("<text x='0' y='100' font-family='Arial' font-size='" + std::string(size) +
-                        "' fill='#000000'>x</text>")
-                      .columns(),
-                  0)
-            << size;
+    const struct {
+        const char* attributes;
+        bool isSeen;
+    } rows[] = {{"font-size='0'", false},  {"font-size='0.1'", false}, {"font-size='9' fill='#000000'", true},
+                {"font-size='40'", true}, // black, as nothing is said
+                {"font-size='300'", true}, {"font-size='500'", true}};
+    for (const auto& row : rows)
+        EXPECT_EQ(
+            drawn("<text x='0' y='190' font-family='Arial' " + std::string(row.attributes) + ">X</text>").ink().right >
+                0,
+            row.isSeen)
+            << row.attributes;
 }
 
 } // namespace
