@@ -76,6 +76,24 @@ void readModel(Builder& builder, KivModel& model, simdjson::ondemand::document& 
     setDiagramPackages(model);
 }
 
+// A mistake in the model is thrown on as a SyntaxError where the JSON is broken in front of it.
+void readAll(simdjson::ondemand::parser& parser, simdjson::padded_string_view text, Builder& builder, KivModel& model,
+             const std::string& name)
+{
+    try {
+        simdjson::ondemand::document document;
+        const auto error = parser.iterate(text).get(document);
+        if (error == simdjson::CAPACITY)
+            throw ModelFileError(name, {{1, 1, "", "expected a model file of at most 4 GiB, found a larger one"}}, 1);
+        if (error != simdjson::SUCCESS)
+            throw SyntaxError{nullptr, simdjson::error_message(error)};
+        readModel(builder, model, document);
+        builder.references.follow();
+    } catch (ContentError& error) {
+        builder.faults.add(std::move(error));
+    }
+}
+
 LoadedModel parsePadded(std::string_view text, std::size_t capacity, const std::string& name, const AlsoWanted& wanted)
 {
     LoadedModel result;
@@ -92,17 +110,7 @@ LoadedModel parsePadded(std::string_view text, std::size_t capacity, const std::
     Builder builder(*result.model, text, parser, faults);
     builder.places = wanted.places;
     try {
-        simdjson::ondemand::document document;
-        const auto error =
-            parser.iterate(simdjson::padded_string_view(text.data(), text.size(), capacity)).get(document);
-        if (error == simdjson::CAPACITY)
-            throw ModelFileError(name, {{1, 1, "", "expected a model file of at most 4 GiB, found a larger one"}}, 1);
-        if (error != simdjson::SUCCESS)
-            throw SyntaxError{nullptr, simdjson::error_message(error)};
-        readModel(builder, *result.model, document);
-        builder.references.follow();
-    } catch (ContentError& error) {
-        faults.add(std::move(error));
+        readAll(parser, simdjson::padded_string_view(text.data(), text.size(), capacity), builder, *result.model, name);
     } catch (const SyntaxError& error) {
         faults.add(error);
     }

@@ -8,6 +8,7 @@
 
 namespace {
 
+using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(ModelFileErrors, LimitsTheDepthOfPackages)
@@ -49,6 +50,14 @@ TEST(ModelFileErrors, SurvivesALongKeyWithAnEscape)
     for (const char* const around :
          {"'modelElements':[{'&':0,'kind':'class'}]", "'types':[{'projections':[{'&':0,'diagram':'d'}]}]", "'&':0"})
         EXPECT_THAT(complaintAbout(model(with(around, "&", key))).substr(0, 20), StartsWith("m.json:")) << around;
+}
+
+// Another mistake comes to light first: that the design is no object, that it is not the end.
+TEST(ModelFileErrors, SaysThatTheJsonIsBrokenBeforeAnotherMistake)
+{
+    for (const char* const text : {"1\f8", "true\f", "nul", "-", "1e\f[", "\"a\" \f 8", "[\f]"})
+        EXPECT_THAT(complaintAbout(text), StartsWith("m.json:1:")) << text;
+    EXPECT_THAT(complaintAbout("1\f8"), HasSubstr("which is no number in JSON"));
 }
 
 TEST(ModelFileErrors, RefusesATextThatIsCutAnywhere)
