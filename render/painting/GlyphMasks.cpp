@@ -1,4 +1,4 @@
-#include "render/paper/GlyphMasks.h"
+#include "render/painting/GlyphMasks.h"
 
 #include <cmath>
 #include <utility>

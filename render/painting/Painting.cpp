@@ -1,4 +1,4 @@
-#include "render/paper/Painting.h"
+#include "render/painting/Painting.h"
 
 #include <algorithm>
 #include <charconv>

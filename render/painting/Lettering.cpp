@@ -1,4 +1,4 @@
-#include "render/paper/Lettering.h"
+#include "render/painting/Lettering.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "render/painting/Releaser.h"
 #include "render/paper/Image.h"
-#include "render/paper/Releaser.h"
 
 #include <cairo.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/paper/Releaser.h"
+#include "render/painting/Releaser.h"
 
 #include <pango/pangocairo.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/paper/Lettering.h"
+#include "render/painting/Lettering.h"
 
 #include <pugixml.hpp>
 

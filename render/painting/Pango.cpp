@@ -1,7 +1,7 @@
-#include "render/paper/Pango.h"
+#include "render/painting/Pango.h"
 
-#include "render/paper/TextLayout.h"
-#include "render/paper/Warnings.h"
+#include "render/painting/TextLayout.h"
+#include "render/painting/Warnings.h"
 #include "text/Utf8.h"
 
 #include <algorithm>

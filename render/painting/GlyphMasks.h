@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/paper/Cairo.h"
+#include "render/painting/Cairo.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "render/paper/GlyphMasks.h"
-#include "render/paper/TextLayout.h"
+#include "render/painting/GlyphMasks.h"
+#include "render/painting/TextLayout.h"
 
 #include <cairo.h>
 

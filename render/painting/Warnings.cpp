@@ -1,4 +1,4 @@
-#include "render/paper/Warnings.h"
+#include "render/painting/Warnings.h"
 
 #include "render/paper/Image.h"
 

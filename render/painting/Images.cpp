@@ -1,7 +1,7 @@
-#include "render/paper/Cairo.h"
-#include "render/paper/Painting.h"
-#include "render/paper/Pango.h"
-#include "render/paper/Warnings.h"
+#include "render/painting/Cairo.h"
+#include "render/painting/Painting.h"
+#include "render/painting/Pango.h"
+#include "render/painting/Warnings.h"
 
 #include <cairo-pdf.h>
 #include <pango/pango.h>

@@ -1,4 +1,4 @@
-#include "render/paper/TextLayout.h"
+#include "render/painting/TextLayout.h"
 
 namespace render {
 
