@@ -9,8 +9,10 @@
 #include "text/Words.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace dump {
@@ -42,11 +44,24 @@ bool isJsonNumber(std::string_view text)
     return isWhole && (point == std::string_view::npos || (point + 1 < text.size() && isDigit(text[point + 1])));
 }
 
+template <class Number>
+bool isIn(std::string_view text)
+{
+    Number number = {};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
 // Every number of JSON is one that readers can hold; others are texts.
+bool isWritable(std::string_view text)
+{
+    const bool isWhole = text.find_first_of(".eE") == std::string_view::npos;
+    return isJsonNumber(text) && (isWhole ? isIn<std::int64_t>(text) : isIn<double>(text));
+}
+
 void writeNumber(text::JsonWriter& json, const Value& value)
 {
-    const bool isWhole = value.raw().find_first_of(".eE") == std::string_view::npos;
-    if (isJsonNumber(value.raw()) && (isWhole ? value.asInt().has_value() : value.asNumber().has_value()))
+    if (isWritable(value.raw()))
         json.written(value.raw());
     else
         json.value(value.raw());
@@ -59,7 +74,7 @@ void writePoint(text::JsonWriter& json, const Value& value)
     const std::size_t comma = inside.find(',');
     const std::string_view x = text::trimmed(inside.substr(0, comma));
     const std::string_view y = text::trimmed(inside.substr(comma + 1));
-    if (value.asPoint() && isJsonNumber(x) && isJsonNumber(y))
+    if (value.asPoint() && isWritable(x) && isWritable(y))
         json.beginList().written(x).written(y).endList();
     else
         json.value(value.raw());

@@ -88,6 +88,8 @@ TEST(DumpAsJson, HasValuesAsJsonHasThem)
         {"@99999999999", R"("kind":"reference","value":"99999999999","state":"missing")"},
         {"( 1 , -2.5)", R"("kind":"point","value":[1,-2.5])"},
         {"(+1, 2)", "\"kind\":\"point\",\"value\":\"(+1, 2)\""},
+        {"(1, 9223372036854775808)", "\"kind\":\"point\",\"value\":\"(1, 9223372036854775808)\""},
+        {"(1e999, 2)", "\"kind\":\"point\",\"value\":\"(1e999, 2)\""},
         {R"((value Text "x"))", R"("kind":"text","type":"Text","value":"x")"},
     };
     for (const auto& row : rows) {
