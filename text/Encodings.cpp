@@ -37,14 +37,19 @@ public:
     };
 
     // Appends what `bytes` mean to `text`, and sets `bytes` to those that are left. Where a sequence is illegal the
-    // system has moved past it in some encodings and not in others, so what is left says nothing then.
+    // system has moved past it in some encodings and not in others, so what is left says nothing then. The system takes
+    // numbers of characters that Unicode has not (F9 and four bytes more in UTF-8); they are illegal.
     Result convert(std::string_view& bytes, std::string& text)
     {
         char* in = const_cast<char*>(bytes.data()); // iconv only reads it
         std::size_t inLeft = bytes.size();
+        const std::size_t before = text.size();
         const Result result = run(&in, &inLeft, text);
         bytes.remove_prefix(bytes.size() - inLeft);
-        return result;
+        if (isUtf8(std::string_view(text).substr(before)))
+            return result;
+        text.resize(before);
+        return Result::Illegal;
     }
 
     // Appends what the converter holds back, since a character could have followed that joins it.

@@ -61,6 +61,9 @@ TEST(Encodings, KeepWhatStandsBehindABadByte)
                           6),
          "a\uFFFDb", 2, 1},
         {"UTF-16LE", std::string_view("a\0b", 3), "a\uFFFD", 1, 1},
+        {"UTF-8", "a\xf9\x9f\x9f\x9f\x9fz", "a\uFFFDz", 5, 1}, // numbers beyond the last character
+        {"UTF-8", "\xff|\xf4\x90\x80\x80|\xed\xa0\x80", "\uFFFD|\uFFFD|\uFFFD", 8, 0},
+        {"UCS-4BE", std::string_view("\0\x11\0\0\0\0\0z", 8), "\uFFFDz", 4, 0},
         {"ASCII", "\xe9\xe9 a", "\uFFFD\uFFFD a", 2, 0},
     };
     for (const auto& row : rows) {
