@@ -11,9 +11,8 @@
 namespace render {
 
 /// Letters whose outline was filled once and is put down wherever they stand: filling takes ten times as long, and a
-/// diagram repeats its letters hundreds of times. A quarter of a pixel along the line is kept, as the eye sees uneven
-/// gaps.
-/// What fails throws ImageError.
+/// diagram repeats its letters hundreds of times. Each stands within an eighth of a pixel of its place along the line,
+/// as the eye sees uneven gaps. What fails throws ImageError. For one thread.
 class GlyphMasks {
     struct Mask {
         Surface surface; ///< null for a blank

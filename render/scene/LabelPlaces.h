@@ -23,10 +23,9 @@ namespace render {
 /// Where the letters of a block stand: from the top of the first line's capitals to the base of the last line's.
 [[nodiscard]] Rect lettersIn(const Rect& rect, const Font& font);
 
-/// Where labels of lines stand. A file of the exporter has computed places,
-/// without regard to what is there: labels whose place is free stay, the others come to the best that there is beside
-/// their line. In other files somebody chose the places: of labels on each other or on a box, which nobody can read,
-/// one goes a small step.
+/// Where labels of lines stand. A file of the exporter has computed places, without regard to what is there: labels
+/// whose place is free stay, the others come to the best that there is beside their line. In other files somebody chose
+/// the places: a label that stands on another or on a box, so that nobody can read it, goes a small step.
 class LabelPlaces {
 public:
     explicit LabelPlaces(const Scene& scene);
